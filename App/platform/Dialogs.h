@@ -1,0 +1,45 @@
+// Windows that ask or tell. Every dialog comes to the front, lets the program go on behind it and
+// answers through a callback on the main thread, never before the call returns.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tollbeam {
+
+struct AlertDialog {
+  std::string message;
+  std::string informativeText;
+  /// First the one that goes on.
+  std::vector<std::string> buttons;
+};
+
+struct SavePanel {
+  std::string suggestedName;
+  /// Media type and file name extension of the only kind of file that is offered.
+  std::string contentType;
+  std::string extension;
+};
+
+class Dialogs {
+ public:
+  Dialogs() = default;
+  Dialogs(const Dialogs&) = delete;
+  Dialogs& operator=(const Dialogs&) = delete;
+  virtual ~Dialogs() = default;
+
+  /// Answers with the index of the chosen button; absent when the dialog was closed otherwise.
+  virtual void runAlert(AlertDialog alert,
+                        std::function<void(std::optional<std::size_t> button)> answer) = 0;
+
+  /// Answers with the chosen path; absent when the user cancelled.
+  virtual void runSavePanel(SavePanel panel,
+                            std::function<void(std::optional<std::string> path)> answer) = 0;
+
+  /// Tells of an error, with the system's reason.
+  virtual void showError(const std::string& message, const std::string& reason) = 0;
+};
+
+}  // namespace tollbeam

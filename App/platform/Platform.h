@@ -1,0 +1,33 @@
+// The operating system as the program sees it: one reference per port. Whoever builds it keeps the
+// backends alive for as long as anything uses it.
+#pragma once
+
+namespace tollbeam {
+
+class Calendar;
+class Clock;
+class Dialogs;
+class FileManager;
+class MainBundle;
+class MainQueue;
+class NotificationCenter;
+class PowerSources;
+class ProcessInfo;
+class UserDefaults;
+class Workspace;
+
+struct Platform {
+  MainQueue& mainQueue;
+  Clock& clock;
+  Calendar& calendar;
+  FileManager& fileManager;
+  UserDefaults& userDefaults;
+  MainBundle& mainBundle;
+  PowerSources& powerSources;
+  ProcessInfo& processInfo;
+  Workspace& workspace;
+  NotificationCenter& notificationCenter;
+  Dialogs& dialogs;
+};
+
+}  // namespace tollbeam
