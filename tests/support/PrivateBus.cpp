@@ -1,0 +1,41 @@
+#include "support/PrivateBus.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <cstdlib>
+
+namespace tollbeam::test {
+
+PrivateBus::PrivateBus() {
+  daemon_.setStandardErrorFile(QProcess::nullDevice());
+  daemon_.start(QStringLiteral("dbus-daemon"),
+                {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                 QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1")});
+  if (!daemon_.waitForStarted() || !daemon_.waitForReadyRead()) std::abort();
+  address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+}
+
+PrivateBus::~PrivateBus() {
+  for (const auto& name : names_) QDBusConnection::disconnectFromBus(name);
+  daemon_.kill();
+  daemon_.waitForFinished();
+}
+
+QDBusConnection PrivateBus::connect() {
+  static int count = 0;
+  names_ << QStringLiteral("private-%1").arg(++count);
+  return QDBusConnection::connectToBus(address_, names_.last());
+}
+
+bool waitFor(const std::function<bool()>& condition, int milliseconds) {
+  const QDeadlineTimer deadline(milliseconds);
+  while (!condition()) {
+    if (deadline.hasExpired()) return false;
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  return true;
+}
+
+}  // namespace tollbeam::test

@@ -1,0 +1,33 @@
+// A message bus of a test's own: a real dbus-daemon that ends with the object. Nothing can be
+// activated on it, so a service is there only when the test starts one.
+#pragma once
+
+#include <QDBusConnection>
+#include <QProcess>
+#include <QString>
+#include <functional>
+
+namespace tollbeam::test {
+
+class PrivateBus {
+ public:
+  PrivateBus();
+  PrivateBus(const PrivateBus&) = delete;
+  PrivateBus& operator=(const PrivateBus&) = delete;
+  ~PrivateBus();
+
+  [[nodiscard]] const QString& address() const { return address_; }
+
+  /// A connection of its own at every call; it is closed with the bus.
+  [[nodiscard]] QDBusConnection connect();
+
+ private:
+  QProcess daemon_;
+  QString address_;
+  QStringList names_;
+};
+
+/// Runs the event loop until `condition` holds; false when it does not within `milliseconds`.
+bool waitFor(const std::function<bool()>& condition, int milliseconds = 5000);
+
+}  // namespace tollbeam::test
