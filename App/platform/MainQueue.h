@@ -20,8 +20,8 @@ class MainQueue {
   /// Runs `work` on the main thread later, in order. May be called on any thread.
   virtual void async(std::function<void()> work) = 0;
 
-  /// Runs `work` once, `seconds` from now, unless the subscription has died. Main thread only.
-  virtual Subscription after(double seconds, std::function<void()> work) = 0;
+  /// Runs `work` once, `seconds` from now. Main thread only.
+  virtual void after(double seconds, std::function<void()> work) = 0;
 
   /// Runs `work` every `seconds` until the subscription dies. Each firing may be up to `tolerance`
   /// seconds late, so that the system can wake once for several programs. Main thread only.

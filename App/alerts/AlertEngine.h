@@ -1,0 +1,46 @@
+// Decides which reminders are due. It remembers what it has sent, so that a condition alerts once
+// an episode (the charge limit up to four times), and re-arms a kind only when its condition has
+// gone away: a charge that hovers around a threshold must not nag at every reading.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "alerts/AlertKind.h"
+#include "battery/BatteryState.h"
+#include "platform/Date.h"
+#include "platform/UserDefaults.h"
+#include "preferences/Prefs.h"
+
+namespace tollbeam {
+
+struct AlertEngine {
+  /// Kinds whose condition already held at priming: silent until it has gone once.
+  std::set<AlertKind> suppressed;
+  /// Charge-limit reminders sent in this episode.
+  std::int64_t chargeSent = 0;
+  Date chargeLast = Date::distantPast();
+  bool lowSent = false;
+  bool longSent = false;
+  bool lowPowerSent = false;
+
+  /// The alerts that are due, in the order in which to post them.
+  /// `since`: since when the machine is plugged in, or absent.
+  /// `canDeliver`: false while alerts may not be shown; nothing counts as sent then, so an alert
+  /// comes as soon as it may if its condition still holds.
+  /// `prime`: absorb what already holds (after launch and wake) instead of announcing it.
+  /// `store` keeps the one memory that outlives the process: whether worn health was announced.
+  [[nodiscard]] std::vector<PendingAlert> run(const BatteryState& state, std::optional<Date> since,
+                                              Date now, const Prefs& prefs, bool canDeliver,
+                                              bool prime, UserDefaults& store);
+
+  /// Whether an alert of this kind was sent in an episode that still goes on. Worn health has no
+  /// episodes: always true.
+  [[nodiscard]] bool isOngoing(AlertKind kind) const;
+
+  friend bool operator==(const AlertEngine&, const AlertEngine&) = default;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,30 @@
+#include "alerts/AlertKind.h"
+
+#include <cstdlib>
+
+namespace tollbeam {
+
+std::string_view rawValue(AlertKind kind) {
+  switch (kind) {
+    case AlertKind::chargeLimit:
+      return "chargeLimit";
+    case AlertKind::low:
+      return "low";
+    case AlertKind::tooLong:
+      return "tooLong";
+    case AlertKind::health:
+      return "health";
+    case AlertKind::lowPower:
+      return "lowPower";
+  }
+  std::abort();
+}
+
+std::optional<AlertKind> alertKind(std::string_view raw) {
+  for (const AlertKind kind : kAllAlertKinds) {
+    if (rawValue(kind) == raw) return kind;
+  }
+  return std::nullopt;
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,37 @@
+// The five reminders. The raw value is the kind's name and doubles as its notification identifier.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tollbeam {
+
+enum class AlertKind {
+  chargeLimit,  ///< charge reached the limit while plugged in
+  low,          ///< battery low while on battery
+  tooLong,      ///< plugged in at or above the limit for too long
+  health,       ///< capacity fell below 80 % of design
+  lowPower,     ///< suggest Low Power Mode while on battery
+};
+
+inline constexpr std::array kAllAlertKinds = {AlertKind::chargeLimit, AlertKind::low,
+                                              AlertKind::tooLong, AlertKind::health,
+                                              AlertKind::lowPower};
+
+[[nodiscard]] std::string_view rawValue(AlertKind kind);
+
+/// Absent for a text that is no kind's raw value.
+[[nodiscard]] std::optional<AlertKind> alertKind(std::string_view rawValue);
+
+/// An alert that is due but not yet posted.
+struct PendingAlert {
+  AlertKind kind = AlertKind::chargeLimit;
+  std::string title;
+  std::string body;
+
+  friend bool operator==(const PendingAlert&, const PendingAlert&) = default;
+};
+
+}  // namespace tollbeam

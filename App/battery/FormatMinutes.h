@@ -1,0 +1,12 @@
+// Minutes as people read them: "1 h 5 min", "2 h", "45 min".
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tollbeam {
+
+/// Never less than "1 min", so that zero and negative counts read as "nearly there".
+[[nodiscard]] std::string formatMinutes(std::int64_t minutes);
+
+}  // namespace tollbeam

@@ -1,0 +1,58 @@
+// A clock that stands still until it is set, and a main queue whose timers follow it. Time never
+// passes on its own: `advance` runs what falls due, in order, at exactly the time it was due.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <list>
+#include <memory>
+
+#include "platform/Clock.h"
+#include "platform/MainQueue.h"
+
+namespace tollbeam {
+
+class ManualClock final : public Clock {
+ public:
+  explicit ManualClock(Date now) : now_(now) {}
+
+  [[nodiscard]] Date now() const override { return now_; }
+  void set(Date now) { now_ = now; }
+
+ private:
+  Date now_;
+};
+
+class ManualQueue final : public MainQueue {
+ public:
+  explicit ManualQueue(ManualClock& clock) : clock_(clock) {}
+
+  [[nodiscard]] bool isCurrent() const override { return onMainThread; }
+  void async(std::function<void()> work) override;
+  void after(double seconds, std::function<void()> work) override;
+  Subscription every(double seconds, double tolerance, std::function<void()> work) override;
+
+  /// Runs what waits, and what that adds, without letting time pass.
+  void drain();
+
+  /// Lets time pass until `instant`; the clock stands at `instant` afterwards.
+  void advanceTo(Date instant);
+  void advance(double seconds) { advanceTo(clock_.now() + seconds); }
+
+  /// What `isCurrent` answers; a test of the rule about threads turns it off.
+  bool onMainThread = true;
+
+ private:
+  struct Timer {
+    Date due;
+    double interval;  // 0: once
+    std::weak_ptr<std::function<void()>> work;
+    std::shared_ptr<std::function<void()>> kept;  // owns the work of a timer that fires once
+  };
+
+  ManualClock& clock_;
+  std::deque<std::function<void()>> waiting_;
+  std::list<Timer> timers_;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,58 @@
+#include "platform/recorded/RecordedPlatform.h"
+
+#include <cmath>
+
+namespace tollbeam {
+
+std::optional<Subscription> RecordedPowerSources::observe(std::function<void()> changed) {
+  ++observations;
+  if (!observable) return std::nullopt;
+  return changes.add(std::move(changed));
+}
+
+void RecordedUserDefaults::set(std::string_view key, Value value) {
+  ++writes;
+  values.insert_or_assign(std::string(key), std::move(value));
+  changes.notify();
+}
+
+void RecordedNotificationCenter::answerStatus() {
+  for (const auto& completion : std::exchange(pendingStatus, {})) completion(status);
+}
+
+std::optional<std::string> RecordedFileManager::contents(const std::string& path) const {
+  const auto at = files.find(path);
+  if (at == files.end()) return std::nullopt;
+  return at->second;
+}
+
+std::optional<std::string> RecordedFileManager::write(const std::string& path,
+                                                      std::string_view bytes) {
+  ++writes;
+  if (failure) return failure;
+  files.insert_or_assign(path, std::string(bytes));
+  return std::nullopt;
+}
+
+TimeOfDay RecordedCalendar::timeOfDay(Date instant) const {
+  constexpr double kSecondsPerDay = 86400;
+  const double local = instant.secondsSince1970 + secondsEastOfUtc;
+  const int second = static_cast<int>(local - std::floor(local / kSecondsPerDay) * kSecondsPerDay);
+  return {.hour = second / 3600, .minute = second / 60 % 60};
+}
+
+Platform RecordedPlatform::ports() {
+  return {.mainQueue = mainQueue,
+          .clock = clock,
+          .calendar = calendar,
+          .fileManager = fileManager,
+          .userDefaults = userDefaults,
+          .mainBundle = mainBundle,
+          .powerSources = powerSources,
+          .processInfo = processInfo,
+          .workspace = workspace,
+          .notificationCenter = notificationCenter,
+          .dialogs = dialogs};
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,171 @@
+#include "history/HistoryStore.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/recorded/RecordedPlatform.h"
+#include "support/States.h"
+
+namespace tollbeam {
+namespace {
+
+using test::chargingAt;
+using test::onBattery;
+using test::pluggedInAt;
+
+constexpr Date kNow{1'700'000'000};
+constexpr const char* kFile = "/support/Tollbeam/history.json";
+
+class HistoryStoreTest : public testing::Test {
+ protected:
+  HistoryStore& load(const std::string& text) {
+    files.files[kFile] = text;
+    return store.emplace(files, kNow);
+  }
+  HistoryStore& fresh() { return store.emplace(files, kNow); }
+  /// A history of samples `seconds` before kNow, plugged in unless negated.
+  HistoryStore& withRun(const std::vector<std::pair<double, bool>>& run) {
+    std::string text = "[";
+    for (const auto& [age, plugged] : run) {
+      if (text.size() > 1) text += ",";
+      text += R"({"t":)" + std::to_string(kNow.secondsSince1970 - age) +
+              R"(,"p":50,"c":false,"a":)" + (plugged ? "true}" : "false}");
+    }
+    return load(text + "]");
+  }
+
+  RecordedFileManager files;
+  std::optional<HistoryStore> store;
+};
+
+TEST_F(HistoryStoreTest, StartsEmptyWithoutAFileAndMakesItsFolder) {
+  EXPECT_TRUE(fresh().samples().empty());
+  EXPECT_EQ(files.created, std::vector<std::string>{"/support/Tollbeam"});
+  EXPECT_EQ(files.writes, 0);
+}
+
+TEST_F(HistoryStoreTest, LoadsSortsAndPrunesItsFile) {
+  load(R"([{"t":1700000000,"p":3,"c":false,"a":true},{"t":1600000000,"p":1,"c":false,"a":false},
+          {"t":1699990000.5,"p":2,"c":true,"a":true},{"t":1699990000.5,"p":9,"c":true,"a":true}])");
+  EXPECT_EQ(store->samples(), (std::vector<Sample>{{1699990000.5, 2, true, true},
+                                                   {1699990000.5, 9, true, true},
+                                                   {1700000000, 3, false, true}}));
+}
+
+TEST_F(HistoryStoreTest, ADamagedFileIsAnEmptyHistoryAndStaysUntilTheNextSave) {
+  const std::string damaged = R"([{"t":1700000000,"p":3,"a":true}])";
+  EXPECT_TRUE(load(damaged).samples().empty());
+  EXPECT_EQ(files.files[kFile], damaged);
+  store->save(kNow);
+  EXPECT_EQ(files.files[kFile], "[]");
+}
+
+TEST_F(HistoryStoreTest, TheFirstSampleIsSavedAtOnce) {
+  fresh().record(onBattery(55), kNow, false);
+  EXPECT_EQ(files.files[kFile], R"([{"t":1700000000,"p":55,"c":false,"a":false}])");
+}
+
+TEST_F(HistoryStoreTest, StoresWhatMovedOrWasForced) {
+  fresh().record(onBattery(55), kNow, false);
+  store->record(onBattery(55), kNow + 1, false);
+  EXPECT_EQ(store->samples().size(), 1U);
+  store->record(onBattery(55), kNow + 2, true);
+  EXPECT_EQ(store->samples().size(), 2U);
+  store->record(onBattery(54), kNow + 3, false);
+  EXPECT_EQ(store->samples().size(), 3U);
+}
+
+TEST_F(HistoryStoreTest, AChangeOfPowerOrChargingSavesAtOnce) {
+  fresh().record(onBattery(55), kNow, false);
+  store->record(pluggedInAt(55), kNow + 1, false);
+  EXPECT_EQ(files.writes, 2);
+  store->record(chargingAt(55), kNow + 2, false);
+  EXPECT_EQ(files.writes, 3);
+  EXPECT_EQ(store->samples().size(), 3U);
+}
+
+TEST_F(HistoryStoreTest, AChangeOfPercentSavesAfterMoreThan300Seconds) {
+  fresh().record(onBattery(55), kNow, false);
+  store->record(onBattery(54), kNow + 300, false);
+  EXPECT_EQ(store->samples().size(), 2U);
+  EXPECT_EQ(files.writes, 1);
+  store->record(onBattery(53), kNow + 301, false);
+  EXPECT_EQ(files.writes, 2);
+}
+
+TEST_F(HistoryStoreTest, AFailedWriteKeepsTheSamplesAndStartsANewThrottle) {
+  files.failure = "No space left on device";
+  fresh().record(onBattery(55), kNow, false);
+  store->record(onBattery(54), kNow + 200, false);
+  EXPECT_EQ(files.writes, 1);
+  files.failure.reset();
+  store->record(onBattery(53), kNow + 301, false);
+  EXPECT_EQ(files.files[kFile], R"([{"t":1700000000,"p":55,"c":false,"a":false},)"
+                                R"({"t":1700000200,"p":54,"c":false,"a":false},)"
+                                R"({"t":1700000301,"p":53,"c":false,"a":false}])");
+}
+
+TEST_F(HistoryStoreTest, WithoutABatteryNothingHappens) {
+  load(R"([{"t":1690000000,"p":3,"c":false,"a":true},{"t":1699999999,"p":3,"c":false,"a":true}])");
+  const auto before = store->samples();
+  store->record(BatteryState{}, kNow + 30 * 86400, true);
+  EXPECT_EQ(store->samples(), before);
+  EXPECT_EQ(files.writes, 0);
+}
+
+TEST_F(HistoryStoreTest, KeepsASampleOfExactlyThirtyDays) {
+  fresh().record(onBattery(1), kNow, true);
+  store->record(onBattery(2), kNow + 1, true);
+  store->record(onBattery(3), kNow + 2592000, true);
+  EXPECT_EQ(store->samples().size(), 3U);
+  store->record(onBattery(4), kNow + 2592000.5, true);
+  EXPECT_EQ(store->samples().front().p, 2);
+}
+
+TEST_F(HistoryStoreTest, AHistoryThatIsAllTooOldIsEmptied) {
+  load(R"([{"t":1600000000,"p":3,"c":false,"a":true},{"t":1600000060,"p":3,"c":false,"a":true}])");
+  EXPECT_TRUE(store->samples().empty());
+}
+
+TEST_F(HistoryStoreTest, AnswersRangesFromTheirFirstInstantOn) {
+  withRun({{30, true}, {20, true}, {10, true}});
+  EXPECT_EQ(store->samples(kNow - 20.0).size(), 2U);
+  EXPECT_EQ(store->samples(kNow - 19.0).size(), 1U);
+  EXPECT_EQ(store->samples(kNow).size(), 0U);
+  EXPECT_EQ(store->samples(Date::distantPast()).size(), 3U);
+  store->removeAll();
+  EXPECT_TRUE(store->samples(Date{0}).empty());
+}
+
+TEST_F(HistoryStoreTest, EstimatesTheStartOfTheCurrentRun) {
+  EXPECT_EQ(withRun({{1200, true}, {600, true}, {60, true}}).pluggedSinceEstimate(kNow),
+            kNow - 1200.0);
+}
+
+TEST_F(HistoryStoreTest, TheEstimateNeedsAFreshPluggedInSample) {
+  EXPECT_FALSE(fresh().pluggedSinceEstimate(kNow));
+  EXPECT_FALSE(withRun({{600, true}}).pluggedSinceEstimate(kNow));
+  EXPECT_EQ(withRun({{599, true}}).pluggedSinceEstimate(kNow), kNow - 599.0);
+  EXPECT_FALSE(withRun({{60, true}, {10, false}}).pluggedSinceEstimate(kNow));
+}
+
+TEST_F(HistoryStoreTest, TheEstimateStopsAtGapsAndUnpluggedSamples) {
+  EXPECT_EQ(withRun({{910, true}, {10, true}}).pluggedSinceEstimate(kNow), kNow - 910.0);
+  EXPECT_EQ(withRun({{910.001, true}, {10, true}}).pluggedSinceEstimate(kNow), kNow - 10.0);
+  EXPECT_EQ(withRun({{90, true}, {60, false}, {30, true}, {10, true}}).pluggedSinceEstimate(kNow),
+            kNow - 30.0);
+}
+
+TEST_F(HistoryStoreTest, SavingAnEmptiedHistoryWritesAnEmptyArray) {
+  withRun({{60, true}}).removeAll();
+  store->save(kNow);
+  EXPECT_EQ(files.files[kFile], "[]");
+}
+
+TEST(HistoryStoreDeathTest, AUserWithoutAFolderForDataIsImpossible) {
+  RecordedFileManager files;
+  files.support.reset();
+  EXPECT_DEATH(HistoryStore(files, kNow), "");
+}
+
+}  // namespace
+}  // namespace tollbeam
