@@ -1,1 +1,109 @@
 #include "ui/AppDelegate.h"
+
+#include <QGuiApplication>
+#include <QPointer>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include "platform/Clock.h"
+#include "platform/MainQueue.h"
+#include "ui/PopoverView.h"
+#include "ui/SettingsView.h"
+#include "ui/StatusItemContent.h"
+
+namespace tollbeam {
+
+namespace {
+
+constexpr QSize kSettingsSize(480, 720);
+
+std::unique_ptr<QWidget> makeSettingsWindow(UserDefaults& store) {
+  auto window = std::make_unique<QWidget>(
+      nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+  window->setWindowTitle(QStringLiteral("Tollbeam Settings"));
+  auto* column = new QVBoxLayout(window.get());
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(new SettingsView(store));
+  const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+  window->setFixedSize(kSettingsSize.boundedTo(area.size()));
+  window->move(area.center() - QRect({}, window->size()).center());
+  return window;
+}
+
+}  // namespace
+
+AppDelegate::AppDelegate(const Platform& platform, StatusBar& statusBar,
+                         OutsideClicks& outsideClicks)
+    : platform_(platform),
+      statusBar_(statusBar),
+      model_(platform),
+      popover_(std::make_unique<Popover>(
+          outsideClicks, new PopoverView(model_, [self = QPointer<AppDelegate>(this)] {
+            if (self) self->openSettings();
+          }))) {}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching() {
+  // No window of ours is the program: it stays when they close.
+  QGuiApplication::setQuitOnLastWindowClosed(false);
+  platform_.userDefaults.registerDefaults(Prefs::defaults());
+  const QPointer<AppDelegate> self(this);
+  statusItem_ = statusBar_.createStatusItem({.activate =
+                                                 [self](ClickPosition position) {
+                                                   if (self) self->togglePopover(position);
+                                                 },
+                                             .openSettings =
+                                                 [self] {
+                                                   if (self) self->openSettings();
+                                                 },
+                                             .quit = [] { QCoreApplication::quit(); }});
+  connect(&model_, &AppModel::stateChanged, this, &AppDelegate::redrawSoon);
+  bag_.push_back(platform_.userDefaults.onChange([this] { redrawSoon(); }));
+  model_.start();
+  updateStatusItem();
+}
+
+void AppDelegate::applicationWillTerminate() { model_.history().save(platform_.clock.now()); }
+
+void AppDelegate::togglePopover(ClickPosition position) {
+  if (!statusItem_) return;
+  if (popover_->isVisible()) {
+    popover_->close();
+  } else if (!popover_->wasJustClosedByAClick()) {
+    showPopover(position);
+  }
+}
+
+void AppDelegate::showPopover(ClickPosition position) {
+  if (popover_->isVisible()) {
+    popover_->raise();
+    popover_->activateWindow();
+    return;
+  }
+  model_.refresh(AppModel::Reason::event);
+  popover_->showAt(position);
+}
+
+void AppDelegate::openSettings() {
+  popover_->close();
+  if (!settingsWindow_) settingsWindow_ = makeSettingsWindow(platform_.userDefaults);
+  settingsWindow_->show();
+  settingsWindow_->raise();
+  settingsWindow_->activateWindow();
+}
+
+void AppDelegate::updateStatusItem() {
+  if (!statusItem_) return;
+  statusItem_->setContent(
+      statusItemContent(model_.state(), Prefs::current(platform_.userDefaults)));
+}
+
+void AppDelegate::redrawSoon() {
+  platform_.mainQueue.async([self = QPointer<AppDelegate>(this)] {
+    if (self) self->updateStatusItem();
+  });
+}
+
+}  // namespace tollbeam

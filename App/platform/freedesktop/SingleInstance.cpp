@@ -1,0 +1,74 @@
+#include "platform/freedesktop/SingleInstance.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QTimer>
+#include <utility>
+
+namespace tollbeam {
+
+namespace {
+
+const QString kName = QStringLiteral("org.tollbeam.Tollbeam");
+const QString kPath = QStringLiteral("/org/tollbeam/Tollbeam");
+const QString kInterface = QStringLiteral("org.freedesktop.Application");
+constexpr int kPatienceMs = 5000;
+
+// Flag and answers of RequestName.
+constexpr uint kDoNotQueue = 4;
+constexpr uint kPrimaryOwner = 1;
+constexpr uint kAlreadyOwner = 4;
+
+}  // namespace
+
+SingleInstance::SingleInstance(QDBusConnection sessionBus, QObject* parent)
+    : QObject(parent), bus_(std::move(sessionBus)) {}
+
+SingleInstance::~SingleInstance() { bus_.unregisterObject(kPath); }
+
+void SingleInstance::begin(std::function<void()> first, std::function<void()> other) {
+  if (!bus_.isConnected()) {
+    QTimer::singleShot(0, this, std::move(first));
+    return;
+  }
+  // The object stands before the name is asked for: who finds the name finds us.
+  bus_.registerObject(kPath, this, QDBusConnection::ExportScriptableSlots);
+  auto request = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+      QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
+  request << kName << kDoNotQueue;
+  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(request, kPatienceMs), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this,
+          [this, watcher, first = std::move(first), other = std::move(other)] {
+            watcher->deleteLater();
+            const QDBusPendingReply<uint> reply = *watcher;
+            const bool taken = !reply.isError() && reply.value() != kPrimaryOwner &&
+                               reply.value() != kAlreadyOwner;
+            if (taken) {
+              askTheFirst(other);
+            } else {
+              first();
+            }
+          });
+}
+
+void SingleInstance::askTheFirst(std::function<void()> then) {
+  auto activate =
+      QDBusMessage::createMethodCall(kName, kPath, kInterface, QStringLiteral("Activate"));
+  activate << QVariantMap();
+  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(activate, kPatienceMs), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this, std::move(then));
+}
+
+void SingleInstance::Activate(const QVariantMap&) {
+  if (onActivate) onActivate();
+}
+
+void SingleInstance::Open(const QStringList&, const QVariantMap& platformData) {
+  Activate(platformData);
+}
+
+void SingleInstance::ActivateAction(const QString&, const QVariantList&, const QVariantMap&) {}
+
+}  // namespace tollbeam

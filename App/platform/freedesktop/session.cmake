@@ -1,0 +1,8 @@
+tollbeam_room(tollbeam_freedesktop_session
+  SingleInstance.cpp
+  TerminationSignals.cpp
+  X11OutsideClicks.cpp)
+target_link_libraries(tollbeam_freedesktop_session
+  PUBLIC tollbeam_ports Qt6::Core Qt6::DBus PRIVATE Qt6::Gui PkgConfig::XCB)
+set_target_properties(tollbeam_freedesktop_session PROPERTIES AUTOMOC ON)
+target_link_libraries(tollbeam_platform_freedesktop INTERFACE tollbeam_freedesktop_session)

@@ -1,0 +1,30 @@
+// The popover's content. It only reads the model; what it writes is the snooze that its button
+// ends.
+#pragma once
+
+#include <QLabel>
+#include <QPushButton>
+#include <QWidget>
+#include <functional>
+
+#include "AppModel.h"
+
+namespace tollbeam {
+
+class PopoverView final : public QWidget {
+  Q_OBJECT
+
+ public:
+  PopoverView(AppModel& model, std::function<void()> openSettings);
+
+ private:
+  void update();
+
+  AppModel& model_;
+  QLabel* state_;
+  QLabel* details_;
+  QWidget* banner_;
+  QLabel* bannerText_;
+};
+
+}  // namespace tollbeam
