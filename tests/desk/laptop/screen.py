@@ -89,7 +89,19 @@ class Screen:
         return sorted(finder())
 
     def _tray_xfce(self):
-        return self._drawn_in('xfce4-panel', ('push button', 'button')) + self._embedded('xfce4-panel')
+        """The status area is a window of its own. Embedded windows are visible in it; the items that
+        it draws itself are squares of its height in the room between them. (They are accessible
+        buttons too, but in one of four starts the panel leaves its plugins out of the tree.)"""
+        embedded = self._embedded('xfce4-panel')
+        items = list(embedded)
+        for _, (x, y, width, height) in self.windows(r'"Wrapper-2\.0"\)'):
+            edges = [x] + [e for box in sorted(embedded) for e in (box[0] - (height - box[3]) // 2,
+                                                                   box[0] + box[2] + (height - box[3]) // 2)] + [x + width]
+            for left, right in zip(edges[::2], edges[1::2]):
+                count = (right - left) // height
+                start = right - count * height
+                items += [[start + i * height, y, height, height] for i in range(count)]
+        return items
 
     def _tray_lxqt(self):
         return self._drawn_in('lxqt-panel', ('push button', 'button', 'menu button')) + self._embedded('lxqt-panel')
