@@ -45,7 +45,7 @@ build() {
 }
 
 # A path inside the quotes of an Exec line: its own escapes, then those of every value.
-exec_quoted() { printf '"%s"' "$1" | sed -e 's/[\\`$]/\\\\&/g' -e 's/%/%%/g'; }
+exec_quoted() { printf '"%s"' "$(sed -e 's/[\\"`$]/\\&/g' -e 's/\\/\\\\/g' -e 's/%/%%/g' <<<"$1")"; }
 
 write_entry() {
   local program=$installed/bin/tollbeam text
