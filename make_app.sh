@@ -34,8 +34,7 @@ swap() {
 build() {
   install_packages $packages_build
   cd "$top"
-  cmake --preset release ${CMAKE_ARGS:-} >build-release.log 2>&1 || { cat build-release.log >&2; exit 1; }
-  rm -f build-release.log
+  cmake --preset release ${CMAKE_ARGS:-} >/dev/null
   cmake --build --preset release --target tollbeam
   new=$(mktemp -d "$top/build/bundle.XXXXXX")
   trap 'rm -rf "$new"' EXIT

@@ -30,6 +30,6 @@ rm -rf build/tests
 mkdir -p build/tests
 scripts/list_tests.sh $what >build/tests/CTestTestfile.cmake
 status=0
-ctest --test-dir build/tests --parallel 2 --no-tests=error --output-on-failure --output-junit results.xml || status=$?
+ctest --test-dir build/tests --parallel 2 --no-tests=error --output-on-failure --no-label-summary --output-junit results.xml || status=$?
 scripts/check_skipped.py build/tests/results.xml scripts/allowed_skips.txt || status=1
 exit $status
