@@ -31,7 +31,10 @@ def screen(desk):
     desk.processes.start('screen', ['bash', '-c', 'exec Xvfb -displayfd 3 -screen 0 "$1" -nolisten tcp -noreset 3>"$2"',
                                     'screen', size + 'x24', number], desk.env)
     wait_for(lambda: os.path.exists(number) and open(number).read().strip(), 'Xvfb')
-    return ':' + open(number).read().strip()
+    display = ':' + open(number).read().strip()
+    # A colour that is neither a panel's nor a window's, so that pictures show where those end.
+    subprocess.run(['xsetroot', '-solid', '#4a6078'], env=dict(desk.env, DISPLAY=display), check=True)
+    return display
 
 
 def buses(desk):
@@ -129,7 +132,7 @@ def check_installed():
     """Raises DeskError that names what is missing, before anything half works."""
     wanted = [LIBEXEC + '/upowerd', LIBEXEC + '/power-profiles-daemon', LIBEXEC + '/xdg-permission-store',
               LIBEXEC + '/at-spi-bus-launcher', '/usr/bin/umockdev-wrapper', '/usr/bin/Xvfb', '/usr/bin/xdotool',
-              '/usr/bin/import', '/usr/bin/xprop', '/usr/bin/dbus-daemon']
+              '/usr/bin/import', '/usr/bin/xprop', '/usr/bin/xsetroot', '/usr/bin/dbus-daemon']
     missing = [p for p in wanted if not glob.glob(p)]
     if missing:
         raise DeskError('not installed: %s (./test.sh or ./run.sh installs the packages)' % ', '.join(missing))
