@@ -29,7 +29,12 @@ if wants desk; then ./make_app.sh; fi
 rm -rf build/tests
 mkdir -p build/tests
 scripts/list_tests.sh $what >build/tests/CTestTestfile.cmake
+# No unit test may open a window on the screen of whoever runs this (the desk has its own).
+export QT_QPA_PLATFORM=offscreen
 status=0
-ctest --test-dir build/tests --parallel 2 --no-tests=error --output-on-failure --no-label-summary --output-junit results.xml || status=$?
-scripts/check_skipped.py build/tests/results.xml scripts/allowed_skips.txt || status=1
+ctest --test-dir build/tests --parallel 2 --no-tests=error --output-on-failure --no-label-summary \
+  --output-junit results.xml || status=$?
+if [ -s build/tests/results.xml ]; then
+  scripts/check_skipped.py build/tests/results.xml scripts/allowed_skips.txt || status=1
+fi
 exit $status
