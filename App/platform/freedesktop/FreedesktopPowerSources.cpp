@@ -1,0 +1,140 @@
+#include "platform/freedesktop/FreedesktopPowerSources.h"
+
+#include <chrono>
+#include <utility>
+
+#include "platform/freedesktop/SupplyReading.h"
+
+namespace tollbeam {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// Plugging in makes several signals within some ten milliseconds, and the kernel's files follow
+// their events late.
+constexpr auto settlingTime = 500ms;
+
+// Long enough for a daemon that the question has to start.
+constexpr auto longestWait = 1500ms;
+
+const auto service = QStringLiteral("org.freedesktop.UPower");
+
+RemoteProperties::Address displayDevice() {
+  return {service, QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice"),
+          QStringLiteral("org.freedesktop.UPower.Device")};
+}
+
+RemoteProperties::Address manager() {
+  return {service, QStringLiteral("/org/freedesktop/UPower"), service};
+}
+
+QStringList deviceKeys() {
+  return {QStringLiteral("Type"),       QStringLiteral("IsPresent"),  QStringLiteral("Model"),
+          QStringLiteral("State"),      QStringLiteral("Percentage"), QStringLiteral("TimeToFull"),
+          QStringLiteral("TimeToEmpty")};
+}
+
+// Nothing to read and no battery are the same to a reader.
+List asSeen(const PowerTableCache::Table& table) {
+  return inWholePercent(table.sources.value_or(List{}));
+}
+
+}  // namespace
+
+FreedesktopPowerSources::FreedesktopPowerSources(const QDBusConnection& systemBus,
+                                                 std::string suppliesFolder)
+    : bus_(systemBus),
+      suppliesFolder_(std::move(suppliesFolder)),
+      device_(systemBus, displayDevice(), deviceKeys(), RemoteProperties::Activation::allowed),
+      manager_(systemBus, manager(), {QStringLiteral("OnBattery")},
+               RemoteProperties::Activation::allowed),
+      readiness_(longestWait) {
+  settling_.setSingleShot(true);
+  settling_.setInterval(settlingTime);
+  QObject::connect(&settling_, &QTimer::timeout, &settling_, [this] { onSettled(); });
+  for (auto* properties : {&device_, &manager_}) {
+    QObject::connect(properties, &RemoteProperties::updated, &settling_,
+                     [this] { onDaemonUpdated(); });
+  }
+  ownReadiness_ = readiness_.whenReady([this] { onReady(); });
+}
+
+std::optional<List> FreedesktopPowerSources::descriptions() const { return read().sources; }
+
+std::optional<Dictionary> FreedesktopPowerSources::smartBattery() const {
+  const auto supplies = readPowerSupplies(suppliesFolder_);
+  return supplies ? smartBatteryProperties(*supplies) : std::nullopt;
+}
+
+std::optional<Subscription> FreedesktopPowerSources::observe(std::function<void()> changed) {
+  if (!bus_.isConnected()) watchKernel(true);
+  if (!bus_.isConnected() && !kernelMonitor_) return std::nullopt;
+  return observers_.add(std::move(changed));
+}
+
+Subscription FreedesktopPowerSources::whenReady(std::function<void()> ready) {
+  return readiness_.whenReady(std::move(ready));
+}
+
+std::optional<UPowerAnswer> FreedesktopPowerSources::daemonsAnswer() const {
+  if (!device_.values() || !manager_.values()) return std::nullopt;
+  const Value* onBattery = find(*manager_.values(), "OnBattery");
+  return UPowerAnswer{*device_.values(), onBattery && onBattery->flag().value_or(false)};
+}
+
+PowerTableCache::Table FreedesktopPowerSources::read() const {
+  return cache_.update(daemonsAnswer(), [this] { return readPowerSupplies(suppliesFolder_); });
+}
+
+void FreedesktopPowerSources::onDaemonUpdated() {
+  if (!readiness_.isReady()) {
+    using State = RemoteProperties::State;
+    const bool gone = device_.state() == State::absent || manager_.state() == State::absent;
+    if (daemonsAnswer() || gone) readiness_.markReady();
+    return;
+  }
+  const auto table = read();
+  watchKernel(table.fromKernel || !daemonsAnswer());
+  // Only what a reader would see is worth a wake-up half a second from now.
+  if (announced_ != asSeen(table) && !settling_.isActive()) settling_.start();
+}
+
+void FreedesktopPowerSources::onKernelEvent() {
+  // The last event of a burst needs its full time: its content may come as late as the first's.
+  if (settling_.isActive()) {
+    settleAgain_ = true;
+  } else {
+    settling_.start();
+  }
+}
+
+void FreedesktopPowerSources::onReady() {
+  const auto table = read();
+  watchKernel(table.fromKernel || !daemonsAnswer());
+  announceIfChanged(table);
+}
+
+void FreedesktopPowerSources::onSettled() {
+  if (std::exchange(settleAgain_, false)) settling_.start();
+  announceIfChanged(read());
+}
+
+void FreedesktopPowerSources::watchKernel(bool wanted) {
+  if (!wanted) {
+    kernelMonitor_.reset();
+  } else if (!kernelMonitor_) {
+    kernelMonitor_ = PowerSupplyMonitor::start([this] { onKernelEvent(); });
+    // What happened before there was a monitor.
+    if (kernelMonitor_ && readiness_.isReady()) onKernelEvent();
+  }
+}
+
+void FreedesktopPowerSources::announceIfChanged(const PowerTableCache::Table& table) {
+  auto seen = asSeen(table);
+  if (announced_ == seen) return;
+  announced_ = std::move(seen);
+  observers_.notify();
+}
+
+}  // namespace tollbeam

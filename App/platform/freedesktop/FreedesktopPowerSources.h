@@ -1,0 +1,58 @@
+// The battery of a Linux machine: UPower's view of it where the daemon runs, the kernel's own where
+// it does not or not yet, and the kernel's for what UPower does not tell. The table is kept up to
+// date by signals, so a reading never waits for the daemon, even for one that hangs.
+#pragma once
+
+#include <QDBusConnection>
+#include <QTimer>
+#include <memory>
+#include <string>
+
+#include "platform/PowerSources.h"
+#include "platform/freedesktop/PowerSupplyMonitor.h"
+#include "platform/freedesktop/PowerTableCache.h"
+#include "platform/freedesktop/Readiness.h"
+#include "platform/freedesktop/RemoteProperties.h"
+
+namespace tollbeam {
+
+class FreedesktopPowerSources final : public PowerSources {
+ public:
+  explicit FreedesktopPowerSources(const QDBusConnection& systemBus,
+                                   std::string suppliesFolder = "/sys/class/power_supply");
+
+  [[nodiscard]] std::optional<List> descriptions() const override;
+  [[nodiscard]] std::optional<Dictionary> smartBattery() const override;
+  std::optional<Subscription> observe(std::function<void()> changed) override;
+
+  /// Calls `ready` once, never before this returns: when the daemon has told all, is known to be
+  /// absent, or has been silent for too long. A look at the table before that may miss the daemon.
+  Subscription whenReady(std::function<void()> ready);
+
+ private:
+  [[nodiscard]] std::optional<UPowerAnswer> daemonsAnswer() const;
+  [[nodiscard]] PowerTableCache::Table read() const;
+  void onDaemonUpdated();
+  void onKernelEvent();
+  void onReady();
+  void onSettled();
+  void watchKernel(bool wanted);
+  void announceIfChanged(const PowerTableCache::Table& table);
+
+  const QDBusConnection bus_;
+  const std::string suppliesFolder_;
+  RemoteProperties device_;
+  RemoteProperties manager_;
+  // A reading that is a glitch leaves what was read before, hence a cache under a const read.
+  mutable PowerTableCache cache_;
+  std::unique_ptr<PowerSupplyMonitor> kernelMonitor_;
+  QTimer settling_;
+  bool settleAgain_ = false;
+  /// What the observers were last told of; absent before the first time.
+  std::optional<List> announced_;
+  Observers<> observers_;
+  Readiness readiness_;
+  Subscription ownReadiness_;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,82 @@
+#include "platform/freedesktop/LogindWorkspace.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QPointer>
+#include <utility>
+
+namespace tollbeam {
+
+namespace {
+
+const auto busService = QStringLiteral("org.freedesktop.DBus");
+const auto service = QStringLiteral("org.freedesktop.login1");
+const auto path = QStringLiteral("/org/freedesktop/login1");
+const auto interface = QStringLiteral("org.freedesktop.login1.Manager");
+
+}  // namespace
+
+LogindWorkspace::LogindWorkspace(const QDBusConnection& systemBus) : bus_(systemBus) {
+  // No sender in the rule: the library would ask for the name's owner and wait. It is checked when
+  // the signal comes.
+  bus_.connect(QString(), path, interface, QStringLiteral("PrepareForSleep"), this,
+               SLOT(onPrepareForSleep(bool, QDBusMessage)));
+  bus_.connect(busService, QString(), busService, QStringLiteral("NameOwnerChanged"), {service},
+               QString(), this, SLOT(onOwnerChanged(QString, QString, QString)));
+  takeLock();
+}
+
+Subscription LogindWorkspace::onWillSleep(std::function<void()> callback) {
+  return willSleep_.add(std::move(callback));
+}
+
+Subscription LogindWorkspace::onDidWake(std::function<void()> callback) {
+  return didWake_.add(std::move(callback));
+}
+
+void LogindWorkspace::takeLock() {
+  auto call = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Inhibit"));
+  call << QStringLiteral("sleep") << QStringLiteral("Tollbeam")
+       << QStringLiteral("The battery history is saved first") << QStringLiteral("delay");
+  // Without logind nobody announces sleep: there is nothing to start it for.
+  call.setAutoStartService(false);
+  const int request = ++request_;
+  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this,
+          [this, request](QDBusPendingCallWatcher* finished) {
+            finished->deleteLater();
+            const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *finished;
+            if (request != request_) return;
+            // An error may be the bus's own.
+            if (const auto sender = reply.reply().service(); sender.startsWith(QLatin1Char(':'))) {
+              owner_ = sender;
+            }
+            // A lock that comes while the machine prepares to sleep would hold it up: dropping the
+            // answer closes it.
+            if (reply.isValid() && !preparing_) lock_ = reply.value();
+          });
+}
+
+void LogindWorkspace::onPrepareForSleep(bool start, const QDBusMessage& message) {
+  if (!owner_.isEmpty() && message.service() != owner_) return;
+  const QPointer<LogindWorkspace> alive(this);
+  preparing_ = start;
+  if (start) {
+    willSleep_.notify();
+    if (alive) lock_ = QDBusUnixFileDescriptor();
+  } else {
+    didWake_.notify();
+    if (alive) takeLock();
+  }
+}
+
+void LogindWorkspace::onOwnerChanged(const QString& /*name*/, const QString& /*before*/,
+                                     const QString& now) {
+  owner_ = now;
+  if (now.isEmpty()) return;
+  takeLock();
+  // The one that announced sleep is gone; nobody will announce the wake.
+  if (std::exchange(preparing_, false)) didWake_.notify();
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,38 @@
+// Low Power Mode as the power profile "power-saver". The daemon has had two names, and systems have
+// either or both. While no daemon answers, its last word stands: the profile is the kernel's and
+// does not change because a daemon stops.
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+
+#include "platform/ProcessInfo.h"
+#include "platform/freedesktop/Readiness.h"
+#include "platform/freedesktop/RemoteProperties.h"
+
+namespace tollbeam {
+
+class PowerProfilesProcessInfo final : public ProcessInfo {
+ public:
+  explicit PowerProfilesProcessInfo(const QDBusConnection& systemBus);
+
+  [[nodiscard]] bool isLowPowerModeEnabled() const override { return enabled_; }
+  Subscription onPowerStateChange(std::function<void()> changed) override;
+
+  /// Calls `ready` once, never before this returns: when a daemon has answered, none is there, or
+  /// it has been silent for too long.
+  Subscription whenReady(std::function<void()> ready);
+
+ private:
+  void follow(RemoteProperties& profiles);
+  void onUpdated(const RemoteProperties& profiles);
+
+  RemoteProperties profiles_;
+  RemoteProperties olderProfiles_;
+  bool enabled_ = false;
+  Observers<> observers_;
+  Readiness readiness_;
+  QObject context_;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,32 @@
+#include "platform/freedesktop/PowerTableCache.h"
+
+#include "platform/freedesktop/SupplyReading.h"
+
+namespace tollbeam {
+
+PowerTableCache::Table PowerTableCache::update(const std::optional<UPowerAnswer>& upower,
+                                               const Supplies& supplies) {
+  std::optional<List> daemonsTable;
+  if (upower) {
+    const auto reading = readUPower(*upower);
+    if (!reading || !isGlitch(*reading)) {
+      daemonsTable = powerTable(reading);
+      if (hasInternalBattery(*daemonsTable)) return last_ = {daemonsTable, false};
+    } else if (last_.sources && hasInternalBattery(*last_.sources)) {
+      return last_;
+    }
+  }
+
+  const auto kernel = supplies();
+  const auto reading = kernel ? readSupplies(*kernel) : std::nullopt;
+  if (reading && !isGlitch(*reading)) return last_ = {powerTable(reading), true};
+  if (daemonsTable) return last_ = {daemonsTable, false};
+  if (reading) {
+    if (!last_.sources) last_ = {List{}, true};
+    return last_;
+  }
+  if (kernel) return last_ = {List{}, true};
+  return last_ = {std::nullopt, true};
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,130 @@
+#include "platform/freedesktop/RemoteProperties.h"
+
+#include <QDBusArgument>
+#include <QDBusError>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QMetaType>
+#include <utility>
+
+namespace tollbeam {
+
+namespace {
+
+const auto busService = QStringLiteral("org.freedesktop.DBus");
+const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
+std::optional<Value> valueOf(const QVariant& variant) {
+  switch (variant.metaType().id()) {
+    case QMetaType::Bool:
+      return Value(variant.toBool());
+    case QMetaType::UChar:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+      return Value(std::int64_t{variant.toLongLong()});
+    case QMetaType::ULongLong:
+      return Value(std::uint64_t{variant.toULongLong()});
+    case QMetaType::Double:
+      return Value(variant.toDouble());
+    case QMetaType::QString:
+      return Value(variant.toString().toStdString());
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace
+
+RemoteProperties::RemoteProperties(const QDBusConnection& bus, Address address, QStringList keys,
+                                   Activation activation)
+    : bus_(bus), address_(std::move(address)), keys_(std::move(keys)), activation_(activation) {
+  // The rules name path and interface, so that the bus wakes us for nothing else. They name no
+  // sender: with a service name the library would ask for its owner and wait. The sender is
+  // checked when a signal comes.
+  bus_.connect(busService, QString(), busService, QStringLiteral("NameOwnerChanged"),
+               {address_.service}, QString(), this,
+               SLOT(onOwnerChanged(QString, QString, QString)));
+  bus_.connect(QString(), address_.path, propertiesInterface, QStringLiteral("PropertiesChanged"),
+               {address_.interface}, QString(), this,
+               SLOT(onPropertiesChanged(QString, QVariantMap, QStringList, QDBusMessage)));
+  ask();
+}
+
+void RemoteProperties::ask() {
+  auto call = QDBusMessage::createMethodCall(address_.service, address_.path, propertiesInterface,
+                                             QStringLiteral("GetAll"));
+  call << address_.interface;
+  call.setAutoStartService(activation_ == Activation::allowed);
+  hung_ = false;
+  if (!values_) state_ = State::asking;
+  const int question = ++question_;
+  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this,
+          [this, question](QDBusPendingCallWatcher* finished) {
+            finished->deleteLater();
+            if (question == question_) take(finished->reply());
+          });
+}
+
+void RemoteProperties::take(const QDBusMessage& answer) {
+  const auto arguments = answer.arguments();
+  if (answer.type() == QDBusMessage::ReplyMessage && !arguments.isEmpty()) {
+    owner_ = answer.service();
+    values_ = followed(qdbus_cast<QVariantMap>(arguments.first()));
+    state_ = State::known;
+  } else {
+    const auto error = QDBusError(answer).type();
+    hung_ = error == QDBusError::NoReply || error == QDBusError::Timeout ||
+            error == QDBusError::TimedOut;
+    values_.reset();
+    state_ = State::absent;
+  }
+  Q_EMIT updated();
+}
+
+void RemoteProperties::onOwnerChanged(const QString& /*name*/, const QString& /*before*/,
+                                      const QString& now) {
+  values_.reset();
+  owner_ = now;
+  if (now.isEmpty()) {
+    hung_ = false;
+    ++question_;
+    state_ = State::absent;
+  } else {
+    ask();
+  }
+  Q_EMIT updated();
+}
+
+void RemoteProperties::onPropertiesChanged(const QString& /*interface*/, const QVariantMap& changed,
+                                           const QStringList& invalidated,
+                                           const QDBusMessage& message) {
+  if (!values_) {
+    // A service that hung through our question will not answer it any more, but it is back.
+    if (hung_) ask();
+    return;
+  }
+  if (message.service() != owner_) return;
+  for (const auto& key : invalidated) {
+    if (keys_.contains(key)) return ask();
+  }
+  auto news = followed(changed);
+  news.merge(Dictionary(*values_));
+  if (news == *values_) return;
+  values_ = std::move(news);
+  Q_EMIT updated();
+}
+
+Dictionary RemoteProperties::followed(const QVariantMap& properties) const {
+  Dictionary kept;
+  for (const auto& key : keys_) {
+    if (const auto value = valueOf(properties.value(key))) kept.emplace(key.toStdString(), *value);
+  }
+  return kept;
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,75 @@
+#include "platform/freedesktop/UPowerReading.h"
+
+#include <cmath>
+#include <cstdint>
+#include <string_view>
+
+namespace tollbeam {
+
+namespace {
+
+// The daemon's own numbers, part of its public interface.
+constexpr std::int64_t unknownKind = 0;
+constexpr std::int64_t batteryKind = 2;
+constexpr std::int64_t upsKind = 3;
+
+std::optional<std::int64_t> integerAt(const Dictionary& d, std::string_view key) {
+  const Value* value = find(d, key);
+  return value ? value->integer() : std::nullopt;
+}
+
+std::string typeText(std::int64_t kind) {
+  if (kind == batteryKind) return "InternalBattery";
+  return kind == upsKind ? "UPS" : "Unknown";
+}
+
+ChargeState chargeState(std::int64_t state) {
+  switch (state) {
+    case 1:
+      return ChargeState::charging;
+    case 2:
+    case 3:  // Empty: still running on what is left.
+      return ChargeState::discharging;
+    case 4:
+      return ChargeState::full;
+    case 5:  // Waiting to charge: a limit holds.
+    case 6:  // Waiting to discharge: another pack goes first.
+      return ChargeState::notCharging;
+    default:
+      return ChargeState::unknown;
+  }
+}
+
+// The daemon says 0 seconds while it has no estimate.
+std::optional<std::int64_t> minutes(std::optional<std::int64_t> seconds) {
+  if (!seconds || *seconds <= 0) return std::nullopt;
+  return *seconds / 60;
+}
+
+}  // namespace
+
+std::optional<SourceReading> readUPower(const UPowerAnswer& answer) {
+  const auto& device = answer.device;
+  const auto kind = integerAt(device, "Type").value_or(unknownKind);
+  const Value* present = find(device, "IsPresent");
+  if (kind == unknownKind || (present && !present->flag().value_or(true))) return std::nullopt;
+
+  SourceReading reading;
+  reading.type = typeText(kind);
+  if (const Value* model = find(device, "Model"); model && model->text()) {
+    reading.name = *model->text();
+  }
+  const Value* percentage = find(device, "Percentage");
+  const auto percent = percentage ? percentage->number() : std::nullopt;
+  // A device without a readable charge stays at "unknown, 0 %": a glitch, not an empty battery.
+  if (percent && std::isfinite(*percent)) {
+    reading.percent = *percent;
+    reading.state = chargeState(integerAt(device, "State").value_or(0));
+  }
+  reading.onExternalPower = !answer.onBattery;
+  reading.minutesToFull = minutes(integerAt(device, "TimeToFull"));
+  reading.minutesToEmpty = minutes(integerAt(device, "TimeToEmpty"));
+  return reading;
+}
+
+}  // namespace tollbeam

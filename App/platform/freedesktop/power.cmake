@@ -1,0 +1,24 @@
+# Battery, Low Power Mode and sleep. What the services and the kernel say is decoded without Qt.
+tollbeam_room(tollbeam_power_readings
+  BatteryPacks.cpp
+  PowerSupplies.cpp
+  PowerSuppliesReader.cpp
+  PowerTable.cpp
+  PowerTableCache.cpp
+  SmartBattery.cpp
+  SupplyReading.cpp
+  UPowerReading.cpp)
+target_link_libraries(tollbeam_power_readings PUBLIC tollbeam_ports)
+
+tollbeam_room(tollbeam_freedesktop_power
+  FreedesktopPowerSources.cpp
+  LogindWorkspace.cpp
+  PowerProfilesProcessInfo.cpp
+  PowerSupplyMonitor.cpp
+  Readiness.cpp
+  RemoteProperties.cpp)
+target_link_libraries(tollbeam_freedesktop_power
+  PUBLIC tollbeam_power_readings Qt6::Core Qt6::DBus
+  PRIVATE PkgConfig::UDEV)
+set_target_properties(tollbeam_freedesktop_power PROPERTIES AUTOMOC ON)
+target_link_libraries(tollbeam_platform_freedesktop INTERFACE tollbeam_freedesktop_power)
