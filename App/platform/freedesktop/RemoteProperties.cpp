@@ -59,9 +59,15 @@ void RemoteProperties::ask() {
                                              QStringLiteral("GetAll"));
   call << address_.interface;
   call.setAutoStartService(activation_ == Activation::allowed);
-  hung_ = false;
   if (!values_) state_ = State::asking;
   const int question = ++question_;
+  if (!bus_.isConnected()) {
+    // The library would never finish such a call.
+    const auto refusal = QDBusMessage::createError(QDBusError::Disconnected, QString());
+    QMetaObject::invokeMethod(
+        this, [this, refusal] { take(refusal); }, Qt::QueuedConnection);
+    return;
+  }
   auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this,
           [this, question](QDBusPendingCallWatcher* finished) {
@@ -77,11 +83,12 @@ void RemoteProperties::take(const QDBusMessage& answer) {
     values_ = followed(qdbus_cast<QVariantMap>(arguments.first()));
     state_ = State::known;
   } else {
-    const auto error = QDBusError(answer).type();
-    hung_ = error == QDBusError::NoReply || error == QDBusError::Timeout ||
-            error == QDBusError::TimedOut;
     values_.reset();
     state_ = State::absent;
+    // Nobody refused, our own patience ended: the service hangs. A question that waits for it is
+    // answered the moment it goes on.
+    const bool hangs = QDBusError(answer).type() == QDBusError::NoReply;
+    if (hangs && answer.service().isEmpty()) ask();
   }
   Q_EMIT updated();
 }
@@ -91,7 +98,6 @@ void RemoteProperties::onOwnerChanged(const QString& /*name*/, const QString& /*
   values_.reset();
   owner_ = now;
   if (now.isEmpty()) {
-    hung_ = false;
     ++question_;
     state_ = State::absent;
   } else {
@@ -103,12 +109,8 @@ void RemoteProperties::onOwnerChanged(const QString& /*name*/, const QString& /*
 void RemoteProperties::onPropertiesChanged(const QString& /*interface*/, const QVariantMap& changed,
                                            const QStringList& invalidated,
                                            const QDBusMessage& message) {
-  if (!values_) {
-    // A service that hung through our question will not answer it any more, but it is back.
-    if (hung_) ask();
-    return;
-  }
-  if (message.service() != owner_) return;
+  // What changes before the answer is in the answer.
+  if (!values_ || message.service() != owner_) return;
   for (const auto& key : invalidated) {
     if (keys_.contains(key)) return ask();
   }

@@ -62,7 +62,6 @@ class RemoteProperties final : public QObject {
   State state_ = State::asking;
   std::optional<Dictionary> values_;
   QString owner_;
-  bool hung_ = false;
   int question_ = 0;
 };
 

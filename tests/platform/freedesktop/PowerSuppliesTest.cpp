@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "platform/freedesktop/Supplies.h"
+#include "platform/freedesktop/SuppliesFolder.h"
 
 namespace tollbeam {
 namespace {
@@ -13,34 +13,8 @@ namespace {
 using namespace test;
 namespace fs = std::filesystem;
 
-// A folder like the kernel's, with links to the devices as the kernel has them.
-class Folder {
- public:
-  Folder() {
-    std::string pattern = (fs::temp_directory_path() / "tollbeam-supplies-XXXXXX").string();
-    root_ = ::mkdtemp(pattern.data());
-    fs::create_directories(root_ / "class");
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() { fs::remove_all(root_); }
-
-  [[nodiscard]] std::string path() const { return (root_ / "class").string(); }
-
-  void add(const std::string& device, const SupplyAttributes& attributes) const {
-    fs::create_directories(root_ / "devices" / device);
-    for (const auto& [attribute, text] : attributes) {
-      std::ofstream(root_ / "devices" / device / attribute) << text << '\n';
-    }
-    fs::create_symlink("../devices/" + device, root_ / "class" / device);
-  }
-
- private:
-  fs::path root_;
-};
-
 TEST(PowerSupplies, AreReadFromTheirFiles) {
-  const Folder folder;
+  const SuppliesFolder folder;
   folder.add("BAT0", energyPack());
   folder.add("AC", mains("1"));
   const PowerSupplies expected{{"AC", mains("1")}, {"BAT0", energyPack()}};
@@ -48,7 +22,7 @@ TEST(PowerSupplies, AreReadFromTheirFiles) {
 }
 
 TEST(PowerSupplies, OfAMouseAreNotReadBeyondTheirKind) {
-  const Folder folder;
+  const SuppliesFolder folder;
   folder.add("hidpp_battery_0", mouse());
   const auto read = readPowerSupplies(folder.path());
   ASSERT_TRUE(read);
@@ -57,7 +31,7 @@ TEST(PowerSupplies, OfAMouseAreNotReadBeyondTheirKind) {
 }
 
 TEST(PowerSupplies, AnUnreadableAttributeIsMissing) {
-  const Folder folder;
+  const SuppliesFolder folder;
   folder.add("BAT0", energyPack());
   fs::remove(folder.path() + "/BAT0/energy_now");
   // Reading a folder fails as reading a file of a device that is going away does.
@@ -68,7 +42,7 @@ TEST(PowerSupplies, AnUnreadableAttributeIsMissing) {
 }
 
 TEST(PowerSupplies, AreAbsentWithoutTheFolderAndNoneInAnEmptyOne) {
-  const Folder folder;
+  const SuppliesFolder folder;
   EXPECT_EQ(readPowerSupplies(folder.path()), PowerSupplies());
   EXPECT_EQ(readPowerSupplies(folder.path() + "/missing"), std::nullopt);
 }

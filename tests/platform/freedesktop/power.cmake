@@ -10,3 +10,12 @@ tollbeam_test(power_readings_tests
     platform/freedesktop/UPowerReadingTest.cpp
   LIBS tollbeam_power_readings)
 
+tollbeam_test(power_bus_tests
+  SOURCES
+    support/QtMain.cpp
+    platform/freedesktop/FakeProperties.cpp
+    platform/freedesktop/FreedesktopPowerSourcesTest.cpp
+    platform/freedesktop/LogindWorkspaceTest.cpp
+    platform/freedesktop/PowerProfilesProcessInfoTest.cpp
+    platform/freedesktop/RemotePropertiesTest.cpp
+  LIBS tollbeam_freedesktop_power tollbeam_test_support Qt6::Widgets)

@@ -1,0 +1,250 @@
+#include "platform/freedesktop/FreedesktopPowerSources.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "platform/freedesktop/FakeProperties.h"
+#include "platform/freedesktop/Supplies.h"
+#include "platform/freedesktop/SuppliesFolder.h"
+#include "support/PrivateBus.h"
+
+namespace tollbeam {
+namespace {
+
+using test::FakeProperties;
+using test::waitFor;
+
+const auto service = QStringLiteral("org.freedesktop.UPower");
+const auto percentage = QStringLiteral("Percentage");
+const auto state = QStringLiteral("State");
+
+class FreedesktopPowerSourcesTest : public testing::Test {
+ protected:
+  FreedesktopPowerSourcesTest() {
+    device.properties = {{QStringLiteral("Type"), 2U},
+                         {QStringLiteral("IsPresent"), true},
+                         {state, 2U},
+                         {percentage, 55.0},
+                         {QStringLiteral("TimeToEmpty"), qlonglong{3600}},
+                         {QStringLiteral("UpdateTime"), qulonglong{1}}};
+    manager.properties = {{QStringLiteral("OnBattery"), true}};
+    folder.add("BAT0", test::energyPack());  // At 80 %: told apart from the daemon's 55 %.
+    folder.add("AC", test::mains("0"));
+  }
+
+  void startDaemon() { ASSERT_TRUE(daemon.registerService(service)); }
+  void stopDaemon() { daemon.unregisterService(service); }
+
+  void start() {
+    sources = std::make_unique<FreedesktopPowerSources>(bus.connect(), folder.path());
+    ready = sources->whenReady([this] {
+      ++timesReady;
+      percentWhenReady = percent();
+      observation = sources->observe([this] { percentsTold.push_back(percent()); });
+    });
+    EXPECT_EQ(timesReady, 0);
+  }
+
+  void startAndWaitUntilReady() {
+    start();
+    ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
+  }
+
+  [[nodiscard]] std::optional<double> percent() const {
+    const auto table = sources->descriptions();
+    if (!table || table->empty()) return std::nullopt;
+    return find(*table->front().dictionary(), "Current Capacity")->number();
+  }
+
+  using Percents = std::vector<std::optional<double>>;
+
+  test::PrivateBus bus;
+  test::SuppliesFolder folder;
+  QDBusConnection daemon = bus.connect();
+  FakeProperties device{daemon, QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice"),
+                        QStringLiteral("org.freedesktop.UPower.Device")};
+  FakeProperties manager{daemon, QStringLiteral("/org/freedesktop/UPower"), service};
+  int timesReady = 0;
+  std::optional<double> percentWhenReady;
+  Percents percentsTold;
+  std::unique_ptr<FreedesktopPowerSources> sources;
+  Subscription ready;
+  std::optional<Subscription> observation;
+};
+
+TEST_F(FreedesktopPowerSourcesTest, AreReadyWithTheDaemonsFirstWholeAnswer) {
+  startDaemon();
+  startAndWaitUntilReady();
+  EXPECT_EQ(percentWhenReady, 55);
+  EXPECT_EQ(device.asked, 1);
+  EXPECT_EQ(manager.asked, 1);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, TakeBothAnswersForAWholeOne) {
+  startDaemon();
+  manager.silent = true;
+  start();
+  ASSERT_TRUE(waitFor([this] { return device.asked == 1 && manager.asked == 1; }));
+  EXPECT_EQ(percent(), 80);
+  manager.answer();
+  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
+  EXPECT_EQ(percentWhenReady, 55);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, AreReadyAtOnceWithoutTheDaemon) {
+  startAndWaitUntilReady();
+  EXPECT_EQ(percentWhenReady, 80);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, WaitForAHangingDaemonOnlySoLong) {
+  startDaemon();
+  device.silent = manager.silent = true;
+  startAndWaitUntilReady();
+  EXPECT_EQ(percentWhenReady, 80);
+  EXPECT_EQ(device.asked, 1);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, TellWhenAHangingDaemonAnswersAfterAll) {
+  startDaemon();
+  device.silent = manager.silent = true;
+  startAndWaitUntilReady();
+  device.answer();
+  manager.answer();
+  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
+  EXPECT_EQ(percentsTold, Percents{55});
+}
+
+TEST_F(FreedesktopPowerSourcesTest, AreReadyOnceForEveryoneWhoAsks) {
+  startDaemon();
+  startAndWaitUntilReady();
+  int timesLate = 0;
+  const auto late = sources->whenReady([&timesLate] { ++timesLate; });
+  EXPECT_EQ(timesLate, 0);
+  ASSERT_TRUE(waitFor([&timesLate] { return timesLate > 0; }));
+  int timesLater = 0;
+  const auto later = sources->whenReady([&timesLater] { ++timesLater; });
+  ASSERT_TRUE(waitFor([&timesLater] { return timesLater > 0; }));
+  EXPECT_EQ(timesReady, 1);
+  EXPECT_EQ(timesLate, 1);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, TellABurstOnce) {
+  startDaemon();
+  startAndWaitUntilReady();
+  for (int i = 0; i < 20; ++i) device.change({{percentage, 54.0 - i}});
+  manager.change({{QStringLiteral("OnBattery"), false}});
+  device.change({{state, 1U}});
+  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
+  device.change({{percentage, 90.0}});
+  ASSERT_TRUE(waitFor([this] { return percentsTold.size() > 1; }));
+  EXPECT_EQ(percentsTold, (Percents{35, 90}));
+}
+
+TEST_F(FreedesktopPowerSourcesTest, TellNothingThatAReaderWouldNotSee) {
+  startDaemon();
+  startAndWaitUntilReady();
+  device.change({{percentage, 55.4}});
+  device.change({{QStringLiteral("TimeToEmpty"), qlonglong{3659}}});
+  device.change({{QStringLiteral("UpdateTime"), qulonglong{2}}});
+  ASSERT_TRUE(waitFor([this] { return percent() == 55.4; }));
+  device.change({{percentage, 40.0}});
+  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
+  EXPECT_EQ(percentsTold, Percents{40});
+}
+
+TEST_F(FreedesktopPowerSourcesTest, TellNothingWhenAFlickerIsOver) {
+  startDaemon();
+  startAndWaitUntilReady();
+  manager.change({{QStringLiteral("OnBattery"), false}});
+  manager.change({{QStringLiteral("OnBattery"), true}});
+  device.change({{percentage, 54.0}});
+  ASSERT_TRUE(waitFor([this] { return percent() == 54; }));
+  device.change({{percentage, 55.0}});
+  ASSERT_TRUE(waitFor([this] { return percent() == 55; }));
+  // Longer than a burst needs to settle.
+  EXPECT_FALSE(waitFor([this] { return !percentsTold.empty(); }, 800));
+  device.change({{percentage, 54.0}});
+  EXPECT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
+}
+
+TEST_F(FreedesktopPowerSourcesTest, KeepTheBatteryWhileTheDaemonRestarts) {
+  startDaemon();
+  startAndWaitUntilReady();
+  stopDaemon();
+  ASSERT_TRUE(waitFor([this] { return percent() != 55; }));
+  EXPECT_EQ(percent(), 80);
+  device.properties[percentage] = 54.0;
+  startDaemon();
+  ASSERT_TRUE(waitFor([this] { return percent() != 80; }));
+  EXPECT_EQ(percent(), 54);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, ReadTheKernelAfreshWhileThereIsNoDaemon) {
+  startAndWaitUntilReady();
+  folder.set("BAT0", "capacity", "42");
+  EXPECT_EQ(percent(), 42);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, KeepWhatWasKnownThroughAGlitch) {
+  startDaemon();
+  startAndWaitUntilReady();
+  device.change({{percentage, 0.0}, {state, 0U}});
+  device.change({{percentage, 50.0}, {state, 1U}});
+  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
+  EXPECT_EQ(percentsTold, Percents{50});
+  device.change({{percentage, 0.0}, {state, 0U}});
+  stopDaemon();
+  ASSERT_TRUE(waitFor([this] { return percent() == 80; }));
+}
+
+TEST_F(FreedesktopPowerSourcesTest, PreferABatteryToAnUninterruptibleSupply) {
+  startDaemon();
+  device.properties[QStringLiteral("Type")] = 3U;
+  startAndWaitUntilReady();
+  EXPECT_EQ(percentWhenReady, 80);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, TellTheSmartBatteryFromTheKernelAlways) {
+  startDaemon();
+  startAndWaitUntilReady();
+  const auto properties = sources->smartBattery();
+  ASSERT_TRUE(properties);
+  EXPECT_EQ(properties->at("AppleRawMaxCapacity"), Value(50000));
+  const FreedesktopPowerSources elsewhere(bus.connect(), folder.path() + "/missing");
+  EXPECT_EQ(elsewhere.smartBattery(), std::nullopt);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, WorkWithoutABus) {
+  sources = std::make_unique<FreedesktopPowerSources>(
+      QDBusConnection(QStringLiteral("no such connection")), folder.path());
+  ready = sources->whenReady([this] { ++timesReady; });
+  EXPECT_EQ(percent(), 80);
+  EXPECT_TRUE(waitFor([this] { return timesReady == 1; }));
+}
+
+TEST_F(FreedesktopPowerSourcesTest, MayEndWhileSomethingIsUnderWay) {
+  startDaemon();
+  device.silent = true;
+  start();
+  ASSERT_TRUE(waitFor([this] { return device.asked == 1; }));
+  sources.reset();
+  device.answer();
+  device.change({{percentage, 54.0}});
+  start();
+  ASSERT_TRUE(waitFor([this] { return device.asked == 2; }));
+}
+
+TEST_F(FreedesktopPowerSourcesTest, MayEndInTheirOwnCallbacks) {
+  startDaemon();
+  sources = std::make_unique<FreedesktopPowerSources>(bus.connect(), folder.path());
+  ready = sources->whenReady([this] { sources.reset(); });
+  ASSERT_TRUE(waitFor([this] { return sources == nullptr; }));
+  startAndWaitUntilReady();
+  observation = sources->observe([this] { sources.reset(); });
+  device.change({{percentage, 54.0}});
+  EXPECT_TRUE(waitFor([this] { return sources == nullptr; }));
+}
+
+}  // namespace
+}  // namespace tollbeam
