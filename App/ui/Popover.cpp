@@ -14,7 +14,7 @@ namespace {
 
 // From the release that closes the popover to the status item's own message, with a slow panel
 // between them.
-constexpr double kSameClickSeconds = 0.4;
+constexpr int kSameClickMs = 400;
 
 QPoint cornerOfPrimaryScreen() {
   const QRect area = QGuiApplication::primaryScreen()->geometry();
@@ -37,10 +37,9 @@ QPoint anchorOf(ClickPosition position, std::optional<QPoint> last) {
 
 }  // namespace
 
-Popover::Popover(OutsideClicks& outsideClicks, const Clock& clock, QWidget* view)
+Popover::Popover(OutsideClicks& outsideClicks, QWidget* view)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
-      outsideClicks_(outsideClicks),
-      clock_(clock) {
+      outsideClicks_(outsideClicks) {
   setWindowTitle(QStringLiteral("Tollbeam"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -60,8 +59,7 @@ void Popover::showAt(ClickPosition position) {
 }
 
 bool Popover::wasJustClosedByAClick() const {
-  const double ago = clock_.now() - closedByClick_;
-  return ago >= 0 && ago < kSameClickSeconds;
+  return closedByClick_.isValid() && closedByClick_.elapsed() < kSameClickMs;
 }
 
 bool Popover::event(QEvent* event) {
@@ -102,7 +100,7 @@ void Popover::onButton(OutsideClicks::Button button) {
 }
 
 void Popover::closeForAClick() {
-  closedByClick_ = clock_.now();
+  closedByClick_.start();
   close();
 }
 

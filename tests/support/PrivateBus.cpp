@@ -7,11 +7,32 @@
 
 namespace tollbeam::test {
 
+namespace {
+
+// The usual session bus without its service folders: what is installed on this machine must not
+// answer in a test.
+constexpr const char* kConfiguration = R"(<busconfig>
+  <type>session</type>
+  <listen>unix:tmpdir=/tmp</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)";
+
+}  // namespace
+
 PrivateBus::PrivateBus() {
+  if (!configuration_.open() || configuration_.write(kConfiguration) < 0) std::abort();
+  configuration_.close();
   daemon_.setStandardErrorFile(QProcess::nullDevice());
-  daemon_.start(QStringLiteral("dbus-daemon"),
-                {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                 QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1")});
+  daemon_.start(
+      QStringLiteral("dbus-daemon"),
+      {QStringLiteral("--config-file=") + configuration_.fileName(), QStringLiteral("--nofork"),
+       QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1")});
   if (!daemon_.waitForStarted() || !daemon_.waitForReadyRead()) std::abort();
   address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
 }

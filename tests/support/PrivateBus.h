@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QProcess>
 #include <QString>
+#include <QTemporaryFile>
 #include <functional>
 
 namespace tollbeam::test {
@@ -22,6 +23,7 @@ class PrivateBus {
   [[nodiscard]] QDBusConnection connect();
 
  private:
+  QTemporaryFile configuration_;
   QProcess daemon_;
   QString address_;
   QStringList names_;

@@ -1,0 +1,47 @@
+// Launch at login by an XDG autostart entry in the user's configuration folder. The file is the
+// only memory: the user and the desktop's own settings may switch it too, and are believed.
+//
+// An entry of the same name in the system's folders counts while the user has none; taking that
+// back needs a user's entry that hides it. Keys that others put into the user's entry stay.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/FileManager.h"
+#include "platform/LoginItem.h"
+
+namespace tollbeam {
+
+class AutostartEntry final : public LoginItem {
+ public:
+  struct Folders {
+    /// Absent: nothing can be registered.
+    std::optional<std::string> user;
+    /// The most important first.
+    std::vector<std::string> system;
+  };
+
+  /// `executable`: the absolute path of the program to start.
+  AutostartEntry(FileManager& files, std::string executable, Folders folders = standardFolders());
+
+  [[nodiscard]] static Folders standardFolders();
+
+  std::optional<std::string> registerItem() override;
+  std::optional<std::string> unregisterItem() override;
+
+  /// Hidden entries, and those whose program is gone, are not registered; one that is there but
+  /// switched off by the desktop (X-GNOME-Autostart-enabled=false) requires approval.
+  [[nodiscard]] Status status() const override;
+
+ private:
+  [[nodiscard]] std::string userFile() const;
+  [[nodiscard]] std::optional<std::string> systemEntry() const;
+
+  FileManager& files_;
+  std::string executable_;
+  Folders folders_;
+};
+
+}  // namespace tollbeam

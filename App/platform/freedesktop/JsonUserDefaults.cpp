@@ -1,0 +1,132 @@
+#include "platform/freedesktop/JsonUserDefaults.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <chrono>
+#include <utility>
+
+#include "platform/freedesktop/Links.h"
+#include "platform/freedesktop/SetAside.h"
+#include "platform/freedesktop/UserFolders.h"
+#include "platform/freedesktop/ValueJson.h"
+
+namespace tollbeam {
+
+namespace {
+
+// An editor that writes in place shows half a file for a moment: it is damaged only if it stays so.
+constexpr auto kDamageStands = std::chrono::seconds(1);
+
+bool isMissing(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
+Dictionary overlaid(Dictionary base, const Dictionary& over) {
+  for (const auto& [key, value] : over) base.insert_or_assign(key, value);
+  return base;
+}
+
+}  // namespace
+
+JsonUserDefaults::JsonUserDefaults(FileManager& files, std::optional<std::string> path)
+    : files_(files), path_(std::move(path)) {
+  if (!path_) return;
+  damageStands_.setSingleShot(true);
+  damageStands_.setInterval(kDamageStands);
+  damageStands_.callOnTimeout([this] { takeOver(readOrSetAside()); });
+  // Watched before it is read: a change in between is read twice rather than missed.
+  watch_ = std::make_unique<FileWatch>(*path_, [this] { fileChanged(); });
+  values_ = readOrSetAside().values;
+}
+
+JsonUserDefaults::~JsonUserDefaults() = default;
+
+std::optional<std::string> JsonUserDefaults::defaultPath() {
+  if (auto folder = configHome()) return *folder + "/Tollbeam/preferences.json";
+  return std::nullopt;
+}
+
+const Value* JsonUserDefaults::stored(std::string_view key) const { return find(values_, key); }
+
+Subscription JsonUserDefaults::onChange(std::function<void()> changed) {
+  return observers_.add(std::move(changed));
+}
+
+void JsonUserDefaults::set(std::string_view key, Value value) {
+  // What the file will answer is what counts from now on. A value that no file can hold, such as
+  // a number that is not finite, is not taken.
+  auto asStored = dictionaryFromJson(toJson({{std::string(key), std::move(value)}}));
+  if (!asStored || asStored->empty()) return;
+  unsaved_ = overlaid(std::move(unsaved_), *asStored);
+  if (path_) {
+    store();
+  } else {
+    adopt(values_);
+  }
+}
+
+JsonUserDefaults::Stored JsonUserDefaults::read() const {
+  const auto bytes = files_.contents(*path_);
+  if (!bytes) return {isMissing(*path_) ? State::missing : State::unreadable, {}};
+  auto values = dictionaryFromJson(*bytes);
+  if (!values) return {State::damaged, {}};
+  return {State::good, std::move(*values)};
+}
+
+JsonUserDefaults::Stored JsonUserDefaults::readOrSetAside() {
+  Stored file = read();
+  if (file.state == State::damaged) {
+    file.state = setAside(*path_) ? State::missing : State::unreadable;
+  }
+  return file;
+}
+
+void JsonUserDefaults::store() {
+  Stored file = readOrSetAside();
+  if (file.state == State::unreadable) {
+    adopt(values_);
+    return;
+  }
+  Dictionary values = overlaid(file.values, unsaved_);
+  if (values != file.values) {
+    files_.createDirectory(withoutFinalSlash(folderOf(*path_)));
+    if (!files_.write(*path_, toJson(values))) unsaved_.clear();
+    watch_->rearm();
+  } else {
+    unsaved_.clear();
+  }
+  adopt(std::move(values));
+}
+
+void JsonUserDefaults::fileChanged() {
+  const Stored file = read();
+  if (file.state == State::damaged) {
+    if (!damageStands_.isActive()) damageStands_.start();
+  } else {
+    damageStands_.stop();
+    takeOver(file);
+  }
+}
+
+void JsonUserDefaults::takeOver(const Stored& file) {
+  adopt(file.state == State::unreadable ? values_ : file.values);
+}
+
+void JsonUserDefaults::adopt(Dictionary values) {
+  values = overlaid(std::move(values), unsaved_);
+  if (values == values_) return;
+  values_ = std::move(values);
+  if (std::exchange(telling_, true)) return;
+  // From the event loop, so that whoever sets a value has finished with it first.
+  QMetaObject::invokeMethod(
+      &context_,
+      [this] {
+        telling_ = false;
+        observers_.notify();
+      },
+      Qt::QueuedConnection);
+}
+
+}  // namespace tollbeam

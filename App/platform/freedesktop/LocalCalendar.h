@@ -1,0 +1,13 @@
+// The calendar of the C library: the zone of $TZ, else of /etc/localtime, as it is at each call.
+#pragma once
+
+#include "platform/Calendar.h"
+
+namespace tollbeam {
+
+class LocalCalendar final : public Calendar {
+ public:
+  [[nodiscard]] TimeOfDay timeOfDay(Date instant) const override;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,81 @@
+#include "platform/freedesktop/NotificationCall.h"
+
+#include <QString>
+#include <QUrl>
+#include <QVariantMap>
+
+namespace tollbeam {
+
+namespace {
+
+constexpr uchar kNormalUrgency = 1;
+// The server's own: it knows how long its user wants to read.
+constexpr int kServerDecides = -1;
+
+QString escaped(QString text) {
+  // The ampersand first, or it would be escaped twice.
+  return text.replace(QLatin1Char('&'), QLatin1String("&amp;"))
+      .replace(QLatin1Char('<'), QLatin1String("&lt;"))
+      .replace(QLatin1Char('>'), QLatin1String("&gt;"));
+}
+
+QString iconName(const std::string& icon) {
+  const QString name = QString::fromStdString(icon);
+  return icon.starts_with('/') ? QString::fromUtf8(QUrl::fromLocalFile(name).toEncoded()) : name;
+}
+
+QStringList actionPairs(const std::vector<NotificationAction>& actions) {
+  // With a default action a click on the bubble closes it everywhere; without one some servers
+  // start the program of the desktop entry instead. Its label shows where all actions are a menu.
+  QStringList pairs{QLatin1String(kDefaultAction), QStringLiteral("Dismiss")};
+  for (const auto& action : actions) {
+    pairs << QString::fromStdString(action.identifier) << QString::fromStdString(action.title);
+  }
+  return pairs;
+}
+
+void addSound(QVariantMap& hints, const std::optional<NotificationSound>& sound,
+              const NotificationLook& look) {
+  if (!sound) {
+    hints[QStringLiteral("suppress-sound")] = true;
+  } else if (!sound->name) {
+    // What sound themes call the sound of a message that just came.
+    hints[QStringLiteral("sound-name")] = QStringLiteral("message-new-instant");
+  } else if (const auto file = look.soundFile ? look.soundFile(*sound->name) : std::nullopt) {
+    hints[QStringLiteral("sound-file")] = QString::fromStdString(*file);
+  } else {
+    hints[QStringLiteral("sound-name")] = QString::fromStdString(*sound->name);
+  }
+}
+
+}  // namespace
+
+ServerCapabilities ServerCapabilities::from(const QStringList& names) {
+  return {.actions = names.contains(QLatin1String("actions")),
+          .bodyMarkup = names.contains(QLatin1String("body-markup")),
+          .sound = names.contains(QLatin1String("sound"))};
+}
+
+QVariantList notifyArguments(const Bubble& bubble, const NotificationLook& look,
+                             const ServerCapabilities& server, uint replacesId) {
+  const QString body = QString::fromStdString(bubble.body);
+  const QString icon = iconName(look.icon);
+  QVariantMap hints{
+      {QStringLiteral("urgency"), QVariant::fromValue(kNormalUrgency)},
+      {QStringLiteral("desktop-entry"), QString::fromStdString(look.desktopEntry)},
+      {QStringLiteral("category"), QStringLiteral("device")},
+      {QStringLiteral("image-path"), icon},
+  };
+  // Silence is asked of every server; a sound only of one that says it can.
+  if (!bubble.sound || server.sound) addSound(hints, bubble.sound, look);
+  return {QString::fromStdString(look.applicationName),
+          replacesId,
+          icon,
+          QString::fromStdString(bubble.title),
+          server.bodyMarkup ? escaped(body) : body,
+          server.actions ? actionPairs(bubble.actions) : QStringList(),
+          hints,
+          kServerDecides};
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,199 @@
+#include "platform/freedesktop/NotificationServer.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <algorithm>
+#include <limits>
+#include <utility>
+#include <vector>
+
+namespace tollbeam {
+
+namespace {
+
+const QString kService = QStringLiteral("org.freedesktop.Notifications");
+const QString kPath = QStringLiteral("/org/freedesktop/Notifications");
+
+// A server that does not say what it can in this time is taken for one that can the usual.
+constexpr int kCapabilitiesTimeout = 5000;
+
+// A server that hangs has the call and shows the bubble when it goes on; its number must not be
+// lost by then. So a call without an answer means that the server left the bus.
+constexpr int kNever = std::numeric_limits<int>::max();
+
+QDBusMessage method(const char* name) {
+  return QDBusMessage::createMethodCall(kService, kPath, kService, QLatin1String(name));
+}
+
+/// Whether the call failed because no server is there, so that the next one should be asked.
+bool isServerMissing(const QDBusError& error) {
+  switch (error.type()) {
+    case QDBusError::ServiceUnknown:
+    case QDBusError::Disconnected:
+      return true;
+    default:
+      // Activation failed: Spawn.ExecFailed, Spawn.ChildExited and their like; or the name had
+      // no owner for a call that activates nothing.
+      return error.name().startsWith(QLatin1String("org.freedesktop.DBus.Error.Spawn.")) ||
+             error.name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
+  }
+}
+
+}  // namespace
+
+NotificationServer::NotificationServer(const QDBusConnection& bus, NotificationLook look)
+    : bus_(bus),
+      look_(std::move(look)),
+      services_(kService, bus, QDBusServiceWatcher::WatchForOwnerChange) {
+  connect(
+      &services_, &QDBusServiceWatcher::serviceOwnerChanged, this,
+      [this](const QString&, const QString&, const QString& newOwner) { ownerChanged(newOwner); });
+  // Without a sender, because Qt would ask the bus for the sender's owner and wait; the owner is
+  // compared at each signal instead.
+  bus_.connect({}, kPath, kService, QStringLiteral("ActionInvoked"), this,
+               SLOT(actionInvoked(uint, QString, QDBusMessage)));
+  bus_.connect({}, kPath, kService, QStringLiteral("NotificationClosed"), this,
+               SLOT(notificationClosed(uint, uint, QDBusMessage)));
+}
+
+void NotificationServer::show(const std::string& identifier, Bubble bubble) {
+  Slot& slot = slots_[identifier];
+  slot.waiting = std::move(bubble);
+  slot.withdrawn = false;
+  // With no server, too: asking starts one where the desktop has one to start.
+  if (presence_ == Presence::unknown || presence_ == Presence::absent) ask();
+  showNext(identifier);
+}
+
+void NotificationServer::withdraw(const std::string& identifier) {
+  const auto found = slots_.find(identifier);
+  if (found == slots_.end()) return;
+  Slot& slot = found->second;
+  slot.waiting.reset();
+  if (slot.calling) {
+    slot.withdrawn = true;
+  } else {
+    if (slot.id != 0) close(slot.id);
+    slots_.erase(found);
+  }
+}
+
+void NotificationServer::ask() {
+  presence_ = Presence::asking;
+  auto* call = new QDBusPendingCallWatcher(
+      bus_.asyncCall(method("GetCapabilities"), kCapabilitiesTimeout), this);
+  connect(call, &QDBusPendingCallWatcher::finished, this,
+          [this, generation = generation_](QDBusPendingCallWatcher* finished) {
+            asked(finished, generation);
+          });
+}
+
+void NotificationServer::asked(QDBusPendingCallWatcher* call, int generation) {
+  call->deleteLater();
+  if (generation != generation_) return;
+  const QDBusPendingReply<QStringList> reply = *call;
+  if (reply.isError() && isServerMissing(reply.error())) {
+    presence_ = Presence::absent;
+    return;
+  }
+  presence_ = Presence::present;
+  capabilities_ = reply.isError() ? ServerCapabilities{.actions = true}
+                                  : ServerCapabilities::from(reply.value());
+  showAllWaiting();
+}
+
+void NotificationServer::showNext(const std::string& identifier) {
+  const auto found = slots_.find(identifier);
+  if (found == slots_.end() || presence_ != Presence::present) return;
+  Slot& slot = found->second;
+  if (slot.calling || !slot.waiting) return;
+  const Bubble bubble = *std::exchange(slot.waiting, std::nullopt);
+  QDBusMessage message = method("Notify");
+  message.setArguments(notifyArguments(bubble, look_, capabilities_, slot.id));
+  slot.calling = true;
+  auto* call = new QDBusPendingCallWatcher(bus_.asyncCall(message, kNever), this);
+  connect(call, &QDBusPendingCallWatcher::finished, this,
+          [this, identifier, bubble, generation = generation_](QDBusPendingCallWatcher* finished) {
+            shown(identifier, bubble, finished, generation);
+          });
+}
+
+void NotificationServer::shown(const std::string& identifier, const Bubble& bubble,
+                               QDBusPendingCallWatcher* call, int generation) {
+  call->deleteLater();
+  const auto found = slots_.find(identifier);
+  if (found == slots_.end()) return;
+  Slot& slot = found->second;
+  slot.calling = false;
+  const QDBusPendingReply<uint> reply = *call;
+  const bool sameServer = generation == generation_;
+  if (reply.isError()) {
+    if (isServerMissing(reply.error()) || reply.error().type() == QDBusError::NoReply) {
+      if (!slot.waiting && !slot.withdrawn) slot.waiting = bubble;
+      if (sameServer) presence_ = Presence::absent;
+    }
+  } else if (sameServer) {
+    slot.id = reply.value();
+    owner_ = reply.reply().service();
+    if (slot.withdrawn) {
+      close(std::exchange(slot.id, 0));
+    } else if (bubble.sound && !capabilities_.sound && onSilentServer) {
+      onSilentServer(*bubble.sound);
+    }
+  }
+  slot.withdrawn = false;
+  if (slot.isIdle()) {
+    slots_.erase(found);
+  } else {
+    showNext(identifier);
+  }
+}
+
+void NotificationServer::showAllWaiting() {
+  std::vector<std::string> identifiers;
+  for (const auto& [identifier, slot] : slots_) identifiers.push_back(identifier);
+  for (const auto& identifier : identifiers) showNext(identifier);
+}
+
+bool NotificationServer::isAnyWaiting() const {
+  return std::any_of(slots_.begin(), slots_.end(),
+                     [](const auto& entry) { return entry.second.waiting.has_value(); });
+}
+
+void NotificationServer::close(uint id) {
+  QDBusMessage message = method("CloseNotification");
+  message << id;
+  // A server that is not there shows nothing to close.
+  message.setAutoStartService(false);
+  bus_.send(message);
+}
+
+void NotificationServer::ownerChanged(const QString& newOwner) {
+  ++generation_;
+  owner_.clear();
+  for (auto& [identifier, slot] : slots_) slot.id = 0;
+  std::erase_if(slots_, [](const auto& entry) { return entry.second.isIdle(); });
+  presence_ = newOwner.isEmpty() ? Presence::absent : Presence::unknown;
+  if (presence_ == Presence::unknown && isAnyWaiting()) ask();
+}
+
+std::map<std::string, NotificationServer::Slot>::iterator NotificationServer::slotOf(
+    uint id, const QDBusMessage& signal) {
+  if (id == 0 || signal.service() != owner_) return slots_.end();
+  return std::find_if(slots_.begin(), slots_.end(),
+                      [id](const auto& entry) { return entry.second.id == id; });
+}
+
+void NotificationServer::actionInvoked(uint id, const QString& action, const QDBusMessage& signal) {
+  if (slotOf(id, signal) == slots_.end() || !onAction) return;
+  onAction(action.toStdString());
+}
+
+void NotificationServer::notificationClosed(uint id, uint /*reason*/, const QDBusMessage& signal) {
+  const auto found = slotOf(id, signal);
+  if (found == slots_.end()) return;
+  found->second.id = 0;
+  if (found->second.isIdle()) slots_.erase(found);
+}
+
+}  // namespace tollbeam

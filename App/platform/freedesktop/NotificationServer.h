@@ -1,0 +1,81 @@
+// Bubbles on a desktop's notification server: one at a time for each identifier, replaced by the
+// next of that identifier even while the server has not answered yet.
+//
+// Servers come and go. A bubble's number means something only to the server that gave it: a new
+// server starts counting again, so all numbers are forgotten with the old one, or we would replace
+// a stranger's bubble. What could not be shown for want of a server waits for one, the newest of
+// each identifier. Nothing here waits for the bus. Main thread only.
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+#include <QObject>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "platform/freedesktop/NotificationCall.h"
+
+class QDBusPendingCallWatcher;
+
+namespace tollbeam {
+
+class NotificationServer : public QObject {
+  Q_OBJECT
+
+ public:
+  NotificationServer(const QDBusConnection& bus, NotificationLook look);
+
+  /// The user chose an action of a bubble of ours.
+  std::function<void(const std::string& actionIdentifier)> onAction;
+
+  /// A bubble with a sound is on show, and the server plays none.
+  std::function<void(const NotificationSound& sound)> onSilentServer;
+
+  void show(const std::string& identifier, Bubble bubble);
+
+  /// Takes the bubble down, or forgets it if it is not on show yet.
+  void withdraw(const std::string& identifier);
+
+ private:
+  /// One identifier's bubble. At most one call is under way; the newest bubble waits behind it.
+  struct Slot {
+    uint id = 0;
+    bool calling = false;
+    bool withdrawn = false;
+    std::optional<Bubble> waiting;
+
+    [[nodiscard]] bool isIdle() const { return id == 0 && !calling && !waiting; }
+  };
+
+  enum class Presence { unknown, asking, absent, present };
+
+  void ask();
+  void asked(QDBusPendingCallWatcher* call, int generation);
+  void showNext(const std::string& identifier);
+  void shown(const std::string& identifier, const Bubble& bubble, QDBusPendingCallWatcher* call,
+             int generation);
+  void showAllWaiting();
+  [[nodiscard]] bool isAnyWaiting() const;
+  void close(uint id);
+  void ownerChanged(const QString& newOwner);
+  [[nodiscard]] std::map<std::string, Slot>::iterator slotOf(uint id, const QDBusMessage& signal);
+
+  // Their parameters are those of the signals, which the bus matches by signature.
+  Q_SLOT void actionInvoked(uint id, const QString& action, const QDBusMessage& signal);
+  Q_SLOT void notificationClosed(uint id, uint reason, const QDBusMessage& signal);
+
+  QDBusConnection bus_;
+  NotificationLook look_;
+  QDBusServiceWatcher services_;
+  Presence presence_ = Presence::unknown;
+  /// Counts the servers that we have met; an answer of an earlier one says nothing any more.
+  int generation_ = 0;
+  QString owner_;
+  ServerCapabilities capabilities_;
+  std::map<std::string, Slot> slots_;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,88 @@
+// A notification server that stands in for the desktop's. The real ones are met on the desk; here a
+// test must see every hint of a call, and make the server restart, fail, answer late or die in the
+// middle of a call, which no real one does on demand.
+#pragma once
+
+#include <QDBusContext>
+#include <QDBusMessage>
+#include <QObject>
+#include <QStringList>
+#include <QVariantMap>
+#include <map>
+#include <vector>
+
+#include "support/PrivateBus.h"
+
+namespace tollbeam::test {
+
+struct NotifyCall {
+  QString appName;
+  uint replacesId = 0;
+  QString appIcon;
+  QString summary;
+  QString body;
+  QStringList actions;
+  QVariantMap hints;
+  int timeout = 0;
+};
+
+class RecordingServer : public QObject, protected QDBusContext {
+  Q_OBJECT
+  Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+
+ public:
+  explicit RecordingServer(PrivateBus& bus) : bus_(bus) {}
+  ~RecordingServer() override { stop(); }
+
+  /// Joins the bus with nothing on show and ids that begin at 1.
+  void start();
+  /// Leaves the bus without a word, as a program that crashes.
+  void stop();
+
+  /// Answers the calls that `holdsAnswers` kept waiting.
+  void answerHeld();
+
+  /// The user's part.
+  void choose(uint id, const char* action) {
+    Q_EMIT ActionInvoked(id, QString::fromLatin1(action));
+    close(id, 2);
+  }
+  void close(uint id, uint reason) {
+    shown.erase(id);
+    Q_EMIT NotificationClosed(id, reason);
+  }
+
+  /// The titles on show, by id.
+  [[nodiscard]] std::vector<QString> titles() const;
+
+  QStringList capabilities{QStringLiteral("actions"), QStringLiteral("body"),
+                           QStringLiteral("body-markup"), QStringLiteral("sound")};
+  bool holdsAnswers = false;
+  /// An error name; empty to succeed.
+  QString fails;
+
+  int timesAsked = 0;
+  std::vector<NotifyCall> calls;
+  std::map<uint, NotifyCall> shown;
+  std::vector<uint> closeRequests;
+
+ public Q_SLOTS:
+  // The names are those of the interface.
+  Q_SCRIPTABLE QStringList GetCapabilities();
+  Q_SCRIPTABLE uint Notify(const QString& appName, uint replacesId, const QString& appIcon,
+                           const QString& summary, const QString& body, const QStringList& actions,
+                           const QVariantMap& hints, int timeout);
+  Q_SCRIPTABLE void CloseNotification(uint id);
+
+ Q_SIGNALS:
+  Q_SCRIPTABLE void ActionInvoked(uint id, const QString& action);
+  Q_SCRIPTABLE void NotificationClosed(uint id, uint reason);
+
+ private:
+  PrivateBus& bus_;
+  QString connection_;
+  uint lastId_ = 0;
+  std::vector<QDBusMessage> held_;
+};
+
+}  // namespace tollbeam::test

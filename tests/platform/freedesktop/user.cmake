@@ -1,0 +1,19 @@
+tollbeam_test(user_tests
+  SOURCES
+    support/QtMain.cpp
+    platform/freedesktop/AutostartEntryTest.cpp
+    platform/freedesktop/BundleFolderTest.cpp
+    platform/freedesktop/DesktopEntryTest.cpp
+    platform/freedesktop/DesktopNotificationCenterTest.cpp
+    platform/freedesktop/JsonUserDefaultsTest.cpp
+    platform/freedesktop/LocalTimeTest.cpp
+    platform/freedesktop/NotificationCallTest.cpp
+    platform/freedesktop/NotificationPermissionTest.cpp
+    platform/freedesktop/PosixFileManagerTest.cpp
+    platform/freedesktop/QtDialogsTest.cpp
+    platform/freedesktop/QtMainQueueTest.cpp
+    platform/freedesktop/UserFoldersTest.cpp
+    platform/freedesktop/ValueJsonTest.cpp
+    platform/freedesktop/support/RecordingServer.cpp
+    platform/freedesktop/support/Sandbox.cpp
+  LIBS tollbeam_freedesktop_user tollbeam_test_support)
