@@ -1,0 +1,34 @@
+# The status item: over D-Bus where a panel keeps a list of such items, as a window in the X11 tray
+# where it does not or has no room for text there.
+pkg_check_modules(XCB_STATUSBAR REQUIRED IMPORTED_TARGET xcb xcb-render)
+
+tollbeam_room(tollbeam_freedesktop_statusbar
+  statusbar/DBusMenu.cpp
+  statusbar/FreedesktopStatusBar.cpp
+  statusbar/FreedesktopStatusItem.cpp
+  statusbar/PanelColour.cpp
+  statusbar/PanelThemeWatch.cpp
+  statusbar/SniTypes.cpp
+  statusbar/StatusFace.cpp
+  statusbar/StatusHost.cpp
+  statusbar/StatusMenu.cpp
+  statusbar/StatusNotifierItem.cpp
+  statusbar/StatusPicture.cpp
+  statusbar/Symbols.cpp
+  statusbar/TrayCanvas.cpp
+  statusbar/TrayOwner.cpp
+  statusbar/WatcherMonitor.cpp
+  statusbar/XEmbedIcon.cpp
+  statusbar/XServer.cpp)
+target_link_libraries(tollbeam_freedesktop_statusbar
+  PUBLIC tollbeam_ports Qt6::Core Qt6::Gui Qt6::DBus PkgConfig::XCB_STATUSBAR
+  PRIVATE Qt6::Widgets Qt6::Svg)
+set_target_properties(tollbeam_freedesktop_statusbar PROPERTIES AUTOMOC ON)
+
+file(GLOB TOLLBEAM_SYMBOLS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/App/resources/symbols/*/*.svg)
+qt_add_resources(tollbeam_freedesktop_statusbar symbols
+  PREFIX /
+  BASE ${PROJECT_SOURCE_DIR}/App/resources
+  FILES ${TOLLBEAM_SYMBOLS})
+
+target_link_libraries(tollbeam_platform_freedesktop INTERFACE tollbeam_freedesktop_statusbar)

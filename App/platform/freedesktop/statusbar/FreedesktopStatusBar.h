@@ -1,0 +1,31 @@
+// The status item on a freedesktop system: an entry of the desktop's status-item list, or a window
+// in its X11 tray where only that has room for text; never both. It waits for a panel for as long
+// as it takes and moves when another panel comes.
+#pragma once
+
+#include <QDBusConnection>
+#include <QString>
+#include <memory>
+
+#include "platform/StatusBar.h"
+
+namespace tollbeam {
+
+class FreedesktopStatusBar : public StatusBar {
+ public:
+  /// `sessionBus` is only listened to; each item opens a connection of its own to the same bus, at
+  /// `sessionBusAddress` (empty: where the environment says). `iconThemePath` is a folder in which
+  /// "hicolor/scalable/status/tollbeam-battery-75-symbolic.svg" and its like stand; empty when
+  /// there is none, and panels then get pictures only.
+  explicit FreedesktopStatusBar(QDBusConnection sessionBus, QString sessionBusAddress = {},
+                                QString iconThemePath = {});
+
+  [[nodiscard]] std::unique_ptr<StatusItem> createStatusItem(StatusItem::Actions actions) override;
+
+ private:
+  QDBusConnection sessionBus_;
+  QString sessionBusAddress_;
+  QString iconThemePath_;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,34 @@
+// Hints that a panel may have changed its colours without telling its items: xfce's dark-mode
+// switch, LXQt's theme. Only hints; whoever hears one looks at the panel.
+#pragma once
+
+#include <QDBusConnection>
+#include <QFileSystemWatcher>
+#include <QObject>
+
+#include "platform/freedesktop/statusbar/StatusHost.h"
+
+namespace tollbeam {
+
+class PanelThemeWatch : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit PanelThemeWatch(QDBusConnection bus, QObject* parent = nullptr);
+
+  /// Listens for the hints of this panel only.
+  void follow(StatusHost host);
+
+ Q_SIGNALS:
+  void maybeChanged();
+
+ private:
+  void followXfce(bool yes);
+  void followLxqt(bool yes);
+
+  QDBusConnection bus_;
+  QFileSystemWatcher files_;
+  bool xfce_ = false;
+};
+
+}  // namespace tollbeam
