@@ -1,1 +1,125 @@
-int main() { return 0; }
+// Puts the program together: the backends in the order in which they need each other, then the
+// shell. Taken apart in reverse.
+#include <QApplication>
+#include <QDBusConnection>
+#include <QIcon>
+#include <memory>
+#include <optional>
+
+#include "platform/Platform.h"
+#include "platform/freedesktop/BundleFolder.h"
+#include "platform/freedesktop/DesktopNotificationCenter.h"
+#include "platform/freedesktop/FreedesktopPowerSources.h"
+#include "platform/freedesktop/JsonUserDefaults.h"
+#include "platform/freedesktop/LocalCalendar.h"
+#include "platform/freedesktop/LogindWorkspace.h"
+#include "platform/freedesktop/PosixFileManager.h"
+#include "platform/freedesktop/PowerProfilesProcessInfo.h"
+#include "platform/freedesktop/QtDialogs.h"
+#include "platform/freedesktop/QtMainQueue.h"
+#include "platform/freedesktop/SingleInstance.h"
+#include "platform/freedesktop/SystemClock.h"
+#include "platform/freedesktop/TerminationSignals.h"
+#include "platform/freedesktop/X11OutsideClicks.h"
+#include "platform/freedesktop/statusbar/FreedesktopStatusBar.h"
+#include "ui/AppDelegate.h"
+
+namespace tollbeam {
+namespace {
+
+// A native Wayland window cannot be placed beside the panel; one of XWayland can. The user's own
+// choice counts more.
+void preferPlaceableWindows() {
+  if (!qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+    qputenv("QT_QPA_PLATFORM", "xcb");
+  }
+}
+
+class Program {
+ public:
+  explicit Program(QDBusConnection sessionBus)
+      : bundle_(files_, BundleFolder::runningExecutable()),
+        userDefaults_(files_, JsonUserDefaults::defaultPath()),
+        powerSources_(QDBusConnection::systemBus()),
+        processInfo_(QDBusConnection::systemBus()),
+        workspace_(QDBusConnection::systemBus()),
+        notificationCenter_(sessionBus, mainQueue_, {}),
+        statusBar_(sessionBus, {}, QString::fromStdString(bundle_.resources() + "/icons")) {}
+
+  /// What holds at launch is never announced, so the first look must see it: it waits for the
+  /// services' first answers, which are bounded in time.
+  void launch() {
+    powerSourcesReady_ = powerSources_.whenReady(
+        [this] { processInfoReady_ = processInfo_.whenReady([this] { finishLaunching(); }); });
+  }
+
+  void activate() {
+    if (delegate_) {
+      delegate_->showPopover();
+    } else {
+      activateAtLaunch_ = true;
+    }
+  }
+
+ private:
+  void finishLaunching() {
+    delegate_.emplace(Platform{.mainQueue = mainQueue_,
+                               .clock = clock_,
+                               .calendar = calendar_,
+                               .fileManager = files_,
+                               .userDefaults = userDefaults_,
+                               .mainBundle = bundle_,
+                               .powerSources = powerSources_,
+                               .processInfo = processInfo_,
+                               .workspace = workspace_,
+                               .notificationCenter = notificationCenter_,
+                               .dialogs = dialogs_},
+                      statusBar_, outsideClicks_);
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &*delegate_,
+                     &AppDelegate::applicationWillTerminate);
+    delegate_->applicationDidFinishLaunching();
+    if (activateAtLaunch_) delegate_->showPopover();
+  }
+
+  QtMainQueue mainQueue_;
+  SystemClock clock_;
+  LocalCalendar calendar_;
+  PosixFileManager files_;
+  BundleFolder bundle_;
+  JsonUserDefaults userDefaults_;
+  FreedesktopPowerSources powerSources_;
+  PowerProfilesProcessInfo processInfo_;
+  LogindWorkspace workspace_;
+  DesktopNotificationCenter notificationCenter_;
+  QtDialogs dialogs_;
+  X11OutsideClicks outsideClicks_;
+  FreedesktopStatusBar statusBar_;
+  Subscription powerSourcesReady_;
+  Subscription processInfoReady_;
+  bool activateAtLaunch_ = false;
+  std::optional<AppDelegate> delegate_;
+};
+
+int run(int argc, char** argv) {
+  TerminationSignals signals;
+  preferPlaceableWindows();
+  const QApplication app(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Tollbeam"));
+  QApplication::setDesktopFileName(QStringLiteral("org.tollbeam.Tollbeam"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  signals.watch();
+
+  std::optional<Program> program;
+  const QDBusConnection sessionBus = QDBusConnection::sessionBus();
+  SingleInstance instance(sessionBus);
+  instance.onActivate = [&] {
+    if (program) program->activate();
+  };
+  instance.begin([&] { program.emplace(sessionBus).launch(); }, [] { QCoreApplication::quit(); });
+  return QApplication::exec();
+}
+
+}  // namespace
+}  // namespace tollbeam
+
+int main(int argc, char** argv) { return tollbeam::run(argc, argv); }
