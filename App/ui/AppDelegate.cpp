@@ -38,10 +38,11 @@ AppDelegate::AppDelegate(const Platform& platform, StatusBar& statusBar,
     : platform_(platform),
       statusBar_(statusBar),
       model_(platform),
-      popover_(std::make_unique<Popover>(
-          outsideClicks, new PopoverView(model_, [self = QPointer<AppDelegate>(this)] {
-            if (self) self->openSettings();
-          }))) {}
+      popover_(
+          std::make_unique<Popover>(outsideClicks, platform.clock,
+                                    new PopoverView(model_, [self = QPointer<AppDelegate>(this)] {
+                                      if (self) self->openSettings();
+                                    }))) {}
 
 AppDelegate::~AppDelegate() = default;
 

@@ -14,7 +14,7 @@ namespace {
 
 // From the release that closes the popover to the status item's own message, with a slow panel
 // between them.
-constexpr int kSameClickMs = 400;
+constexpr double kSameClickSeconds = 0.4;
 
 QPoint cornerOfPrimaryScreen() {
   const QRect area = QGuiApplication::primaryScreen()->geometry();
@@ -37,9 +37,10 @@ QPoint anchorOf(ClickPosition position, std::optional<QPoint> last) {
 
 }  // namespace
 
-Popover::Popover(OutsideClicks& outsideClicks, QWidget* view)
+Popover::Popover(OutsideClicks& outsideClicks, const Clock& clock, QWidget* view)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
-      outsideClicks_(outsideClicks) {
+      outsideClicks_(outsideClicks),
+      clock_(clock) {
   setWindowTitle(QStringLiteral("Tollbeam"));
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -59,7 +60,8 @@ void Popover::showAt(ClickPosition position) {
 }
 
 bool Popover::wasJustClosedByAClick() const {
-  return closedByClick_.isValid() && closedByClick_.elapsed() < kSameClickMs;
+  const double ago = clock_.now() - closedByClick_;
+  return ago >= 0 && ago < kSameClickSeconds;
 }
 
 bool Popover::event(QEvent* event) {
@@ -100,7 +102,7 @@ void Popover::onButton(OutsideClicks::Button button) {
 }
 
 void Popover::closeForAClick() {
-  closedByClick_.start();
+  closedByClick_ = clock_.now();
   close();
 }
 

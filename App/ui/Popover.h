@@ -3,10 +3,10 @@
 // presses Escape or turns to another window. It never grabs the pointer.
 #pragma once
 
-#include <QElapsedTimer>
 #include <QWidget>
 #include <optional>
 
+#include "platform/Clock.h"
 #include "platform/OutsideClicks.h"
 #include "platform/StatusBar.h"
 
@@ -16,7 +16,7 @@ class Popover final : public QWidget {
   Q_OBJECT
 
  public:
-  Popover(OutsideClicks& outsideClicks, QWidget* view);
+  Popover(OutsideClicks& outsideClicks, const Clock& clock, QWidget* view);
 
   /// Opens beside the place that was clicked, or, when that is not known, where it was last opened.
   void showAt(ClickPosition position);
@@ -37,10 +37,11 @@ class Popover final : public QWidget {
   void place();
 
   OutsideClicks& outsideClicks_;
+  const Clock& clock_;
   std::optional<Subscription> clicks_;
   std::optional<QPoint> anchor_;
   bool pressedOutside_ = false;
-  QElapsedTimer closedByClick_;
+  Date closedByClick_ = Date::distantPast();
 };
 
 }  // namespace tollbeam

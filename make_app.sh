@@ -1,0 +1,87 @@
+#!/bin/bash
+# Makes the self-contained folder Tollbeam.app/, and puts it into the user's folders or takes it out.
+set -euo pipefail
+top=$(cd "$(dirname "$(readlink -f "$0")")" && pwd)
+. "$top/scripts/packages.sh"
+id=org.tollbeam.Tollbeam
+data=${XDG_DATA_HOME:-$HOME/.local/share}
+config=${XDG_CONFIG_HOME:-$HOME/.config}
+installed=$HOME/.local/lib/Tollbeam.app
+entry=$data/applications/$id.desktop
+icon=$data/icons/hicolor/scalable/apps/$id.svg
+autostart=$config/autostart/$id.desktop
+
+usage() {
+  cat <<TXT
+./make_app.sh               builds the release and makes Tollbeam.app/ here
+./make_app.sh --install     the same, then puts it into your folders (no root needed):
+                              $installed
+                              $entry
+                              $icon
+./make_app.sh --uninstall   removes these again, and the start at login; settings and history stay
+TXT
+}
+
+# swap NEW PLACE: the finished folder takes the place of the old one, which a running program may
+# still use; at no time is there half a bundle.
+swap() {
+  rm -rf "$2.old"
+  if [ -e "$2" ]; then mv "$2" "$2.old"; fi
+  mv "$1" "$2"
+  rm -rf "$2.old"
+}
+
+build() {
+  install_packages $packages_build
+  cd "$top"
+  cmake --preset release ${CMAKE_ARGS:-} >/dev/null
+  cmake --build --preset release --target tollbeam
+  new=$(mktemp -d "$top/build/bundle.XXXXXX")
+  trap 'rm -rf "$new"' EXIT
+  cmake --install build/release --component bundle --strip --prefix "$new/Tollbeam.app" >/dev/null
+  swap "$new/Tollbeam.app" "$top/Tollbeam.app"
+  echo "Made $top/Tollbeam.app"
+}
+
+# A path inside the quotes of an Exec line: its own escapes, then those of every value.
+exec_quoted() { printf '"%s"' "$(sed -e 's/[\\"`$]/\\&/g' -e 's/\\/\\\\/g' -e 's/%/%%/g' <<<"$1")"; }
+
+write_entry() {
+  local program=$installed/bin/tollbeam text
+  text=$(<"$top/packaging/$id.desktop.in")
+  text=${text//@EXEC@/"$(exec_quoted "$program")"}
+  text=${text//@TRYEXEC@/"$program"}
+  mkdir -p "$(dirname "$entry")"
+  printf '%s\n' "$text" >"$entry.new"
+  mv "$entry.new" "$entry"
+}
+
+install_app() {
+  mkdir -p "$(dirname "$installed")" "$(dirname "$icon")"
+  rm -rf "$installed.new"
+  cp -r "$top/Tollbeam.app" "$installed.new"
+  swap "$installed.new" "$installed"
+  cp "$top/App/resources/$id.svg" "$icon"
+  write_entry
+  printf 'Installed:\n  %s\n  %s\n  %s\n' "$installed" "$entry" "$icon"
+}
+
+uninstall_app() {
+  local found=no place
+  for place in "$installed" "$entry" "$icon" "$autostart"; do
+    [ -e "$place" ] || continue
+    rm -rf "$place"
+    echo "Removed $place"
+    found=yes
+  done
+  [ $found = yes ] || echo "Nothing was installed."
+  echo "Your settings and the history stay (in $config and $data/Tollbeam)."
+}
+
+case ${1:-} in
+'') build ;;
+--install) build && install_app ;;
+--uninstall) uninstall_app ;;
+-h | --help) usage ;;
+*) usage >&2; exit 2 ;;
+esac

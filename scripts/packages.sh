@@ -1,0 +1,43 @@
+# Sourced by the scripts at the top: which Debian packages each purpose needs, and a function that
+# installs what is missing. Asking costs a blink when nothing is.
+
+packages_build="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-private-dev
+  qt6-svg-dev libgl-dev libsimdjson-dev libudev-dev libxcb1-dev libxcb-xinput-dev
+  libcanberra-dev"
+
+packages_run="libqt6svg6 qt6-qpa-plugins"
+
+# The simulated laptop: real services, a screen, panels, notification servers, and a clock to turn.
+packages_desk="upower umockdev gir1.2-umockdev-1.0 power-profiles-daemon python3-dbusmock
+  python3-dbus python3-gi gir1.2-glib-2.0 dbus libglib2.0-bin xdg-desktop-portal at-spi2-core
+  gir1.2-atspi-2.0 xvfb x11-utils x11-xserver-utils xdotool imagemagick xfwm4 openbox xfconf
+  xfce4-panel xfce4-notifyd lxqt-panel dunst fonts-dejavu-core adwaita-icon-theme librsvg2-common
+  libfaketime"
+
+packages_test="libgtest-dev clang-format clang-tidy appstream desktop-file-utils"
+
+# missing_packages LIST...: those of the packages that are not installed, one a line.
+missing_packages() {
+  local package
+  for package in $*; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || echo "$package"
+  done
+}
+
+# install_packages LIST...: installs those that are missing and says so.
+install_packages() {
+  command -v dpkg-query >/dev/null ||
+    { echo "This script installs packages on Debian and its relatives only. Here, install the like of:" $* >&2; return 1; }
+  local missing become=()
+  missing=$(missing_packages $*)
+  [ -n "$missing" ] || return 0
+  echo "Installing:" $missing
+  if [ "$(id -u)" != 0 ]; then
+    command -v sudo >/dev/null ||
+      { echo "These packages are missing, and installing them needs root or sudo:" $missing >&2; return 1; }
+    become=(sudo)
+  fi
+  "${become[@]}" apt-get update -q >/dev/null &&
+    "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing >/dev/null ||
+    { echo "The packages could not be installed." >&2; return 1; }
+}

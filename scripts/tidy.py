@@ -1,0 +1,65 @@
+#!/usr/bin/python3
+"""tidy.py BUILD: clang-tidy over the sources in App/, two at a time.
+
+A file that passed is remembered by a hash of what the compiler sees of it and of the rules, so that
+the second time costs only the preprocessing.
+"""
+import concurrent.futures
+import hashlib
+import json
+import os
+import shlex
+import subprocess
+import sys
+
+TOP = os.path.dirname(os.path.dirname(os.path.realpath(__file__)))
+BUILD = os.path.abspath(sys.argv[1])
+CACHE = os.path.join(TOP, '.cache', 'tidy')
+
+
+def sources():
+    with open(os.path.join(BUILD, 'compile_commands.json')) as f:
+        for entry in json.load(f):
+            if entry['file'].startswith(TOP + '/App/'):
+                yield entry
+
+
+def fingerprint(entry, rules):
+    """None when the file cannot even be preprocessed: clang-tidy then says why."""
+    command = shlex.split(entry['command'])
+    if os.path.basename(command[0]) == 'ccache':
+        command = command[1:]
+    command = command[:command.index('-o')] + ['-E', entry['file']]
+    seen = subprocess.run(command, cwd=entry['directory'], capture_output=True)
+    return hashlib.sha256(rules + seen.stdout).hexdigest() if seen.returncode == 0 else None
+
+
+def check(entry, rules):
+    """None when the file is clean, else what clang-tidy says."""
+    mark = fingerprint(entry, rules)
+    if mark and os.path.exists(os.path.join(CACHE, mark)):
+        return None
+    result = subprocess.run(['clang-tidy', '--quiet', '-p', BUILD, entry['file']], capture_output=True, text=True)
+    if result.returncode != 0:
+        return result.stdout + result.stderr
+    if mark:
+        open(os.path.join(CACHE, mark), 'w').close()
+    return None
+
+
+def main():
+    os.makedirs(CACHE, exist_ok=True)
+    with open(os.path.join(TOP, '.clang-tidy'), 'rb') as f:
+        rules = f.read() + subprocess.run(['clang-tidy', '--version'], capture_output=True).stdout
+    entries = list(sources())
+    if not entries:
+        sys.exit('no source of App/ in ' + BUILD)
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        complaints = [text for text in pool.map(lambda e: check(e, rules), entries) if text]
+    for text in complaints:
+        print(text)
+    print('%d files, %d with complaints' % (len(entries), len(complaints)))
+    sys.exit(1 if complaints else 0)
+
+
+main()

@@ -1,0 +1,6 @@
+"""A simulated laptop: real desktop services on private buses, around simulated power hardware."""
+from .desk import Desk
+from .processes import DeskError
+from .waiting import wait_for
+
+__all__ = ['Desk', 'DeskError', 'wait_for']

@@ -1,0 +1,69 @@
+"""The clock that the program under test reads: real time plus an offset that a test moves on.
+
+libfaketime is preloaded into the program and reads the offset from a file at every look at the
+clock. It shifts the monotonic clock as well, so that a 60-second timer is due after `advance(60)`;
+a sleeping event loop learns of it by `nudge`, a change of a root window property, which wakes
+every X11 toolkit and means nothing to any.
+"""
+import datetime
+import glob
+import os
+import subprocess
+import time
+
+from .processes import DeskError
+
+
+class Clock:
+    def __init__(self, file, nudge):
+        self._file = file
+        self._nudge = nudge
+
+    @property
+    def offset(self):
+        try:
+            with open(self._file) as f:
+                return float(f.read())
+        except FileNotFoundError:
+            return 0.0
+
+    def now(self):
+        """Seconds since 1970, as the program sees it."""
+        return time.time() + self.offset
+
+    def advance(self, seconds):
+        """Lets that much time pass at once. Never backwards: timers would stop for as long."""
+        if seconds < 0:
+            raise DeskError('the clock of a running program cannot go back')
+        self._write(self.offset + seconds)
+        self._nudge()
+
+    def start_at(self, moment):
+        """Chooses the time of day before the program is started: 'YYYY-MM-DD HH:MM', in UTC."""
+        when = datetime.datetime.strptime(moment, '%Y-%m-%d %H:%M').replace(tzinfo=datetime.timezone.utc)
+        self._write(when.timestamp() - time.time())
+
+    def environment(self):
+        return {'LD_PRELOAD': library(), 'FAKETIME_TIMESTAMP_FILE': self._file, 'FAKETIME_NO_CACHE': '1',
+                'NO_FAKE_STAT': '1', 'FAKETIME_DONT_RESET': '1'}
+
+    def _write(self, offset):
+        new = self._file + '.new'
+        with open(new, 'w') as f:
+            f.write('%+.3f\n' % offset)
+        os.replace(new, self._file)
+
+
+def library():
+    found = glob.glob('/usr/lib/*/faketime/libfaketimeMT.so.1')
+    if not found:
+        raise DeskError('libfaketime is missing (see scripts/packages.sh)')
+    return found[0]
+
+
+def root_property_nudge(env):
+    """A `nudge` for the X display of `env`."""
+    def nudge():
+        subprocess.run(['xprop', '-root', '-f', '_DESK_CLOCK', '32c', '-set', '_DESK_CLOCK', str(int(time.time()) & 0xffff)],
+                       env=env, check=True)
+    return nudge

@@ -1,0 +1,138 @@
+"""How each part of the laptop is started, and how it shows that it is there."""
+import glob
+import os
+import subprocess
+import sysconfig
+
+from gi.repository import GLib
+
+from .processes import DeskError
+from .waiting import wait_for
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+PROGRAMS = os.path.join(HERE, 'programs')
+CONF = os.path.join(os.path.dirname(HERE), 'conf')
+PYTHON = '/usr/bin/python3'
+LIBEXEC = '/usr/libexec'
+LIBRARIES = '/usr/lib/' + (sysconfig.get_config_var('MULTIARCH') or 'x86_64-linux-gnu')
+UPOWER = 'org.freedesktop.UPower'
+LOGIN = ('org.freedesktop.login1', '/org/freedesktop/login1', 'org.freedesktop.login1.Manager')
+MOCK = 'org.freedesktop.DBus.Mock'
+
+
+def program(name):
+    return os.path.join(PROGRAMS, name)
+
+
+def screen(desk):
+    """The X server chooses its own display number, so that desks never meet."""
+    number = desk.path('display')
+    size = 'x'.join(str(int(n) * desk.options['scale']) for n in desk.options['size'].split('x'))
+    desk.processes.start('screen', ['bash', '-c', 'exec Xvfb -displayfd 3 -screen 0 "$1" -nolisten tcp -noreset 3>"$2"',
+                                    'screen', size + 'x24', number], desk.env)
+    wait_for(lambda: os.path.exists(number) and open(number).read().strip(), 'Xvfb')
+    display = ':' + open(number).read().strip()
+    # A colour that is neither a panel's nor a window's, so that pictures show where those end.
+    subprocess.run(['xsetroot', '-solid', '#4a6078'], env=dict(desk.env, DISPLAY=display), check=True)
+    return display
+
+
+def buses(desk):
+    for name, kind in (('system', 'custom'), ('session', 'session')):
+        services = desk.path('services', name)
+        os.makedirs(services)
+        with open(os.path.join(CONF, 'bus.conf.in')) as f:
+            text = f.read()
+        for word, value in (('TYPE', kind), ('SOCKET', desk.path(name + '-bus')), ('SERVICES', services)):
+            text = text.replace('@%s@' % word, value)
+        with open(desk.path(name + '-bus.conf'), 'w') as f:
+            f.write(text)
+        desk.processes.start(name + '-bus', ['dbus-daemon', '--config-file=' + f.name, '--nofork', '--nopidfile',
+                                             '--nosyslog'], desk.env)
+    for name, command in (('org.freedesktop.impl.portal.PermissionStore', LIBEXEC + '/xdg-permission-store'),
+                          ('org.a11y.Bus', LIBEXEC + '/at-spi-bus-launcher'),
+                          ('org.xfce.Xfconf', LIBRARIES + '/xfce4/xfconf/xfconfd')):
+        with open(desk.path('services', 'session', name + '.service'), 'w') as f:
+            f.write('[D-BUS Service]\nName=%s\nExec=%s\n' % (name, command))
+    for bus in (desk.system, desk.session):
+        wait_for(bus.ready, bus.address)
+        wait_for(lambda: bus.owner('org.freedesktop.DBus'), bus.address)
+
+
+def hardware(desk):
+    env = dict(desk.env, TMPDIR=desk.path('tmp'))
+    desk.processes.start('hardware', ['umockdev-wrapper', PYTHON, program('testbed.py'), desk.path('hardware')], env)
+    wait_for(lambda: os.path.exists(desk.path('hardware')), 'the simulated hardware')
+    return desk.hardware.root()
+
+
+def logind(desk):
+    """systemd does not run on build machines: the one part that is not the real one."""
+    desk.processes.start('logind', [PYTHON, '-m', 'dbusmock', '--system', '-t', 'logind'], desk.env)
+    desk.system.wait_name(LOGIN[0])
+
+
+def upowerd(desk):
+    env = dict(desk.env, UPOWER_HISTORY_DIR=desk.path('upower'), UPOWER_CONF_FILE_NAME=os.path.join(CONF, 'UPower.conf'))
+    desk.processes.start('upowerd', ['umockdev-wrapper', LIBEXEC + '/upowerd', '-v'], env)
+    desk.system.wait_name(UPOWER)
+
+
+def profiles(desk):
+    """power-profiles-daemon asks polkit who may change the profile; here everybody may."""
+    desk.processes.start('polkit', [PYTHON, '-m', 'dbusmock', '--system', '-t', 'polkitd'], desk.env)
+    desk.system.wait_name('org.freedesktop.PolicyKit1')
+    desk.system.call('org.freedesktop.PolicyKit1', '/org/freedesktop/PolicyKit1/Authority', MOCK,
+                     'AllowUnknown', '(b)', True)
+    desk.processes.start('profiles', [program('fdpad'), '40', 'umockdev-wrapper', LIBEXEC + '/power-profiles-daemon',
+                                      '-v'], desk.env)
+    desk.system.wait_name('net.hadess.PowerProfiles')
+
+
+def accessibility(desk):
+    desk.session.call('org.a11y.Bus', '/org/a11y/bus', 'org.a11y.Bus', 'GetAddress', seconds=20)
+    desk.session.set('org.a11y.Bus', '/org/a11y/bus', 'org.a11y.Status', 'IsEnabled', GLib.Variant('b', True))
+
+
+def notelog(desk):
+    desk.processes.start('notelog', [PYTHON, program('notelog.py'), desk.path('notes.jsonl')], desk.env)
+    wait_for(desk.notes_exist, 'the log of notifications')
+
+
+def windows(desk):
+    command = {'xfwm4': ['xfwm4', '--compositor=off'], 'openbox': ['openbox']}[desk.options['wm']]
+    desk.processes.start('windows', command, desk.gtk_env())
+    wait_for(lambda: b'window id' in subprocess.run(['xprop', '-root', '_NET_SUPPORTING_WM_CHECK'], env=desk.env,
+                                                    capture_output=True).stdout, command[0])
+
+
+def notify(desk):
+    command = {'xfce': [LIBRARIES + '/xfce4/notifyd/xfce4-notifyd'],
+               'dunst': ['dunst', '-conf', desk.path('home', '.config', 'dunst', 'dunstrc')],
+               'none': None}[desk.options['notify']]
+    if command:
+        desk.processes.start('notify', command, desk.gtk_env())
+        desk.session.wait_name('org.freedesktop.Notifications')
+
+
+def panel(desk):
+    command = {'xfce': ['xfce4-panel', '-d', '--disable-wm-check'], 'lxqt': ['lxqt-panel'],
+               'none': None}[desk.options['panel']]
+    if command:
+        desk.processes.start('panel', command, desk.qt_env() if desk.options['panel'] == 'lxqt' else desk.gtk_env())
+        desk.session.wait_name('org.kde.StatusNotifierWatcher')
+
+
+# What `restart`, `kill` and `start` know, with the name of its process.
+REPLACEABLE = {'upowerd': upowerd, 'profiles': profiles, 'notify': notify, 'panel': panel, 'windows': windows,
+               'logind': logind}
+
+
+def check_installed():
+    """Raises DeskError that names what is missing, before anything half works."""
+    wanted = [LIBEXEC + '/upowerd', LIBEXEC + '/power-profiles-daemon', LIBEXEC + '/xdg-permission-store',
+              LIBEXEC + '/at-spi-bus-launcher', '/usr/bin/umockdev-wrapper', '/usr/bin/Xvfb', '/usr/bin/xdotool',
+              '/usr/bin/import', '/usr/bin/xprop', '/usr/bin/xsetroot', '/usr/bin/dbus-daemon']
+    missing = [p for p in wanted if not glob.glob(p)]
+    if missing:
+        raise DeskError('not installed: %s (./test.sh or ./run.sh installs the packages)' % ', '.join(missing))

@@ -1,0 +1,75 @@
+"""The processes of one desk, each known by a name and a pid file.
+
+The files, not this object, are what is true: a second program (the command line) can end what a
+first one started. Only processes that have a pid file in the desk's folder are ever ended.
+"""
+import os
+import signal
+import subprocess
+import time
+
+from .waiting import wait_for
+
+
+class DeskError(Exception):
+    """The desk cannot do what was asked."""
+
+
+class Processes:
+    def __init__(self, folder):
+        self.pids = os.path.join(folder, 'pids')
+        self.logs = os.path.join(folder, 'log')
+
+    def start(self, name, command, env, **options):
+        """Starts `command` in a session of its own; its output goes to log/NAME.log."""
+        with open(self.log(name), 'ab') as log:
+            process = subprocess.Popen(command, env=env, stdin=subprocess.DEVNULL, stdout=log,
+                                       stderr=log, start_new_session=True, **options)
+        with open(os.path.join(self.pids, name), 'w') as f:
+            f.write(str(process.pid))
+        process.returncode = 0  # the pid file is what counts; silences the warning about a running child
+        return process.pid
+
+    def log(self, name):
+        return os.path.join(self.logs, name + '.log')
+
+    def pid(self, name):
+        """None when no such process runs."""
+        try:
+            with open(os.path.join(self.pids, name)) as f:
+                pid = int(f.read())
+        except (OSError, ValueError):
+            return None
+        return None if gone(pid) else pid
+
+    def names(self):
+        return sorted(os.listdir(self.pids)) if os.path.isdir(self.pids) else []
+
+    def stop(self, name, sign=signal.SIGTERM, patience=3.0):
+        """Ends the process and waits until it is gone; harder when it does not listen."""
+        pid = self.pid(name)
+        if pid is not None:
+            os.kill(pid, sign)
+            end = time.monotonic() + patience
+            while not gone(pid) and time.monotonic() < end:
+                time.sleep(0.01)
+            if not gone(pid):
+                os.kill(pid, signal.SIGKILL)
+                wait_for(lambda: gone(pid), 'the end of ' + name)
+        try:
+            os.unlink(os.path.join(self.pids, name))
+        except FileNotFoundError:
+            pass
+
+
+def gone(pid):
+    """True when the process has ended, also when its parent has not yet taken notice."""
+    try:
+        os.waitpid(pid, os.WNOHANG)
+    except ChildProcessError:
+        pass
+    try:
+        with open('/proc/%d/stat' % pid) as f:
+            return f.read().rsplit(')', 1)[1].split()[0] in 'ZX'
+    except (OSError, IndexError):
+        return True

@@ -1,0 +1,105 @@
+#!/usr/bin/python3
+"""widgets.py: reads the accessible tree of the desk, as a screen reader does. Answers in JSON.
+
+  list [APP]                every widget: app, depth, role, name, text, value, box, actions, showing, states
+  find APP NAME [ROLE]      the box [x, y, width, height] of a widget on screen; null when there is none
+  do APP NAME [ROLE]        its first action, without the pointer; false when there is none
+
+APP is a part of the program's accessible name; "" is every program.
+"""
+import json
+import sys
+import warnings
+
+warnings.simplefilter('ignore')
+import gi
+gi.require_version('Atspi', '2.0')
+from gi.repository import Atspi, GLib
+
+
+def programs(name):
+    desktop = Atspi.get_desktop(0)
+    for i in range(desktop.get_child_count()):
+        app = desktop.get_child_at_index(i)
+        if app is not None and name in (app.get_name() or ''):
+            yield app
+
+
+def tree(widget, depth=0):
+    yield widget, depth
+    try:
+        count = widget.get_child_count()
+    except GLib.Error:
+        return  # it went away while we looked
+    for i in range(min(count, 300)):
+        try:
+            child = widget.get_child_at_index(i)
+        except GLib.Error:
+            continue
+        if child is not None and depth < 25:
+            yield from tree(child, depth + 1)
+
+
+def has(widget, state):
+    return widget.get_state_set().contains(state)
+
+
+def box(widget):
+    component = widget.get_component_iface()
+    if component is None:
+        return None
+    e = component.get_extents(Atspi.CoordType.SCREEN)
+    return [e.x, e.y, e.width, e.height]
+
+
+def actions(widget):
+    action = widget.get_action_iface()
+    return [action.get_action_name(i) for i in range(action.get_n_actions())] if action else []
+
+
+def found(app, name, role=None):
+    for program in programs(app):
+        for widget, _ in tree(program):
+            try:
+                if widget.get_name() == name and (role is None or widget.get_role_name() == role) \
+                        and has(widget, Atspi.StateType.SHOWING):
+                    return widget
+            except GLib.Error:
+                continue
+    return None
+
+
+def described(program, widget, depth):
+    text, value = widget.get_text_iface(), widget.get_value_iface()
+    return {'app': program.get_name(), 'depth': depth, 'role': widget.get_role_name(), 'name': widget.get_name(),
+            'text': text.get_text(0, text.get_character_count()) if text else None,
+            'value': value.get_current_value() if value else None,
+            'box': box(widget), 'actions': actions(widget), 'showing': has(widget, Atspi.StateType.SHOWING),
+            'checked': has(widget, Atspi.StateType.CHECKED), 'enabled': has(widget, Atspi.StateType.ENABLED),
+            'focused': has(widget, Atspi.StateType.FOCUSED)}
+
+
+def listed(app=''):
+    result = []
+    for program in programs(app):
+        for widget, depth in tree(program):
+            try:
+                result.append(described(program, widget, depth))
+            except GLib.Error:
+                continue
+    return result
+
+
+def main(word, *rest):
+    if word == 'list':
+        return listed(*rest)
+    widget = found(*rest)
+    if word == 'find':
+        return box(widget) if widget else None
+    if word == 'do':
+        action = widget.get_action_iface() if widget else None
+        return bool(action and action.get_n_actions() and action.do_action(0))
+    sys.exit('unknown command ' + word)
+
+
+print(json.dumps(main(*sys.argv[1:])))

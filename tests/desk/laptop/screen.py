@@ -1,0 +1,171 @@
+"""The screen of the desk: finding things on it and pressing them with a real pointer."""
+import json
+import os
+import re
+import subprocess
+
+from . import parts
+from .processes import DeskError
+from .waiting import wait_for
+
+BUTTONS = {'left': 1, 'middle': 2, 'right': 3}
+
+
+class Screen:
+    def __init__(self, desk):
+        self._desk = desk
+
+    # ------------------------------------------------------------------ looking
+
+    def shot(self, file, crop=None):
+        """A picture of the whole screen, or of crop = [x, y, width, height]."""
+        command = ['import', '-window', 'root']
+        if crop:
+            command += ['-crop', '%dx%d+%d+%d' % (crop[2], crop[3], crop[0], crop[1]), '+repage']
+        self._desk.run(*command, file)
+        return file
+
+    def windows(self, pattern=''):
+        """Windows on screen whose title or class matches: [('"title": ("name" "Class")', [x, y, width, height])]."""
+        found = []
+        line_of = re.compile(r'^\s+(0x\w+) (.*?)\s+(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)$')
+        for line in self._desk.run('xwininfo', '-root', '-tree').splitlines():
+            match = line_of.match(line)
+            if match and not match[2].endswith('()') and re.search(pattern, match[2]) and self._viewable(match[1]):
+                found.append((match[2], [int(match[5]), int(match[6]), int(match[3]), int(match[4])]))
+        return found
+
+    def _viewable(self, window):
+        return 'IsViewable' in self._desk.run('xwininfo', '-id', window, check=False)
+
+    def widgets(self, app=''):
+        """Every accessible widget of a program as a dictionary (see programs/widgets.py)."""
+        return self._accessible('list', app)
+
+    def find(self, app, name, role=None, seconds=8.0):
+        """Waits for the widget and returns its box."""
+        return wait_for(lambda: self._accessible('find', app, name, *([role] if role else [])),
+                        '%s %r on the screen' % (app, name), seconds)
+
+    def _accessible(self, *words):
+        return json.loads(self._desk.run(parts.PYTHON, parts.program('widgets.py'), *words))
+
+    # ------------------------------------------------------------------ pressing
+
+    def press(self, x, y, button='left'):
+        self._desk.run('xdotool', 'mousemove', str(int(x)), str(int(y)))
+        # The window under the pointer must know it before the button comes down.
+        wait_for(lambda: self.pointer() == (int(x), int(y)), 'the pointer at %d,%d' % (x, y))
+        self._desk.run('xdotool', 'click', str(BUTTONS[button]))
+
+    def press_box(self, box, button='left'):
+        self.press(box[0] + box[2] // 2, box[1] + box[3] // 2, button)
+
+    def pointer(self):
+        place = dict(p.split(':') for p in self._desk.run('xdotool', 'getmouselocation').split())
+        return int(place['x']), int(place['y'])
+
+    def keys(self, *names):
+        self._desk.run('xdotool', 'key', '--delay', '40', *names)
+
+    def type(self, text):
+        self._desk.run('xdotool', 'type', '--delay', '20', text)
+
+    def press_widget(self, app, name, role=None):
+        self.press_box(self.find(app, name, role))
+
+    def act(self, app, name, role=None, seconds=8.0):
+        """A widget's own first action, as a screen reader does it; no pointer."""
+        wait_for(lambda: self._accessible('do', app, name, *([role] if role else [])),
+                 '%s %r to act' % (app, name), seconds)
+
+    # ------------------------------------------------------------------ the panel's status items
+
+    def tray(self):
+        """The boxes of the status items, left to right: embedded windows and drawn items alike."""
+        finder = {'xfce': self._tray_xfce, 'lxqt': self._tray_lxqt}.get(self._desk.options['panel'])
+        if finder is None:
+            raise DeskError('there is no panel')
+        return sorted(finder())
+
+    def _tray_xfce(self):
+        """The status area is a window of its own. Embedded windows are visible in it; the items that
+        it draws itself are squares of its height in the room between them. (They are accessible
+        buttons too, but in one of four starts the panel leaves its plugins out of the tree.)"""
+        embedded = self._embedded('xfce4-panel')
+        items = list(embedded)
+        for _, (x, y, width, height) in self.windows(r'"Wrapper-2\.0"\)'):
+            edges = [x] + [e for box in sorted(embedded) for e in (box[0] - (height - box[3]) // 2,
+                                                                   box[0] + box[2] + (height - box[3]) // 2)] + [x + width]
+            for left, right in zip(edges[::2], edges[1::2]):
+                count = (right - left) // height
+                start = right - count * height
+                items += [[start + i * height, y, height, height] for i in range(count)]
+        return items
+
+    def _tray_lxqt(self):
+        return self._drawn_in('lxqt-panel', ('push button', 'button', 'menu button')) + self._embedded('lxqt-panel')
+
+    def _drawn_in(self, panel, roles):
+        return [w['box'] for w in self.widgets(panel)
+                if w['showing'] and w['role'] in roles and w['box'][2] > 0]
+
+    def _embedded(self, panel):
+        """Windows of other programs inside the panel: items that came through the older protocol."""
+        windows = self.windows()
+        bars = [box for label, box in windows if '("%s"' % panel in label and box[2] > 100]
+        own = re.compile(r'"(wrapper-2\.0|xfce4-panel|lxqt-panel|xfwm4|openbox)"')
+        return [box for label, box in windows if not own.search(label) and box[2] > 4
+                and any(_inside(box, bar) for bar in bars)]
+
+    def press_tray(self, button='left', number=0):
+        boxes = wait_for(lambda: (lambda b: b if len(b) > number else None)(self.tray()), 'status item %d' % number)
+        self.press_box(boxes[number], button)
+
+    def choose_menu(self, label, number=0):
+        """Opens the item's menu with the right button and chooses an entry with the keyboard."""
+        names = self.menu_labels(number)
+        if label not in names:
+            raise DeskError('the menu holds %r' % names)
+        before = len(self.windows())
+        self.press_tray('right', number)
+        wait_for(lambda: len(self.windows()) > before, 'the menu to open')
+        self.keys(*(['Down'] * (names.index(label) + 1)), 'Return')
+
+    def menu_labels(self, number=0):
+        """What the item's menu offers now: the enabled entries, as the panel is told them."""
+        watcher = 'org.kde.StatusNotifierWatcher'
+        bus = self._desk.session
+        item = bus.get(watcher, '/StatusNotifierWatcher', watcher, 'RegisteredStatusNotifierItems')[number]
+        name, path = item.split('/', 1) if '/' in item else (item, 'StatusNotifierItem')
+        menu = bus.get(name, '/' + path, 'org.kde.StatusNotifierItem', 'Menu')
+        _revision, (_id, _properties, entries) = bus.call(name, menu, 'com.canonical.dbusmenu', 'GetLayout', '(iias)',
+                                                          0, 1, [])
+        entries = [entry[1] for entry in entries]
+        return [e.get('label', '').replace('_', '') for e in entries
+                if e.get('visible', True) and e.get('enabled', True) and e.get('type') != 'separator']
+
+    # ------------------------------------------------------------------ notification bubbles
+
+    def bubbles(self):
+        """The boxes of the bubbles on screen."""
+        pattern = {'xfce': r'"[Xx]fce4-notifyd"\)', 'dunst': r'"[Dd]unst"\)'}[self._desk.options['notify']]
+        return [box for _, box in self.windows(pattern) if box[2] > 50]
+
+    def press_bubble(self, label):
+        """An action's button by its label; "body" is the bubble itself, "close" closes it."""
+        if self._desk.options['notify'] == 'xfce' and label not in ('body', 'close'):
+            return self.press_widget('xfce4-notifyd', label)
+        x, y, width, height = wait_for(self.bubbles, 'a bubble')[0]
+        if self._desk.options['notify'] == 'xfce':
+            return self.press(x + width // 2, y + 15, 'left')
+        # dunst draws no buttons: left takes the default action, middle opens a menu of all actions
+        # (programs/dunst-pick answers it), right closes.
+        with open(os.path.join(self._desk.env['XDG_RUNTIME_DIR'], 'dunst-choice'), 'w') as f:
+            f.write(label)
+        self.press(x + width // 2, y + height // 2, {'body': 'left', 'close': 'right'}.get(label, 'middle'))
+
+
+def _inside(box, frame):
+    x, y = box[0] + box[2] // 2, box[1] + box[3] // 2
+    return frame[0] <= x < frame[0] + frame[2] and frame[1] <= y < frame[1] + frame[3]

@@ -1,0 +1,17 @@
+"""Waiting for a condition, never for a fixed time."""
+import time
+
+
+def wait_for(condition, what='', seconds=10.0, every=0.03):
+    """Calls `condition` until it gives something true, and returns that.
+
+    Raises AssertionError with `what` when the time is over, so that a test fails and says why.
+    """
+    end = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError('waited %.0f s in vain for %s (last: %r)' % (seconds, what or condition, value))
+        time.sleep(every)

@@ -1,0 +1,288 @@
+"""Does every part of the desk do what it says? Tried with a minimal status item (probe_item.py)."""
+import os
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+
+from laptop import Desk, DeskError, wait_for
+
+HERE = os.path.dirname(os.path.realpath(__file__))
+PROBE = os.path.join(HERE, 'probe_item.py')
+UPOWER = 'org.freedesktop.UPower'
+CHARGING, DISCHARGING, FULL, PENDING = 1, 2, 4, 5  # upowerd's states
+
+
+class DeskTest(unittest.TestCase):
+    options = {}
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix='desk-')
+        self.addCleanup(folder.cleanup)
+        self.desk = Desk(folder.name)
+        self.addCleanup(self.desk.down)
+        self.desk.up(**self.options)
+
+    def upower_becomes(self, prop, value, device='DisplayDevice', seconds=10):
+        wait_for(lambda: self.desk.upower(prop, device) == value, '%s = %r' % (prop, value), seconds)
+
+    def said(self, text, seconds=10):
+        wait_for(lambda: text in self.desk.app_log(), '%r from the probe' % text, seconds)
+
+    def start_probe(self):
+        self.desk.start_app(PROBE)
+        self.said('registered')
+
+    def notify(self, summary, *actions, replaces=0):
+        """Posts a notification as a program would and returns its id."""
+        return self.desk.session.call('org.freedesktop.Notifications', '/org/freedesktop/Notifications',
+                                      'org.freedesktop.Notifications', 'Notify', '(susssasa{sv}i)', 'probe', replaces,
+                                      '', summary, 'body', actions, {}, -1)[0]
+
+
+class Hardware(DeskTest):
+    options = {'panel': 'none', 'notify': 'none'}
+
+    def test_upowerd_reads_charge_and_state(self):
+        self.upower_becomes('Percentage', 80.0)
+        self.desk.hardware.percent(37)
+        self.upower_becomes('Percentage', 37.0)
+        self.desk.hardware.plug_in()
+        self.upower_becomes('State', CHARGING)
+        self.desk.hardware.status('Not charging')
+        self.upower_becomes('State', PENDING)
+        self.desk.hardware.status('Full')
+        self.upower_becomes('State', FULL)
+        self.desk.hardware.unplug()
+        self.upower_becomes('State', DISCHARGING)
+
+    def test_upowerd_reads_temperature_and_cycles(self):
+        self.desk.hardware.set('BAT0', temp=412, cycle_count=321)
+        self.upower_becomes('Temperature', 41.2, 'battery_BAT0')
+        self.upower_becomes('ChargeCycles', 321, 'battery_BAT0')
+
+    def test_battery_goes_and_comes_back(self):
+        self.desk.hardware.remove('BAT0')
+        self.upower_becomes('IsPresent', False)
+        self.desk.hardware.add('BAT0')
+        self.upower_becomes('IsPresent', True)
+
+    def test_two_batteries_make_one_charge(self):
+        self.desk.hardware.add('BAT1', energy_full=40000000, energy_now=10000000, capacity=25)
+        self.upower_becomes('Energy', 50.0)
+
+    def test_upowerd_killed_and_started(self):
+        self.desk.kill('upowerd')
+        wait_for(lambda: not self.desk.system.owner(UPOWER), 'the end of upowerd')
+        self.desk.start('upowerd')
+        self.desk.hardware.percent(66)
+        self.upower_becomes('Percentage', 66.0)
+
+    def test_power_profile(self):
+        self.assertEqual(self.desk.profile(), 'balanced')
+        self.assertEqual(self.desk.profile('power-saver'), 'power-saver')
+        with open(self.desk.env['UMOCKDEV_DIR'] + '/sys/firmware/acpi/platform_profile') as f:
+            self.assertEqual(f.read().strip(), 'low-power')
+
+    def test_events_reach_upowerd_while_other_listeners_run(self):
+        self.desk.restart('profiles')
+        self.desk.hardware.percent(41)
+        self.upower_becomes('Percentage', 41.0)
+
+    def test_unknown_words_are_errors(self):
+        with self.assertRaises(DeskError):
+            self.desk.hardware.send('get', 'BAT7', 'capacity')
+        with self.assertRaises(DeskError):
+            self.desk.start('nonsense')
+
+
+class Sleep(DeskTest):
+    options = {'panel': 'none', 'notify': 'none'}
+
+    def inhibit(self):
+        """A program of its own that holds the sleep up until its standard input ends."""
+        return subprocess.Popen(['/usr/bin/python3', '-c', '''
+import sys, dbus
+fd = dbus.SystemBus().get_object('org.freedesktop.login1', '/org/freedesktop/login1').Inhibit(
+    'sleep', 'probe', 'to save', 'delay', dbus_interface='org.freedesktop.login1.Manager').take()
+sys.stdin.read()'''], env=self.desk.env, stdin=subprocess.PIPE)
+
+    def test_delay_lock_is_seen_and_its_release_too(self):
+        holder = self.inhibit()
+        self.addCleanup(holder.wait)
+        self.addCleanup(holder.stdin.close)
+        wait_for(lambda: self.desk.inhibitors('probe'), 'the lock')
+        self.assertEqual(self.desk.inhibitors('probe')[0][:4], ('sleep', 'probe', 'to save', 'delay'))
+        holder.stdin.close()
+        wait_for(lambda: not self.desk.inhibitors('probe'), 'its release')
+
+    def test_sleep_waits_for_a_lock_only_so_long(self):
+        holder = self.inhibit()
+        self.addCleanup(holder.wait)
+        self.addCleanup(holder.stdin.close)
+        wait_for(lambda: self.desk.inhibitors('probe'), 'the lock')
+        self.assertGreaterEqual(self.desk.go_to_sleep(), 5.0)
+
+    def test_upowerd_lets_go_and_reads_the_charge_again(self):
+        wait_for(lambda: self.desk.inhibitors('UPower'), "upowerd's lock")
+        self.assertLess(self.desk.go_to_sleep(), 5.0)
+        self.assertFalse(self.desk.inhibitors('UPower'))
+        self.desk.wake_up(percent=44)
+        self.upower_becomes('Percentage', 44.0)
+        wait_for(lambda: self.desk.inhibitors('UPower'), "upowerd's lock again")
+
+
+class Clock(DeskTest):
+    options = {'panel': 'none', 'notify': 'none'}
+    TICKER = ('import time, select\nprint("start", int(time.time()), flush=True)\n'
+              'end = time.monotonic() + 60\n'
+              'while time.monotonic() < end: select.select([], [], [], 0.05)\n'
+              'print("minute", int(time.time()), flush=True)')
+
+    def test_program_starts_at_the_chosen_time_and_a_minute_passes_at_once(self):
+        self.desk.clock.start_at('2030-05-06 21:59')
+        began = time.monotonic()
+        self.desk.start_app('/usr/bin/python3', '-c', self.TICKER)
+        self.said('start')
+        self.assertNotIn('minute', self.desk.app_log())
+        self.desk.clock.advance(61)
+        self.said('minute')
+        self.assertLess(time.monotonic() - began, 30)
+        words = self.desk.app_log().split()
+        self.assertEqual(time.strftime('%F %H:%M', time.gmtime(int(words[1]))), '2030-05-06 21:59')
+        self.assertGreaterEqual(int(words[3]) - int(words[1]), 61)
+
+    def test_time_never_goes_back(self):
+        with self.assertRaises(DeskError):
+            self.desk.clock.advance(-1)
+
+    def test_program_without_the_clock_sees_the_real_time(self):
+        self.desk.clock.start_at('2030-05-06 21:59')
+        self.desk.start_app('/usr/bin/python3', '-c', 'import time; print("now", int(time.time()))', clock=False)
+        self.said('now')
+        self.assertAlmostEqual(int(self.desk.app_log().split()[1]), time.time(), delta=20)
+
+
+class XfcePanel(DeskTest):
+    options = {'panel': 'xfce', 'notify': 'none'}
+
+    def test_item_appears_and_takes_clicks(self):
+        self.start_probe()
+        wait_for(lambda: len(self.desk.screen.tray()) == 1, 'the item in the panel')
+        x, y, width, height = self.desk.screen.tray()[0]
+        self.desk.screen.press_tray('left')
+        self.said('Activate %d %d' % (x + width // 2, y + height // 2))
+        self.desk.screen.press_tray('middle')
+        self.said('SecondaryActivate')
+
+    def test_item_goes_with_its_program(self):
+        self.start_probe()
+        wait_for(self.desk.screen.tray, 'the item in the panel')
+        self.desk.stop_app()
+        wait_for(lambda: not self.desk.screen.tray(), 'the item to go')
+
+    def test_item_is_back_after_a_panel_restart(self):
+        self.start_probe()
+        self.desk.restart('panel', signal.SIGKILL)
+        wait_for(lambda: self.desk.app_log().count('registered') == 2, 'the item to register again')
+        wait_for(self.desk.screen.tray, 'the item in the new panel')
+
+    def test_program_sees_the_simulated_hardware(self):
+        self.desk.hardware.set('BAT0', cycle_count=777)
+        self.start_probe()
+        self.said('cycles 777')
+
+
+class LxqtPanel(XfcePanel):
+    options = {'panel': 'lxqt', 'notify': 'none', 'wm': 'openbox'}
+
+
+class LargeDarkPanel(DeskTest):
+    options = {'dark': True, 'scale': 2, 'notify': 'none'}
+
+    def test_panel_is_dark_and_twice_as_high(self):
+        self.start_probe()
+        wait_for(self.desk.screen.tray, 'the item in the panel')
+        self.assertGreaterEqual(self.desk.screen.tray()[0][3], 56)
+        picture = self.desk.screen.shot(self.desk.path('panel.png'), crop=[400, 10, 100, 30])
+        mean = float(self.desk.run('convert', picture, '-colorspace', 'gray', '-format', '%[fx:mean]', 'info:'))
+        self.assertLess(mean, 0.4)
+
+
+class Notifications(DeskTest):
+    options = {'panel': 'none', 'notify': 'xfce'}
+
+    def test_button_is_pressed_on_the_real_bubble(self):
+        number = self.notify('hello', 'snooze', 'Snooze 1 hour')
+        self.assertEqual(self.desk.wait_for_note(summary='hello')['id'], number)
+        self.desk.screen.press_bubble('Snooze 1 hour')
+        self.desk.wait_for_note('action', id=number, key='snooze')
+        self.desk.wait_for_note('closed', id=number)
+
+    def test_bubble_is_closed(self):
+        number = self.notify('hello')
+        self.desk.screen.press_bubble('close')
+        self.desk.wait_for_note('closed', id=number)
+
+    def test_missing_server_is_noticed(self):
+        self.desk.kill('notify')
+        with self.assertRaises(Exception):
+            self.notify('hello')
+        self.desk.wait_for_note('notify-failed', summary='hello')
+        self.desk.start('notify')
+        self.notify('again')
+        self.desk.wait_for_note(summary='again')
+
+    def test_permission_is_kept(self):
+        self.desk.permit_notifications('no')
+        store = 'org.freedesktop.impl.portal.PermissionStore'
+        answer = self.desk.session.call(store, '/org/freedesktop/impl/portal/PermissionStore', store, 'Lookup', '(ss)',
+                                        'notifications', 'notification')
+        self.assertEqual(answer[0], {'org.tollbeam.Tollbeam': ['no']})
+
+
+class Dunst(DeskTest):
+    options = {'panel': 'none', 'notify': 'dunst'}
+
+    def test_action_is_chosen_from_its_menu(self):
+        number = self.notify('hello', 'default', 'Open', 'snooze', 'Snooze 1 hour')
+        self.desk.screen.press_bubble('Snooze 1 hour')
+        self.desk.wait_for_note('action', id=number, key='snooze')
+
+
+class SideBySide(DeskTest):
+    options = {'panel': 'none', 'notify': 'none'}
+
+    def test_two_desks_do_not_see_each_other(self):
+        with tempfile.TemporaryDirectory(prefix='desk-') as folder:
+            other = Desk(folder)
+            self.addCleanup(other.down)
+            other.up(**self.options)
+            self.desk.hardware.percent(11)
+            other.hardware.percent(99)
+            self.upower_becomes('Percentage', 11.0)
+            wait_for(lambda: other.upower('Percentage') == 99.0, 'the other charge')
+            other.down()
+        self.assertTrue(self.desk.is_up())
+
+    def test_down_leaves_no_process(self):
+        pids = [self.desk.processes.pid(n) for n in self.desk.processes.names()]
+        self.assertGreater(len([p for p in pids if p]), 6)
+
+        def left():
+            text = subprocess.run(['grep', '-lszF', 'HOME=' + self.desk.path('home'), *environments()],
+                                  capture_output=True, text=True).stdout
+            return text.split()
+        self.assertGreater(len(left()), 6)
+        self.desk.down()
+        self.assertEqual(self.desk.processes.names(), [])
+        wait_for(lambda: not left(), 'all processes of the desk to end')
+
+
+def environments():
+    return ['/proc/%s/environ' % p for p in os.listdir('/proc') if p.isdigit()]
+
+
+if __name__ == '__main__':
+    unittest.main()
