@@ -36,6 +36,7 @@ QVariantMap only(QVariantMap properties, const QStringList& names) {
 
 DBusMenu::DBusMenu(std::function<void(StatusMenuEntry::Kind)> chosen, QObject* parent)
     : QObject(parent), chosen_(std::move(chosen)) {
+  registerSniTypes();
   new DBusMenuAdaptor(this);
 }
 

@@ -123,10 +123,8 @@ void FreedesktopStatusItem::refreshOnBus() {
 }
 
 void FreedesktopStatusItem::expectOtherColours() {
-  const auto traits = traitsOf(watcher_.host());
   const bool inTray = inTray_ && inTray_->state() == XEmbedIcon::State::Docked;
-  const bool seen = inTray || (!traits.recoloursIcon && !traits.darkPanel);
-  if (xServer_ && seen) lookAgain_.start(kFirstLook);
+  if (xServer_ && (inTray || hostNeedsColour())) lookAgain_.start(kFirstLook);
 }
 
 void FreedesktopStatusItem::lookAgainSoon() {
@@ -134,10 +132,15 @@ void FreedesktopStatusItem::lookAgainSoon() {
   if (next <= kLastLook) lookAgain_.start(next);
 }
 
-QColor FreedesktopStatusItem::colourOnHost() const {
+// Whether the panel shows our pixmap as it is, on a ground that we must look at.
+bool FreedesktopStatusItem::hostNeedsColour() const {
   const auto traits = traitsOf(watcher_.host());
-  if (traits.darkPanel) return colourOnDark();
-  if (!traits.recoloursIcon && xServer_) {
+  return !traits.darkPanel && (!traits.recoloursIcon || iconThemePath_.isEmpty());
+}
+
+QColor FreedesktopStatusItem::colourOnHost() const {
+  if (traitsOf(watcher_.host()).darkPanel) return colourOnDark();
+  if (hostNeedsColour() && xServer_) {
     if (const auto panel = panelColour(*xServer_)) return colourOn(*panel);
   }
   return QGuiApplication::palette().color(QPalette::WindowText);

@@ -38,6 +38,7 @@ class FreedesktopStatusItem : public QObject, public StatusItem {
   void refreshOnBus();
   void expectOtherColours();
   void lookAgainSoon();
+  [[nodiscard]] bool hostNeedsColour() const;
   [[nodiscard]] QColor colourOnHost() const;
   [[nodiscard]] QStringList statusLines() const;
   void activate(int x, int y);

@@ -100,6 +100,9 @@ void registerSniTypes() {
   qDBusRegisterMetaType<DBusMenuEvent>();
   qDBusRegisterMetaType<DBusMenuEvents>();
   qDBusRegisterMetaType<QList<int>>();
+  // Under the names that the declarations of slots and signals use, by which QtDBus looks them up.
+  qRegisterMetaType<DBusMenuPropertiesList>("tollbeam::DBusMenuPropertiesList");
+  qRegisterMetaType<DBusMenuEvents>("tollbeam::DBusMenuEvents");
 }
 
 SniPixmap toSniPixmap(const QImage& image) {
