@@ -190,7 +190,8 @@ TEST_F(LogindWorkspaceTest, BelievesOnlyLogind) {
   stranger.send(signal);
   ASSERT_TRUE(test::passedOn(stranger));
   logind.announceSleep(true);
-  ASSERT_TRUE(waitFor([this] { return logind.held() == 0; }));
+  logind.announceSleep(false);
+  ASSERT_TRUE(waitFor([this] { return wakes == 1; }));
   EXPECT_EQ(sleeps, 1);
 }
 

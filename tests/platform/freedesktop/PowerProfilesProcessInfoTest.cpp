@@ -111,8 +111,9 @@ TEST_F(PowerProfilesProcessInfoTest, ADaemonWithoutAProfileChangesNothing) {
   EXPECT_TRUE(lowPower());
   current.change(profile(""));
   current.change({{QStringLiteral("ActiveProfile"), 7}});
+  older.properties = profile("power-saver");
   ASSERT_TRUE(daemon.registerService(olderName));
-  older.properties = profile("balanced");
+  ASSERT_TRUE(waitFor([this] { return older.asked > 0; }));
   older.change(profile("balanced"));
   ASSERT_TRUE(waitFor([this] { return !lowPower(); }));
   EXPECT_EQ(told, (std::vector{true, false}));

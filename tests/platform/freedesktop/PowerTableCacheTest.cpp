@@ -94,6 +94,12 @@ TEST(PowerTableCache, TheDaemonsGlitchAtTheStartIsNoBatteryUnlessTheKernelHasOne
   EXPECT_EQ(percentIn(PowerTableCache().update(daemonAt(0, 0), kernel(laptopAt80))), 80);
 }
 
+TEST(PowerTableCache, NoBatteryIsNothingThatAGlitchCouldKeep) {
+  PowerTableCache cache;
+  EXPECT_EQ(cache.update(daemonWithout(), kernel({})).sources, List());
+  EXPECT_EQ(percentIn(cache.update(daemonAt(0, 0), kernel(laptopAt80))), 80);
+}
+
 TEST(PowerTableCache, TheKernelsGlitchLeavesWhatWasKnown) {
   PowerTableCache cache;
   const auto before = cache.update(std::nullopt, kernel(laptopAt80)).sources;

@@ -136,6 +136,21 @@ TEST_F(RemotePropertiesTest, ALateAnswerOfAnEarlierOwnerIsDropped) {
   EXPECT_TRUE(waitForLevel(8));
 }
 
+TEST_F(RemotePropertiesTest, ALateAnswerOfAnOwnerThatIsGoneIsDropped) {
+  object.silent = true;
+  own();
+  ASSERT_TRUE(waitFor([this] { return object.asked > 0; }));
+  owner.unregisterService(service);
+  ASSERT_TRUE(waitFor([this] { return remote.state() == State::absent; }));
+  bool known = false;
+  QObject::connect(&remote, &RemoteProperties::updated, &remote,
+                   [this, &known] { known = known || remote.state() == State::known; });
+  object.answer();
+  own();
+  ASSERT_TRUE(waitFor([this] { return remote.state() == State::asking; }));
+  EXPECT_FALSE(known);
+}
+
 TEST_F(RemotePropertiesTest, KeepEveryKindOfValueApart) {
   RemoteProperties kinds(
       bus.connect(), {service, path, service},
