@@ -28,7 +28,6 @@ ChargeState chargeState(std::int64_t state) {
     case 1:
       return ChargeState::charging;
     case 2:
-    case 3:  // Empty: still running on what is left.
       return ChargeState::discharging;
     case 4:
       return ChargeState::full;
@@ -36,6 +35,8 @@ ChargeState chargeState(std::int64_t state) {
     case 6:  // Waiting to discharge: another pack goes first.
       return ChargeState::notCharging;
     default:
+      // 3 is "empty", the daemon's own guess from "unknown, 0 %": a battery that runs down is
+      // discharging to the end.
       return ChargeState::unknown;
   }
 }

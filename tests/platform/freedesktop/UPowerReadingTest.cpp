@@ -61,23 +61,27 @@ TEST(UPowerReading, KnowsEveryState) {
   EXPECT_EQ(stateOf(0), ChargeState::unknown);
   EXPECT_EQ(stateOf(1), ChargeState::charging);
   EXPECT_EQ(stateOf(2), ChargeState::discharging);
-  EXPECT_EQ(stateOf(3), ChargeState::discharging);
+  EXPECT_EQ(stateOf(3), ChargeState::unknown);
   EXPECT_EQ(stateOf(4), ChargeState::full);
   EXPECT_EQ(stateOf(5), ChargeState::notCharging);
   EXPECT_EQ(stateOf(6), ChargeState::notCharging);
   EXPECT_EQ(stateOf(7), ChargeState::unknown);
 }
 
-TEST(UPowerReading, AnEmptyBatteryIsAReading) {
-  auto answer = with("State", 3);
-  answer.device.insert_or_assign("Percentage", 0.0);
+TEST(UPowerReading, ABatteryThatRanDownIsAReading) {
+  auto answer = with("Percentage", 0.0);
+  EXPECT_FALSE(isGlitch(*readUPower(answer)));
+  answer.device.insert_or_assign("State", 5);
   EXPECT_FALSE(isGlitch(*readUPower(answer)));
 }
 
-TEST(UPowerReading, UnknownAtZeroIsAGlitch) {
-  auto answer = with("State", 0);
-  answer.device.insert_or_assign("Percentage", 0.0);
-  EXPECT_TRUE(isGlitch(*readUPower(answer)));
+// UPower 0.99 and 1.90 say "empty" (3) when the kernel says "Unknown" and 0 %.
+TEST(UPowerReading, UnknownOrGuessedEmptyAtZeroIsAGlitch) {
+  for (const int state : {0, 3}) {
+    auto answer = with("State", state);
+    answer.device.insert_or_assign("Percentage", 0.0);
+    EXPECT_TRUE(isGlitch(*readUPower(answer)));
+  }
 }
 
 TEST(UPowerReading, AnUnreadableChargeIsAGlitchWhateverTheState) {
