@@ -58,7 +58,7 @@ NotificationPermission::NotificationPermission(const QDBusConnection& bus,
       services_(kService, bus, QDBusServiceWatcher::WatchForRegistration) {
   connect(&services_, &QDBusServiceWatcher::serviceRegistered, this, [this] {
     // A store that came after we did without one, or another than the one that we asked.
-    if (status_) lookUp();
+    if (status_) lookUp([](AuthorizationStatus) {});
   });
   // Without a sender, because Qt would ask the bus for the sender's owner and wait. Nothing is
   // believed on the word of the signal: it only makes us ask the store.
@@ -70,17 +70,14 @@ void NotificationPermission::whenKnown(Known known) {
   if (status_) {
     known(*status_);
   } else {
-    askAgain(std::move(known));
+    lookUp(std::move(known));
   }
 }
 
-void NotificationPermission::askAgain(Known known) {
-  waiting_.push_back(std::move(known));
-  lookUp();
-}
+void NotificationPermission::askAgain(Known known) { lookUp(std::move(known)); }
 
 void NotificationPermission::request(std::function<void(bool granted)> answer) {
-  askAgain([this, answer = std::move(answer)](AuthorizationStatus status) {
+  lookUp([this, answer = std::move(answer)](AuthorizationStatus status) {
     if (status == AuthorizationStatus::notDetermined) {
       grant(answer);
     } else {
@@ -89,21 +86,23 @@ void NotificationPermission::request(std::function<void(bool granted)> answer) {
   });
 }
 
-void NotificationPermission::lookUp() {
+void NotificationPermission::lookUp(Known known) {
   QDBusMessage message = method("Lookup");
   message << kTable << kId;
   auto* call = new QDBusPendingCallWatcher(bus_.asyncCall(message, patience_), this);
-  connect(call, &QDBusPendingCallWatcher::finished, this, &NotificationPermission::lookedUp);
+  connect(call, &QDBusPendingCallWatcher::finished, this,
+          [this, known = std::move(known)](QDBusPendingCallWatcher* finished) {
+            lookedUp(finished, known);
+          });
 }
 
-void NotificationPermission::lookedUp(QDBusPendingCallWatcher* call) {
+void NotificationPermission::lookedUp(QDBusPendingCallWatcher* call, const Known& known) {
   call->deleteLater();
   const auto status = call->isError() ? statusFor(call->error())
                                       : std::optional(statusIn(call->reply(), applicationId_));
   if (status) status_ = status;
   // With nobody to ask, notifying is no worse than on a desktop without a store.
-  const auto answer = status_.value_or(AuthorizationStatus::authorized);
-  for (const auto& known : std::exchange(waiting_, {})) known(answer);
+  known(status_.value_or(AuthorizationStatus::authorized));
 }
 
 void NotificationPermission::grant(std::function<void(bool granted)> answer) {
@@ -121,7 +120,7 @@ void NotificationPermission::grant(std::function<void(bool granted)> answer) {
 }
 
 void NotificationPermission::changed(const QString& table, const QString& id) {
-  if (status_ && table == kTable && id == kId) lookUp();
+  if (status_ && table == kTable && id == kId) lookUp([](AuthorizationStatus) {});
 }
 
 }  // namespace tollbeam

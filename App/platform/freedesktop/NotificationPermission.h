@@ -11,7 +11,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/NotificationCenter.h"
 
@@ -40,8 +39,9 @@ class NotificationPermission : public QObject {
   void request(std::function<void(bool granted)> answer);
 
  private:
-  void lookUp();
-  void lookedUp(QDBusPendingCallWatcher* call);
+  /// `known` gets the answer to this very question: an earlier one may still be on its way.
+  void lookUp(Known known);
+  void lookedUp(QDBusPendingCallWatcher* call, const Known& known);
   void grant(std::function<void(bool granted)> answer);
 
   // The parameters are those of the store's signal, which the bus matches by signature.
@@ -53,7 +53,6 @@ class NotificationPermission : public QObject {
   QDBusServiceWatcher services_;
   /// Absent until the store has answered, or is known to be missing.
   std::optional<AuthorizationStatus> status_;
-  std::vector<Known> waiting_;
 };
 
 }  // namespace tollbeam

@@ -25,7 +25,10 @@ class AlertBox : public QMessageBox {
   using QMessageBox::QMessageBox;
 
  protected:
-  void closeEvent(QCloseEvent* event) override { QDialog::closeEvent(event); }
+  void closeEvent(QCloseEvent* event) override {
+    if (isVisible()) reject();
+    event->accept();
+  }
   void keyPressEvent(QKeyEvent* event) override {
     if (event->matches(QKeySequence::Cancel)) {
       reject();
