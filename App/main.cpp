@@ -2,6 +2,7 @@
 // shell. Taken apart in reverse.
 #include <QApplication>
 #include <QDBusConnection>
+#include <QFileInfo>
 #include <QIcon>
 #include <memory>
 #include <optional>
@@ -43,8 +44,10 @@ class Program {
         powerSources_(QDBusConnection::systemBus()),
         processInfo_(QDBusConnection::systemBus()),
         workspace_(QDBusConnection::systemBus()),
-        notificationCenter_(sessionBus, mainQueue_, {}),
-        statusBar_(sessionBus, {}, QString::fromStdString(bundle_.resources() + "/icons")) {}
+        notificationCenter_(sessionBus, mainQueue_, {.look = {.icon = icon()}}),
+        statusBar_(sessionBus, {}, QString::fromStdString(bundle_.resources() + "/icons")) {
+    QApplication::setWindowIcon(QIcon(QString::fromStdString(icon())));
+  }
 
   /// What holds at launch is never announced, so the first look must see it: it waits for the
   /// services' first answers, which are bounded in time.
@@ -79,6 +82,13 @@ class Program {
                      &AppDelegate::applicationWillTerminate);
     delegate_->applicationDidFinishLaunching();
     if (activateAtLaunch_) delegate_->showPopover();
+  }
+
+  /// The bundle's own, because a bundle that was not installed has none in the icon theme.
+  [[nodiscard]] std::string icon() const {
+    const std::string file =
+        bundle_.resources() + "/icons/hicolor/scalable/apps/org.tollbeam.Tollbeam.svg";
+    return QFileInfo::exists(QString::fromStdString(file)) ? file : "org.tollbeam.Tollbeam";
   }
 
   QtMainQueue mainQueue_;

@@ -25,9 +25,9 @@ QString iconName(const std::string& icon) {
 }
 
 QStringList actionPairs(const std::vector<NotificationAction>& actions) {
-  // With a default action a click on the bubble closes it everywhere; without one some servers
-  // start the program of the desktop entry instead. Its label shows where all actions are a menu.
-  QStringList pairs{QLatin1String(kDefaultAction), QStringLiteral("Dismiss")};
+  // No "default" action: some servers (xfce) draw a button for it. A click on the bubble does there
+  // what the desktop does by itself.
+  QStringList pairs;
   for (const auto& action : actions) {
     pairs << QString::fromStdString(action.identifier) << QString::fromStdString(action.title);
   }

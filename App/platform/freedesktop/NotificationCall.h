@@ -43,9 +43,6 @@ struct Bubble {
   std::optional<NotificationSound> sound;
 };
 
-/// The action identifier of a click on the bubble itself.
-inline constexpr const char* kDefaultAction = "default";
-
 /// The arguments of Notify.
 [[nodiscard]] QVariantList notifyArguments(const Bubble& bubble, const NotificationLook& look,
                                            const ServerCapabilities& server, uint replacesId);

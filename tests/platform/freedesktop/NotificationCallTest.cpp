@@ -43,8 +43,7 @@ TEST(NotificationCall, SaysWhoWhatAndHow) {
 
 TEST(NotificationCall, ActionsAreButtonsWhereTheServerHasThem) {
   EXPECT_EQ(notifyArguments(bubble(), {}, kFull, 0)[actions].toStringList(),
-            (QStringList{QStringLiteral("default"), QStringLiteral("Dismiss"),
-                         QStringLiteral("SNOOZE"), QStringLiteral("Snooze 1 hour")}));
+            (QStringList{QStringLiteral("SNOOZE"), QStringLiteral("Snooze 1 hour")}));
   EXPECT_TRUE(notifyArguments(bubble(), {}, {}, 0)[actions].toStringList().isEmpty());
 }
 
