@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QTimer>
 #include <cstdlib>
 
 namespace tollbeam::test {
@@ -51,9 +52,12 @@ QDBusConnection PrivateBus::connect() {
 
 bool waitFor(const std::function<bool()>& condition, int milliseconds) {
   const QDeadlineTimer deadline(milliseconds);
+  // Wakes the loop for conditions that no event of ours makes true.
+  QTimer again;
+  again.start(10);
   while (!condition()) {
     if (deadline.hasExpired()) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
   return true;
