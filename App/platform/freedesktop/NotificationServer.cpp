@@ -185,8 +185,10 @@ std::map<std::string, NotificationServer::Slot>::iterator NotificationServer::sl
 }
 
 void NotificationServer::actionInvoked(uint id, const QString& action, const QDBusMessage& signal) {
-  if (slotOf(id, signal) == slots_.end() || !onAction) return;
-  onAction(action.toStdString());
+  if (slotOf(id, signal) == slots_.end()) return;
+  // The user has answered. Not every server takes the bubble down by itself then.
+  close(id);
+  if (onAction) onAction(action.toStdString());
 }
 
 void NotificationServer::notificationClosed(uint id, uint /*reason*/, const QDBusMessage& signal) {

@@ -77,16 +77,18 @@ class DesktopNotificationCenterTest : public testing::Test {
   /// What was on its way to and from the server has arrived: a call went there and back, and
   /// another went after its answer.
   void settle() {
-    const auto before = server.closeRequests.size();
     auto silent = request("settle", "settle");
     silent.content.sound.reset();
     center.add(silent);
+    uint id = 0;
     ASSERT_TRUE(waitFor([&] {
-      const auto titles = server.titles();
-      return std::find(titles.begin(), titles.end(), QStringLiteral("settle")) != titles.end();
+      for (const auto& [each, call] : server.shown) {
+        if (call.summary == QLatin1String("settle")) id = each;
+      }
+      return id != 0;
     }));
     center.remove("settle");
-    ASSERT_TRUE(waitFor([&] { return server.closeRequests.size() > before; }));
+    ASSERT_TRUE(waitFor([&] { return !server.shown.contains(id); }));
   }
 
   test::PrivateBus bus;
@@ -149,6 +151,14 @@ TEST_F(DesktopNotificationCenterTest, AnActionReachesTheDelegate) {
   EXPECT_EQ(delegate->actions, (std::vector<std::string>{"SNOOZE", "default"}));
 }
 
+TEST_F(DesktopNotificationCenterTest, AnAnsweredBubbleIsTakenDownWhereTheServerKeepsIt) {
+  server.start();
+  addShown("low", "15%");
+  Q_EMIT server.ActionInvoked(server.shown.begin()->first, QStringLiteral("SNOOZE"));
+  EXPECT_TRUE(shows({}));
+  EXPECT_EQ(delegate->actions, (std::vector<std::string>{"SNOOZE"}));
+}
+
 TEST_F(DesktopNotificationCenterTest, OnlyActionsOnOurBubblesFromTheServerCount) {
   server.start();
   addShown("low", "15%");
@@ -162,7 +172,7 @@ TEST_F(DesktopNotificationCenterTest, OnlyActionsOnOurBubblesFromTheServerCount)
   Q_EMIT server.ActionInvoked(ours + 1000, QStringLiteral("stranger"));
   Q_EMIT server.ActionInvoked(0, QStringLiteral("nobody"));
   settle();
-  Q_EMIT server.ActionInvoked(ours, QStringLiteral("SNOOZE"));
+  server.choose(ours, "SNOOZE");
   EXPECT_TRUE(waitFor([&] { return !delegate->actions.empty(); }));
   EXPECT_EQ(delegate->actions, (std::vector<std::string>{"SNOOZE"}));
 }
