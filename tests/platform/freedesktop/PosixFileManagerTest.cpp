@@ -39,6 +39,21 @@ int inChild(const std::function<int()>& work) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+/// Gives this process mounts that nobody else sees, by a user namespace for who is not root; false
+/// where the system forbids it.
+bool takeOwnMounts() {
+  const uid_t user = ::geteuid();
+  const gid_t group = ::getegid();
+  if (::unshare(user == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
+  if (user != 0) {
+    // Who has no name in the namespace could not make a file.
+    put("/proc/self/uid_map", "0 " + std::to_string(user) + " 1\n");
+    put("/proc/self/setgroups", "deny");
+    put("/proc/self/gid_map", "0 " + std::to_string(group) + " 1\n");
+  }
+  return ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
 /// Lets no file grow beyond `bytes`, which fails a write in its middle for every user.
 class FileSizeLimit {
  public:
@@ -218,9 +233,7 @@ TEST(PosixFileManager, AFullDiskKeepsTheOldFile) {
   constexpr int kCannotMount = 77;
   // A disk of its own in a process of its own, which nobody else sees.
   const int result = inChild([&] {
-    if (::unshare(::geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS) != 0 ||
-        ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        ::mount("tmpfs", folder.path().c_str(), "tmpfs", 0, "size=64k") != 0) {
+    if (!takeOwnMounts() || ::mount("tmpfs", folder.path().c_str(), "tmpfs", 0, "size=64k") != 0) {
       return kCannotMount;
     }
     put(folder / "file", "old");
