@@ -1,6 +1,8 @@
 #include "platform/freedesktop/support/RecordingServer.h"
 
 #include <QDBusConnection>
+#include <QDeadlineTimer>
+#include <QThread>
 #include <cstdlib>
 #include <utility>
 
@@ -12,12 +14,16 @@ void RecordingServer::start() {
   lastId_ = 0;
   shown.clear();
   held_.clear();
-  const bool there =
-      connection.registerObject(
-          QStringLiteral("/org/freedesktop/Notifications"), this,
-          QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportScriptableSignals) &&
-      connection.registerService(QStringLiteral("org.freedesktop.Notifications"));
-  if (!there) std::abort();
+  const bool there = connection.registerObject(
+      QStringLiteral("/org/freedesktop/Notifications"), this,
+      QDBusConnection::ExportScriptableSlots | QDBusConnection::ExportScriptableSignals);
+  // The bus may not have noticed yet that the server before this one has gone. No events are
+  // handled meanwhile: a test decides when they are.
+  const QDeadlineTimer deadline(5000);
+  while (!connection.registerService(QStringLiteral("org.freedesktop.Notifications"))) {
+    if (!there || deadline.hasExpired()) std::abort();
+    QThread::msleep(1);
+  }
 }
 
 void RecordingServer::stop() {
