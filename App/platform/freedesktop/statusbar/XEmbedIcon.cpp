@@ -96,10 +96,13 @@ void XEmbedIcon::setContent(const QString& symbol, const QString& text, const QS
   if (!same && state_ != State::Away) askForWidth();
 }
 
+// Without its colour, for which the panel has to be looked at.
 StatusPicture XEmbedIcon::picture() const {
-  return {symbol_,        tray_.vertical() ? QString() : text_,
-          statusFont(),   colour(),
-          size_.height(), statusScale()};
+  return {.symbol = symbol_,
+          .text = tray_.vertical() ? QString() : text_,
+          .font = statusFont(),
+          .height = size_.height(),
+          .scale = statusScale()};
 }
 
 // The tray's own colour, unless it has forgotten to follow its ground.
@@ -140,7 +143,10 @@ void XEmbedIcon::askForWidth() {
 }
 
 void XEmbedIcon::paint() {
-  if (state_ == State::Docked && canvas_) canvas_->draw(picture().paint(symbols_, size_.width()));
+  if (state_ != State::Docked) return;
+  auto shown = picture();
+  shown.colour = colour();
+  canvas_->draw(shown.paint(symbols_, size_.width()));
 }
 
 bool XEmbedIcon::eventFilter(QObject* watched, QEvent* event) {
