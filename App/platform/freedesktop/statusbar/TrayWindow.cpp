@@ -13,7 +13,7 @@ constexpr std::uint8_t kAlphaDepth = 32;
 
 }  // namespace
 
-TrayWindow::TrayWindow(XServer server, xcb_visualid_t visual, int side, std::uint32_t events)
+TrayWindow::TrayWindow(const XServer& server, xcb_visualid_t visual, int side, std::uint32_t events)
     : server_(server), id_(xcb_generate_id(server.connection())) {
   create(visual, static_cast<std::uint16_t>(side), events);
   describe();

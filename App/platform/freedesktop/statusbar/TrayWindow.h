@@ -12,7 +12,7 @@ class TrayWindow {
  public:
   /// Square, of `side` pixels, until a tray decides. A visual of 32 bits is transparent; in any
   /// other the window shows the ground of the window it stands in.
-  TrayWindow(XServer server, xcb_visualid_t visual, int side, std::uint32_t events);
+  TrayWindow(const XServer& server, xcb_visualid_t visual, int side, std::uint32_t events);
   TrayWindow(const TrayWindow&) = delete;
   TrayWindow& operator=(const TrayWindow&) = delete;
   ~TrayWindow();

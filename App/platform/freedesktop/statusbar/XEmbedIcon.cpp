@@ -32,8 +32,8 @@ constexpr double kReadable = 3;
 
 }  // namespace
 
-XEmbedIcon::XEmbedIcon(XServer server, const TrayOwner& tray, Symbols& symbols, Handlers handlers,
-                       QObject* parent)
+XEmbedIcon::XEmbedIcon(const XServer& server, const TrayOwner& tray, Symbols& symbols,
+                       Handlers handlers, QObject* parent)
     : QObject(parent),
       server_(server),
       tray_(tray),

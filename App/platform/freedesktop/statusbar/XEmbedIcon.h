@@ -31,7 +31,7 @@ class XEmbedIcon : public QObject, public QAbstractNativeEventFilter {
     std::function<void(QPoint)> contextMenu;
   };
 
-  XEmbedIcon(XServer server, const TrayOwner& tray, Symbols& symbols, Handlers handlers,
+  XEmbedIcon(const XServer& server, const TrayOwner& tray, Symbols& symbols, Handlers handlers,
              QObject* parent = nullptr);
   ~XEmbedIcon() override;
 
