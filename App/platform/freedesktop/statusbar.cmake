@@ -17,6 +17,7 @@ tollbeam_room(tollbeam_freedesktop_statusbar
   statusbar/Symbols.cpp
   statusbar/TrayCanvas.cpp
   statusbar/TrayOwner.cpp
+  statusbar/TrayWindow.cpp
   statusbar/WatcherMonitor.cpp
   statusbar/XEmbedIcon.cpp
   statusbar/XServer.cpp)

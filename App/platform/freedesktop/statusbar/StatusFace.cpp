@@ -66,7 +66,7 @@ SniPixmaps picturesFor(const QString& symbol, const QString& text, const QColor&
 
 QString firstSymbol(const StatusItemContent& content, const Symbols& symbols) {
   for (const auto& name : content.symbolNames) {
-    const auto symbol = QString::fromStdString(name);
+    auto symbol = QString::fromStdString(name);
     if (symbols.contains(symbol)) return symbol;
   }
   return {};

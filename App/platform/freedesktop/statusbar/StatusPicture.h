@@ -17,7 +17,7 @@ struct StatusPicture {
   QString symbol;
   QString text;
   QFont font;
-  QColor colour;
+  QColor colour = Qt::black;
   int height = 22;
   /// Device pixels to a logical one; scales the gap.
   double scale = 1;

@@ -42,7 +42,7 @@ Formats formatsFor(const XServer& server, xcb_visualid_t visual) {
 
 }  // namespace
 
-TrayCanvas::TrayCanvas(XServer server, xcb_window_t window, xcb_visualid_t visual)
+TrayCanvas::TrayCanvas(const XServer& server, xcb_window_t window, xcb_visualid_t visual)
     : server_(server), window_(window), alpha_(server.depthOf(visual) == kAlphaDepth) {
   auto* c = server_.connection();
   if (alpha_) {

@@ -15,7 +15,7 @@ namespace tollbeam {
 
 class TrayCanvas {
  public:
-  TrayCanvas(XServer server, xcb_window_t window, xcb_visualid_t visual);
+  TrayCanvas(const XServer& server, xcb_window_t window, xcb_visualid_t visual);
   TrayCanvas(const TrayCanvas&) = delete;
   TrayCanvas& operator=(const TrayCanvas&) = delete;
   ~TrayCanvas();

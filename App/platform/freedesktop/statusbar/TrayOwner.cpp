@@ -4,7 +4,7 @@
 
 namespace tollbeam {
 
-TrayOwner::TrayOwner(XServer server, QObject* parent)
+TrayOwner::TrayOwner(const XServer& server, QObject* parent)
     : QObject(parent),
       server_(server),
       atoms_{server_.atom("MANAGER"),

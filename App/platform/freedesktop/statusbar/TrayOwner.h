@@ -15,7 +15,7 @@ class TrayOwner : public QObject, public QAbstractNativeEventFilter {
   Q_OBJECT
 
  public:
-  explicit TrayOwner(XServer server, QObject* parent = nullptr);
+  explicit TrayOwner(const XServer& server, QObject* parent = nullptr);
   ~TrayOwner() override;
 
   /// None when there is no tray.

@@ -5,7 +5,6 @@
 #include <QScreen>
 #include <QTextDocument>
 #include <QToolTip>
-#include <array>
 #include <chrono>
 #include <cmath>
 
@@ -28,14 +27,13 @@ constexpr auto kHovering = 500ms;
 constexpr std::uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
                                   XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
                                   XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW;
-constexpr std::uint32_t kRequestDock = 0;
 constexpr int kUsualHeight = 22;
 constexpr double kReadable = 3;
 
 }  // namespace
 
-XEmbedIcon::XEmbedIcon(XServer server, const TrayOwner& tray, Symbols& symbols, Handlers handlers,
-                       QObject* parent)
+XEmbedIcon::XEmbedIcon(const XServer& server, const TrayOwner& tray, Symbols& symbols,
+                       Handlers handlers, QObject* parent)
     : QObject(parent),
       server_(server),
       tray_(tray),
@@ -58,46 +56,24 @@ void XEmbedIcon::dock() {
   if (state_ != State::Away) return;
   QCoreApplication::instance()->installNativeEventFilter(this);
   QCoreApplication::instance()->installEventFilter(this);
-  createWindow();
-  describeWindow();
-  canvas_.emplace(server_, window_, tray_.visual());
+  const int height = static_cast<int>(std::lround(kUsualHeight * statusScale()));
+  size_ = QSize(height, height);
+  window_.emplace(server_, tray_.visual(), height, kEvents);
+  canvas_.emplace(server_, window_->id(), tray_.visual());
   state_ = State::Asking;
   askForWidth();
-
-  xcb_client_message_event_t request{};
-  request.response_type = XCB_CLIENT_MESSAGE;
-  request.format = 32;
-  request.window = tray_.window();
-  request.type = server_.atom("_NET_SYSTEM_TRAY_OPCODE");
-  request.data.data32[0] = XCB_CURRENT_TIME;
-  request.data.data32[1] = kRequestDock;
-  request.data.data32[2] = window_;
-  server_.tolerate(xcb_send_event_checked(server_.connection(), 0, tray_.window(),
-                                          XCB_EVENT_MASK_NO_EVENT,
-                                          reinterpret_cast<const char*>(&request)));
-  xcb_flush(server_.connection());
+  window_->askForPlace(tray_.window());
   patience_.start();
 }
 
 void XEmbedIcon::leave() {
   if (state_ == State::Away) return;
-  const auto window = window_;
-  forgetWindow();
-  if (window != XCB_WINDOW_NONE) {
-    server_.tolerate(xcb_destroy_window_checked(server_.connection(), window));
-    xcb_flush(server_.connection());
-  }
-}
-
-void XEmbedIcon::forgetWindow() {
   state_ = State::Away;
   patience_.stop();
   settling_.stop();
   hideToolTip();
   canvas_.reset();
-  window_ = XCB_WINDOW_NONE;
-  if (colours_ != XCB_NONE) xcb_free_colormap(server_.connection(), colours_);
-  colours_ = XCB_NONE;
+  window_.reset();
   if (auto* app = QCoreApplication::instance()) {
     app->removeNativeEventFilter(this);
     app->removeEventFilter(this);
@@ -107,51 +83,6 @@ void XEmbedIcon::forgetWindow() {
 void XEmbedIcon::giveUp() {
   leave();
   Q_EMIT refused();
-}
-
-void XEmbedIcon::createWindow() {
-  auto* c = server_.connection();
-  const int height = static_cast<int>(std::lround(kUsualHeight * statusScale()));
-  size_ = QSize(height, height);
-  const auto side = static_cast<std::uint16_t>(height);
-  window_ = xcb_generate_id(c);
-  const bool alpha = server_.depthOf(tray_.visual()) == 32;
-  if (alpha) {
-    colours_ = xcb_generate_id(c);
-    xcb_create_colormap(c, XCB_COLORMAP_ALLOC_NONE, colours_, server_.root(), tray_.visual());
-    const std::array<std::uint32_t, 4> values{0, 0, kEvents, colours_};
-    xcb_create_window(c, 32, window_, server_.root(), -1, -1, side, side, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, tray_.visual(),
-                      XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
-                      values.data());
-    return;
-  }
-  const std::array<std::uint32_t, 2> values{XCB_BACK_PIXMAP_PARENT_RELATIVE, kEvents};
-  xcb_create_window(c, XCB_COPY_FROM_PARENT, window_, server_.root(), -1, -1, side, side, 0,
-                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                    XCB_CW_BACK_PIXMAP | XCB_CW_EVENT_MASK, values.data());
-}
-
-void XEmbedIcon::describeWindow() {
-  auto* c = server_.connection();
-  const auto set = [&](xcb_atom_t property, xcb_atom_t type, std::uint8_t format,
-                       std::uint32_t length, const void* data) {
-    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, property, type, format, length, data);
-  };
-  // Panels remember by this name which items the user has hidden.
-  const QByteArray name = "Tollbeam";
-  const auto length = static_cast<std::uint32_t>(name.size());
-  set(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, length, name.constData());
-  set(server_.atom("_NET_WM_NAME"), server_.atom("UTF8_STRING"), 8, length, name.constData());
-  const QByteArray wmClass("tollbeam\0Tollbeam\0", 18);
-  set(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(wmClass.size()),
-      wmClass.constData());
-  const auto pid = static_cast<std::uint32_t>(QCoreApplication::applicationPid());
-  set(server_.atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1, &pid);
-  // Protocol version 0, and that it wants to be mapped.
-  const std::array<std::uint32_t, 2> embedding{0, 1};
-  const auto info = server_.atom("_XEMBED_INFO");
-  set(info, info, 32, 2, embedding.data());
 }
 
 void XEmbedIcon::setContent(const QString& symbol, const QString& text, const QString& toolTip) {
@@ -165,10 +96,13 @@ void XEmbedIcon::setContent(const QString& symbol, const QString& text, const QS
   if (!same && state_ != State::Away) askForWidth();
 }
 
+// Without its colour, for which the panel has to be looked at.
 StatusPicture XEmbedIcon::picture() const {
-  return {symbol_,        tray_.vertical() ? QString() : text_,
-          statusFont(),   colour(),
-          size_.height(), statusScale()};
+  return {.symbol = symbol_,
+          .text = tray_.vertical() ? QString() : text_,
+          .font = statusFont(),
+          .height = size_.height(),
+          .scale = statusScale()};
 }
 
 // The tray's own colour, unless it has forgotten to follow its ground.
@@ -184,7 +118,7 @@ std::optional<QColor> XEmbedIcon::ground() const {
   if (const auto behind = canvas_->ground(size_)) return behind;
   auto* c = server_.connection();
   const auto place = xcbReply(xcb_translate_coordinates_reply(
-      c, xcb_translate_coordinates(c, window_, server_.root(), 0, 0), nullptr));
+      c, xcb_translate_coordinates(c, window_->id(), server_.root(), 0, 0), nullptr));
   if (!place) return std::nullopt;
   return panelColour(server_, QPoint(place->dst_x, place->dst_y));
 }
@@ -196,33 +130,23 @@ void XEmbedIcon::redraw() {
 // Tells the panel which shape the picture needs, and draws it: at once where the room suffices,
 // else when the panel has given more.
 void XEmbedIcon::askForWidth() {
-  auto* c = server_.connection();
-  const auto height = static_cast<std::uint32_t>(size_.height());
-  const auto wanted = static_cast<std::uint32_t>(picture().width(symbols_));
-  constexpr std::uint32_t kMinimumAndBase = (1U << 4) | (1U << 8);
-  std::array<std::uint32_t, 18> hints{};
-  hints[0] = kMinimumAndBase;
-  hints[5] = hints[15] = wanted;
-  hints[6] = hints[16] = height;
-  server_.tolerate(xcb_change_property_checked(
-      c, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, 32,
-      static_cast<std::uint32_t>(hints.size()), hints.data()));
+  const QSize wanted(picture().width(symbols_), size_.height());
+  window_->askForSize(wanted);
   if (state_ == State::Asking) {
-    const std::array<std::uint32_t, 2> size{wanted, height};
-    xcb_configure_window(c, window_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-                         size.data());
-    size_.setWidth(static_cast<int>(wanted));
-    return;
-  }
-  if (static_cast<int>(wanted) > size_.width())
+    window_->resize(wanted);
+    size_ = wanted;
+  } else if (wanted.width() > size_.width()) {
     settling_.start();
-  else
+  } else {
     paint();
-  xcb_flush(c);
+  }
 }
 
 void XEmbedIcon::paint() {
-  if (state_ == State::Docked && canvas_) canvas_->draw(picture().paint(symbols_, size_.width()));
+  if (state_ != State::Docked) return;
+  auto shown = picture();
+  shown.colour = colour();
+  canvas_->draw(shown.paint(symbols_, size_.width()));
 }
 
 bool XEmbedIcon::eventFilter(QObject* watched, QEvent* event) {
@@ -243,7 +167,7 @@ void XEmbedIcon::handle(const xcb_generic_event_t& event) {
     return *reinterpret_cast<const T*>(&event);
   };
   const auto ours = [this](xcb_window_t window) {
-    return window != XCB_WINDOW_NONE && window == window_;
+    return window_.has_value() && window == window_->id();
   };
   switch (event.response_type & 0x7f) {
     case XCB_REPARENT_NOTIFY: {
@@ -252,10 +176,7 @@ void XEmbedIcon::handle(const xcb_generic_event_t& event) {
       break;
     }
     case XCB_DESTROY_NOTIFY:
-      if (ours(as(static_cast<xcb_destroy_notify_event_t*>(nullptr)).window)) {
-        forgetWindow();
-        Q_EMIT refused();
-      }
+      if (ours(as(static_cast<xcb_destroy_notify_event_t*>(nullptr)).window)) giveUp();
       break;
     case XCB_CONFIGURE_NOTIFY: {
       const auto& news = as(static_cast<xcb_configure_notify_event_t*>(nullptr));

@@ -14,6 +14,7 @@
 #include "platform/freedesktop/statusbar/StatusPicture.h"
 #include "platform/freedesktop/statusbar/TrayCanvas.h"
 #include "platform/freedesktop/statusbar/TrayOwner.h"
+#include "platform/freedesktop/statusbar/TrayWindow.h"
 #include "platform/freedesktop/statusbar/XServer.h"
 
 namespace tollbeam {
@@ -30,7 +31,7 @@ class XEmbedIcon : public QObject, public QAbstractNativeEventFilter {
     std::function<void(QPoint)> contextMenu;
   };
 
-  XEmbedIcon(XServer server, const TrayOwner& tray, Symbols& symbols, Handlers handlers,
+  XEmbedIcon(const XServer& server, const TrayOwner& tray, Symbols& symbols, Handlers handlers,
              QObject* parent = nullptr);
   ~XEmbedIcon() override;
 
@@ -54,9 +55,6 @@ class XEmbedIcon : public QObject, public QAbstractNativeEventFilter {
   void refused();
 
  private:
-  void createWindow();
-  void describeWindow();
-  void forgetWindow();
   void giveUp();
   void askForWidth();
   void paint();
@@ -76,8 +74,7 @@ class XEmbedIcon : public QObject, public QAbstractNativeEventFilter {
   Symbols& symbols_;
   Handlers handlers_;
   State state_ = State::Away;
-  xcb_window_t window_ = XCB_WINDOW_NONE;
-  xcb_colormap_t colours_ = XCB_NONE;
+  std::optional<TrayWindow> window_;
   std::optional<TrayCanvas> canvas_;
   QSize size_;
   QString symbol_;

@@ -23,10 +23,12 @@ std::optional<XServer> XServer::ofApplication() {
 }
 
 xcb_atom_t XServer::atom(const QByteArray& name) const {
+  if (const auto known = atoms_->constFind(name); known != atoms_->constEnd()) return *known;
   const auto cookie =
       xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.constData());
   const auto reply = xcbReply(xcb_intern_atom_reply(connection_, cookie, nullptr));
-  return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+  if (!reply) return XCB_ATOM_NONE;
+  return atoms_->insert(name, reply->atom).value();
 }
 
 std::vector<std::uint32_t> XServer::numbers(xcb_window_t window, xcb_atom_t property) const {

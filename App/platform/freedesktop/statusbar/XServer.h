@@ -6,6 +6,7 @@
 #include <xcb/xcb.h>
 
 #include <QByteArray>
+#include <QHash>
 #include <QPoint>
 #include <QRect>
 #include <cstdint>
@@ -37,6 +38,7 @@ class XServer {
   [[nodiscard]] const xcb_screen_t& screen() const { return *screen_; }
   [[nodiscard]] int screenNumber() const { return screenNumber_; }
 
+  /// Asked once; copies of this object share what they know.
   [[nodiscard]] xcb_atom_t atom(const QByteArray& name) const;
   /// A property of 32-bit numbers; empty when it is absent or something else.
   [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_window_t window, xcb_atom_t property) const;
@@ -59,6 +61,8 @@ class XServer {
   xcb_connection_t* connection_;
   xcb_screen_t* screen_;
   int screenNumber_;
+  std::shared_ptr<QHash<QByteArray, xcb_atom_t>> atoms_ =
+      std::make_shared<QHash<QByteArray, xcb_atom_t>>();
 };
 
 }  // namespace tollbeam

@@ -15,7 +15,7 @@ std::unique_ptr<T, decltype(&std::free)> owned(T* reply) {
 
 }  // namespace
 
-FakeTray::FakeTray(Ways ways) : ways_(std::move(ways)), connection_(xcb_connect(nullptr, nullptr)) {
+FakeTray::FakeTray(const Ways& ways) : ways_(ways), connection_(xcb_connect(nullptr, nullptr)) {
   screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
   visual_ = screen_->root_visual;
   depth_ = screen_->root_depth;

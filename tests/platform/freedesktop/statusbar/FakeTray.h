@@ -26,7 +26,7 @@ class FakeTray {
     std::optional<QColor> foreground = std::nullopt;
   };
 
-  explicit FakeTray(Ways ways);
+  explicit FakeTray(const Ways& ways);
   FakeTray(const FakeTray&) = delete;
   FakeTray& operator=(const FakeTray&) = delete;
   ~FakeTray();

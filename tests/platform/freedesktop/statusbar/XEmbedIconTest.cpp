@@ -57,7 +57,7 @@ class XEmbedIconTest : public testing::Test {
   bool showsText() {
     return until([&] { return hasText(tray_->picture()); });
   }
-  void startTray(FakeTray::Ways ways) { tray_ = std::make_unique<FakeTray>(std::move(ways)); }
+  void startTray(const FakeTray::Ways& ways) { tray_ = std::make_unique<FakeTray>(ways); }
 
   test::PrivateBus bus_;
   std::unique_ptr<FakeTray> tray_;

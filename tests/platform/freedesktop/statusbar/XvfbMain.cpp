@@ -23,6 +23,8 @@ class Xvfb {
     if (pid_ == 0) {
       prctl(PR_SET_PDEATHSIG, SIGTERM);
       dup2(ends[1], 3);
+      // It complains of display numbers that are taken, and then takes the next.
+      if (std::freopen("/dev/null", "w", stderr) == nullptr) _exit(127);
       execlp("Xvfb", "Xvfb", "-displayfd", "3", "-screen", "0", "640x480x24", "-nolisten", "tcp",
              "-noreset", nullptr);
       _exit(127);
