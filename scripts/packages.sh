@@ -2,7 +2,7 @@
 # installs what is missing. Asking costs a blink when nothing is.
 
 packages_build="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-private-dev
-  qt6-svg-dev libgl-dev libsimdjson-dev libudev-dev libxcb1-dev libxcb-xinput-dev
+  qt6-svg-dev libgl-dev libsimdjson-dev libudev-dev libxcb1-dev libxcb-render0-dev libxcb-xinput-dev
   libcanberra-dev"
 
 packages_run="libqt6svg6 qt6-qpa-plugins"
@@ -14,7 +14,8 @@ packages_desk="upower umockdev gir1.2-umockdev-1.0 power-profiles-daemon python3
   xfce4-panel xfce4-notifyd lxqt-panel dunst fonts-dejavu-core adwaita-icon-theme librsvg2-common
   libfaketime"
 
-packages_test="libgtest-dev clang-format clang-tidy appstream desktop-file-utils"
+packages_test="libgtest-dev clang-format clang-tidy appstream desktop-file-utils dbus xvfb
+  xdg-desktop-portal"
 
 # missing_packages LIST...: those of the packages that are not installed, one a line.
 missing_packages() {

@@ -58,7 +58,7 @@ class Day:
         self.reminder('Charge limit reached')
         self.picture('charge-limit')
         desk.screen.press_bubble('Snooze 1 hour')
-        desk.wait_for_note('action', key='snooze')
+        desk.wait_for_note('action', key='SNOOZE')
         wait_for(lambda: not desk.screen.bubbles(), 'the bubble to go')
         self.picture('snoozed')
 
