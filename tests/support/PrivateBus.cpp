@@ -1,5 +1,8 @@
 #include "support/PrivateBus.h"
 
+#include <signal.h>
+#include <sys/prctl.h>
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
@@ -30,6 +33,7 @@ PrivateBus::PrivateBus() {
   if (!configuration_.open() || configuration_.write(kConfiguration) < 0) std::abort();
   configuration_.close();
   daemon_.setStandardErrorFile(QProcess::nullDevice());
+  endWithThisProcess(daemon_);
   daemon_.start(
       QStringLiteral("dbus-daemon"),
       {QStringLiteral("--config-file=") + configuration_.fileName(), QStringLiteral("--nofork"),
@@ -48,6 +52,10 @@ QDBusConnection PrivateBus::connect() {
   static int count = 0;
   names_ << QStringLiteral("private-%1").arg(++count);
   return QDBusConnection::connectToBus(address_, names_.last());
+}
+
+void endWithThisProcess(QProcess& process) {
+  process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
 }
 
 bool waitFor(const std::function<bool()>& condition, int milliseconds) {

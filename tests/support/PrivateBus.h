@@ -29,6 +29,10 @@ class PrivateBus {
   QStringList names_;
 };
 
+/// Lets the process, which is to be started yet, end when this one does: a test that crashes leaves
+/// nothing behind.
+void endWithThisProcess(QProcess& process);
+
 /// Runs the event loop until `condition` holds; false when it does not within `milliseconds`.
 bool waitFor(const std::function<bool()>& condition, int milliseconds = 5000);
 

@@ -29,6 +29,7 @@ class PermissionStore {
     environment.insert(QStringLiteral("XDG_DATA_HOME"), memory_.path());
     process_.setProcessEnvironment(environment);
     process_.setStandardErrorFile(QProcess::nullDevice());
+    endWithThisProcess(process_);
     process_.start(program(), QStringList());
     return process_.waitForStarted() &&
            waitFor([this] { return connection_.interface()->isServiceRegistered(name()); });
