@@ -38,7 +38,7 @@ void preferPlaceableWindows() {
 
 class Program {
  public:
-  explicit Program(QDBusConnection sessionBus)
+  explicit Program(const QDBusConnection& sessionBus)
       : bundle_(files_, BundleFolder::runningExecutable()),
         userDefaults_(files_, JsonUserDefaults::defaultPath()),
         powerSources_(QDBusConnection::systemBus()),

@@ -25,9 +25,9 @@ QString iconName(const std::string& icon) {
 }
 
 QStringList actionPairs(const std::vector<NotificationAction>& actions) {
-  // No "default" action: some servers (xfce) draw a button for it. A click on the bubble does there
-  // what the desktop does by itself.
-  QStringList pairs;
+  // A click on the bubble must not count as a tap on its only button, as it does on dunst. Without a
+  // label the default action is no button (xfce would draw one).
+  QStringList pairs{QStringLiteral("default"), QString()};
   for (const auto& action : actions) {
     pairs << QString::fromStdString(action.identifier) << QString::fromStdString(action.title);
   }

@@ -112,7 +112,8 @@ TEST_F(DesktopNotificationCenterTest, ShowsARequestWithTheActionsOfItsCategory) 
   EXPECT_EQ(server.calls[0].body, QLatin1String("body"));
   EXPECT_EQ(server.calls[0].appName, QLatin1String("Tollbeam"));
   EXPECT_EQ(server.calls[0].actions,
-            (QStringList{QStringLiteral("SNOOZE"), QStringLiteral("Snooze 1 hour")}));
+            (QStringList{QStringLiteral("default"), QString(), QStringLiteral("SNOOZE"),
+                         QStringLiteral("Snooze 1 hour")}));
   EXPECT_EQ(server.calls[0].hints.value(QStringLiteral("urgency")), QVariant::fromValue(uchar{1}));
   EXPECT_EQ(server.timesAsked, 1);
 }

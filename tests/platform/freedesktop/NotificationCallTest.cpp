@@ -43,7 +43,8 @@ TEST(NotificationCall, SaysWhoWhatAndHow) {
 
 TEST(NotificationCall, ActionsAreButtonsWhereTheServerHasThem) {
   EXPECT_EQ(notifyArguments(bubble(), {}, kFull, 0)[actions].toStringList(),
-            (QStringList{QStringLiteral("SNOOZE"), QStringLiteral("Snooze 1 hour")}));
+            (QStringList{QStringLiteral("default"), QString(), QStringLiteral("SNOOZE"),
+                         QStringLiteral("Snooze 1 hour")}));
   EXPECT_TRUE(notifyArguments(bubble(), {}, {}, 0)[actions].toStringList().isEmpty());
 }
 
