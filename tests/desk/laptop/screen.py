@@ -128,8 +128,20 @@ class Screen:
                 and any(_inside(box, bar) for bar in bars)]
 
     def press_tray(self, button='left', number=0):
-        boxes = wait_for(lambda: (lambda b: b if len(b) > number else None)(self.tray()), 'status item %d' % number)
-        self.press_box(boxes[number], button)
+        self.press_box(self.tray_item(number), button)
+
+    def tray_item(self, number=0):
+        """Waits until the item is there and has come to rest: a panel that has just started still
+        moves it, and a click would hit the neighbour. Returns its box."""
+        before = []
+
+        def at_rest():
+            now = self.tray()
+            if len(now) > number and before == [now[number]]:
+                return now[number]
+            before[:] = now[number:number + 1]
+            return None
+        return wait_for(at_rest, 'status item %d' % number, every=0.1)
 
     def choose_menu(self, label, number=0):
         """Opens the item's menu with the right button and chooses an entry with the keyboard."""
