@@ -13,7 +13,10 @@ PowerTableCache::Table PowerTableCache::update(const std::optional<UPowerAnswer>
       daemonsTable = powerTable(reading);
       if (hasInternalBattery(*daemonsTable)) return last_ = {daemonsTable, false};
     } else if (last_.sources && hasInternalBattery(*last_.sources)) {
-      return last_;
+      // A bay that tells the kernel that it is empty is a glitch to the daemon, too.
+      const auto kernel = supplies();
+      const bool takenOut = kernel && !readSupplies(*kernel);
+      if (!takenOut) return last_;
     }
   }
 

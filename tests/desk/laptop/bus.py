@@ -57,5 +57,17 @@ class Bus:
         except GLib.Error:
             return None
 
+    def names_of(self, pid):
+        """The unique names of a process's connections."""
+        bus = ('org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus')
+        found = []
+        for name in self.call(*bus, 'ListNames')[0]:
+            try:
+                if name.startswith(':') and self.call(*bus, 'GetConnectionUnixProcessID', '(s)', name)[0] == pid:
+                    found.append(name)
+            except GLib.Error:
+                pass  # it left meanwhile
+        return found
+
     def wait_name(self, name, seconds=20):
         return wait_for(lambda: self.owner(name), name + ' on the bus', seconds)

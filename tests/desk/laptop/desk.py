@@ -155,16 +155,23 @@ class Desk:
         A folder whose name ends in .app is started as the bundle that it is. `clock=False` leaves
         the real clock in the program (sanitizers refuse the preloaded one).
         """
-        command = [executable(command[0])] + list(command[1:])
+        if name == 'app':
+            self.processes.stop(name)
+        command, env = self._as_program(command, clock, extra_env)
+        return self.processes.start(name, command, env)
+
+    def run_app(self, *command, seconds=20, clock=True, **extra_env):
+        """Starts the program beside the one that runs, waits until it ends, and returns its exit code."""
+        command, env = self._as_program(command, clock, extra_env)
+        return subprocess.run(command, env=env, stdin=subprocess.DEVNULL, timeout=seconds).returncode
+
+    def _as_program(self, command, clock, extra_env):
         env = dict(self.qt_env(), **extra_env)
-        wrapper = ['umockdev-wrapper']
         if clock:
             if not os.path.exists(self.path('clock')):
                 self.clock.advance(0)
             env.update(self.clock.environment())
-        if name == 'app':
-            self.processes.stop(name)
-        return self.processes.start(name, [parts.program('fdpad'), '80'] + wrapper + command, env)
+        return [parts.program('fdpad'), '80', 'umockdev-wrapper', executable(command[0])] + list(command[1:]), env
 
     def stop_app(self, sign=signal.SIGTERM, name='app'):
         self.processes.stop(name, sign)

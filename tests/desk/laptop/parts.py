@@ -30,11 +30,15 @@ def screen(desk):
     size = 'x'.join(str(int(n) * desk.options['scale']) for n in desk.options['size'].split('x'))
     desk.processes.start('screen', ['bash', '-c', 'exec Xvfb -displayfd 3 -screen 0 "$1" -nolisten tcp -noreset 3>"$2"',
                                     'screen', size + 'x24', number], desk.env)
-    wait_for(lambda: os.path.exists(number) and open(number).read().strip(), 'Xvfb')
-    display = ':' + open(number).read().strip()
+    display = ':' + wait_for(lambda: os.path.exists(number) and text_of(number), 'Xvfb')
     # A colour that is neither a panel's nor a window's, so that pictures show where those end.
     subprocess.run(['xsetroot', '-solid', '#4a6078'], env=dict(desk.env, DISPLAY=display), check=True)
     return display
+
+
+def text_of(file):
+    with open(file) as f:
+        return f.read().strip()
 
 
 def buses(desk):

@@ -90,18 +90,27 @@ class Screen:
 
     def _tray_xfce(self):
         """The status area is a window of its own. Embedded windows are visible in it; the items that
-        it draws itself are squares of its height in the room between them. (They are accessible
-        buttons too, but in one of four starts the panel leaves its plugins out of the tree.)"""
-        embedded = self._embedded('xfce4-panel')
+        it draws itself share the room between them. (They are accessible buttons too, but in one of
+        four starts the panel leaves its plugins out of the tree.)"""
+        embedded = sorted(self._embedded('xfce4-panel'))
         items = list(embedded)
+        drawn = len(self._registered_items())
         for _, (x, y, width, height) in self.windows(r'"Wrapper-2\.0"\)'):
-            edges = [x] + [e for box in sorted(embedded) for e in (box[0] - (height - box[3]) // 2,
-                                                                   box[0] + box[2] + (height - box[3]) // 2)] + [x + width]
-            for left, right in zip(edges[::2], edges[1::2]):
-                count = (right - left) // height
-                start = right - count * height
-                items += [[start + i * height, y, height, height] for i in range(count)]
+            if not drawn:
+                break
+            # An embedded window has the same room around it on all sides.
+            edges = [x] + [e for box in embedded for e in (box[0] - (height - box[3]) // 2,
+                                                           box[0] + box[2] + (height - box[3]) // 2)] + [x + width]
+            gaps = [(left, right) for left, right in zip(edges[::2], edges[1::2]) if right > left]
+            share = sum(right - left for left, right in gaps) / drawn
+            for left, right in gaps:
+                count = round((right - left) / share)
+                items += [[left + (right - left) * i // count, y, (right - left) // count, height] for i in range(count)]
         return items
+
+    def _registered_items(self):
+        watcher = 'org.kde.StatusNotifierWatcher'
+        return self._desk.session.get(watcher, '/StatusNotifierWatcher', watcher, 'RegisteredStatusNotifierItems')
 
     def _tray_lxqt(self):
         return self._drawn_in('lxqt-panel', ('push button', 'button', 'menu button')) + self._embedded('lxqt-panel')
@@ -119,8 +128,20 @@ class Screen:
                 and any(_inside(box, bar) for bar in bars)]
 
     def press_tray(self, button='left', number=0):
-        boxes = wait_for(lambda: (lambda b: b if len(b) > number else None)(self.tray()), 'status item %d' % number)
-        self.press_box(boxes[number], button)
+        self.press_box(self.tray_item(number), button)
+
+    def tray_item(self, number=0):
+        """Waits until the item is there and has come to rest: a panel that has just started still
+        moves it, and a click would hit the neighbour. Returns its box."""
+        before = []
+
+        def at_rest():
+            now = self.tray()
+            if len(now) > number and before == [now[number]]:
+                return now[number]
+            before[:] = now[number:number + 1]
+            return None
+        return wait_for(at_rest, 'status item %d' % number, every=0.1)
 
     def choose_menu(self, label, number=0):
         """Opens the item's menu with the right button and chooses an entry with the keyboard."""
@@ -134,9 +155,8 @@ class Screen:
 
     def menu_labels(self, number=0):
         """What the item's menu offers now: the enabled entries, as the panel is told them."""
-        watcher = 'org.kde.StatusNotifierWatcher'
         bus = self._desk.session
-        item = bus.get(watcher, '/StatusNotifierWatcher', watcher, 'RegisteredStatusNotifierItems')[number]
+        item = self._registered_items()[number]
         name, path = item.split('/', 1) if '/' in item else (item, 'StatusNotifierItem')
         menu = bus.get(name, '/' + path, 'org.kde.StatusNotifierItem', 'Menu')
         _revision, (_id, _properties, entries) = bus.call(name, menu, 'com.canonical.dbusmenu', 'GetLayout', '(iias)',

@@ -88,6 +88,15 @@ TEST(PowerTableCache, TheDaemonsGlitchLeavesWhatWasKnown) {
   EXPECT_EQ(percentIn(cache.update(daemonAt(54), noKernel)), 54);
 }
 
+TEST(PowerTableCache, TheDaemonsGlitchAboutABayThatIsEmptyIsNoBattery) {
+  PowerTableCache cache;
+  EXPECT_EQ(percentIn(cache.update(daemonAt(55), noKernel)), 55);
+  const auto table =
+      cache.update(daemonAt(0, 3), kernel({{"BAT0", with(energyPack(), "present", "0")}}));
+  EXPECT_EQ(table.sources, List());
+  EXPECT_TRUE(table.fromKernel);
+}
+
 TEST(PowerTableCache, TheDaemonsGlitchAtTheStartIsNoBatteryUnlessTheKernelHasOne) {
   EXPECT_EQ(PowerTableCache().update(daemonAt(0, 0), kernel(glitching)).sources, List());
   EXPECT_EQ(PowerTableCache().update(daemonAt(0, 0), kernel({})).sources, List());

@@ -103,8 +103,9 @@ def main():
     testbed.add('BAT0', 'battery')
     loop = GLib.MainLoop()
     listener = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
-    listener.bind(sys.argv[1])
+    listener.bind(sys.argv[1] + '.new')
     listener.listen(8)
+    os.rename(sys.argv[1] + '.new', sys.argv[1])  # who finds the name is answered
 
     def answer(_fd, _condition):
         connection, _ = listener.accept()
