@@ -34,31 +34,47 @@ void SingleInstance::begin(std::function<void()> first, std::function<void()> ot
   }
   // The object stands before the name is asked for: who finds the name finds us.
   bus_.registerObject(kPath, this, QDBusConnection::ExportScriptableSlots);
+  askForName(first, [this, first, other = std::move(other)] {
+    askTheFirst([this, first, other](bool answered) {
+      if (answered) {
+        other();
+      } else {
+        // One that was about to end, or died, took our question along: then its place is free.
+        askForName(first, other);
+      }
+    });
+  });
+}
+
+void SingleInstance::askForName(std::function<void()> granted, std::function<void()> taken) {
   auto request = QDBusMessage::createMethodCall(
       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
   request << kName << kDoNotQueue;
   auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(request, kPatienceMs), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this,
-          [this, watcher, first = std::move(first), other = std::move(other)] {
+          [watcher, granted = std::move(granted), taken = std::move(taken)] {
             watcher->deleteLater();
             const QDBusPendingReply<uint> reply = *watcher;
-            const bool taken = !reply.isError() && reply.value() != kPrimaryOwner &&
-                               reply.value() != kAlreadyOwner;
-            if (taken) {
-              askTheFirst(other);
+            const bool isTaken = !reply.isError() && reply.value() != kPrimaryOwner &&
+                                 reply.value() != kAlreadyOwner;
+            if (isTaken) {
+              taken();
             } else {
-              first();
+              granted();
             }
           });
 }
 
-void SingleInstance::askTheFirst(std::function<void()> then) {
+void SingleInstance::askTheFirst(std::function<void(bool answered)> then) {
   auto activate =
       QDBusMessage::createMethodCall(kName, kPath, kInterface, QStringLiteral("Activate"));
   activate << QVariantMap();
   auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(activate, kPatienceMs), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this, std::move(then));
+  connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, then = std::move(then)] {
+    watcher->deleteLater();
+    then(!watcher->isError());
+  });
 }
 
 void SingleInstance::Activate(const QVariantMap&) {

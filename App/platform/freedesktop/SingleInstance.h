@@ -31,7 +31,8 @@ class SingleInstance final : public QObject {
                                    const QVariantMap& platformData);
 
  private:
-  void askTheFirst(std::function<void()> then);
+  void askForName(std::function<void()> granted, std::function<void()> taken);
+  void askTheFirst(std::function<void(bool answered)> then);
 
   QDBusConnection bus_;
 };
