@@ -15,6 +15,7 @@ import unittest
 from gi.repository import GLib
 
 from laptop import Desk, wait_for
+from laptop.parts import WATCHER
 
 TOP = os.path.dirname(os.path.dirname(os.path.dirname(os.path.realpath(__file__))))
 BUNDLE = os.environ.get('TOLLBEAM_APP') or os.path.join(TOP, 'Tollbeam.app')
@@ -67,15 +68,20 @@ class ProgramTest(unittest.TestCase):
         self.strangers = set()
 
     def tearDown(self):
+        if self._has_failed() and 'DESK_LOGS' in os.environ:
+            os.makedirs(os.environ['DESK_LOGS'], exist_ok=True)
+            self.screen.shot(os.path.join(os.environ['DESK_LOGS'], self.id() + '.png'))
         if self.started:
             self.assertIsNotNone(self.desk.app_pid(), 'the program has ended by itself')
             self.assertEqual(self.desk.app_log(), '', 'the program has printed something')
 
-    def _tell_what_happened(self):
-        """A failed test says what there was; $DESK_LOGS is a folder for all logs of such tests."""
+    def _has_failed(self):
         result = self._outcome.result
-        failed = [test for test, _ in result.failures + result.errors if test is self]
-        if not failed or not self.desk.notes_exist():
+        return any(test is self for test, _ in result.failures + result.errors)
+
+    def _tell_what_happened(self):
+        """A failed test says what there was; $DESK_LOGS is a folder for a picture and all logs."""
+        if not self._has_failed() or not self.desk.notes_exist():
             return
         sys.stderr.write('\n--- the program printed:\n%s--- notifications:\n%s' % (
             self.desk.app_log(), ''.join('%s\n' % json.dumps(n) for n in self.desk.notes())))
@@ -104,18 +110,25 @@ class ProgramTest(unittest.TestCase):
         self.desk.stop_app()
         self.started = False
 
-    def wait_until_launched(self):
-        """The launch waits for the services' first answers; its last deed follows logind's sleep."""
-        pid = self.desk.app_pid()
-        self.desk.session.wait_name(NAME)
-        wait_for(lambda: self.has_launched(pid), 'the end of the launch', 20)
+    def kill(self):
+        """Ends the program at once, and waits until the bus knows."""
+        self.desk.kill('app')
+        self.started = False
+        wait_for(lambda: not self.desk.session.owner(NAME), 'the name to be free')
 
-    def has_launched(self, pid):
-        """The history's folder is made, and read, when the model is; then comes the first refresh."""
-        if not os.path.isdir(os.path.dirname(self.history_file)):
-            return False
+    def wait_until_launched(self):
+        """The launch waits for the services' first answers; from its beginning on the program follows
+        the list of status items, and the rest of it is one turn of its event loop."""
+        wait_for(self.follows_the_item_list, 'the launch', 20)
         self.round_trip()
-        return self.desk.app_pid() == pid
+
+    def follows_the_item_list(self):
+        bus = self.desk.session
+        if not bus.owner(NAME):
+            return False
+        rules = bus.call('org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus.Debug.Stats',
+                         'GetAllMatchRules')[0]
+        return any(WATCHER in rule for name in bus.names_of(self.desk.app_pid()) for rule in rules.get(name, []))
 
     def round_trip(self):
         """Whatever the program's thread had to do when this was called is done when it returns."""

@@ -201,6 +201,9 @@ class Desk:
 
     def kill(self, part, sign=signal.SIGKILL):
         self.processes.stop(part, sign)
+        if part == 'panel':
+            # Its plugins are processes of their own and notice a little later.
+            wait_for(lambda: not self.session.owner(parts.WATCHER), 'the end of the status area')
 
     def start(self, part):
         if part not in parts.REPLACEABLE:

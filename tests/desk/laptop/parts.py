@@ -18,6 +18,7 @@ LIBRARIES = '/usr/lib/' + (sysconfig.get_config_var('MULTIARCH') or 'x86_64-linu
 UPOWER = 'org.freedesktop.UPower'
 LOGIN = ('org.freedesktop.login1', '/org/freedesktop/login1', 'org.freedesktop.login1.Manager')
 MOCK = 'org.freedesktop.DBus.Mock'
+WATCHER = 'org.kde.StatusNotifierWatcher'
 
 
 def program(name):
@@ -124,7 +125,7 @@ def panel(desk):
                'none': None}[desk.options['panel']]
     if command:
         desk.processes.start('panel', command, desk.qt_env() if desk.options['panel'] == 'lxqt' else desk.gtk_env())
-        desk.session.wait_name('org.kde.StatusNotifierWatcher')
+        desk.session.wait_name(WATCHER)
 
 
 # What `restart`, `kill` and `start` know, with the name of its process.

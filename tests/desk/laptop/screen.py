@@ -109,8 +109,10 @@ class Screen:
         return items
 
     def _registered_items(self):
-        watcher = 'org.kde.StatusNotifierWatcher'
-        return self._desk.session.get(watcher, '/StatusNotifierWatcher', watcher, 'RegisteredStatusNotifierItems')
+        if not self._desk.session.owner(parts.WATCHER):
+            return []
+        return self._desk.session.get(parts.WATCHER, '/StatusNotifierWatcher', parts.WATCHER,
+                                      'RegisteredStatusNotifierItems')
 
     def _tray_lxqt(self):
         return self._drawn_in('lxqt-panel', ('push button', 'button', 'menu button')) + self._embedded('lxqt-panel')

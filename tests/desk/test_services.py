@@ -1,0 +1,263 @@
+"""Daemons, notification servers and panels that die, hang, or come late: the program goes on."""
+import os
+import signal
+import time
+import unittest
+
+from laptop import wait_for
+from tollbeam import CHARGE_LIMIT, LOW, NAME, PATH, TIMER, ProgramTest, charge_limit, low
+
+
+class Upowerd(ProgramTest):
+    def kill(self):
+        self.desk.kill('upowerd')
+        wait_for(lambda: not self.desk.system.owner('org.freedesktop.UPower'), 'the end of upowerd')
+        self.system_bus_round_trip()
+        self.pass_time(TIMER)
+
+    def test_its_restart_alerts_nothing_again(self):
+        self.start(lowPowerEnabled=False)
+        self.discharge_to(15)
+        self.kill()
+        self.desk.start('upowerd')
+        self.power_becomes(Percentage=15.0)
+        self.pass_time(TIMER)
+        self.assertEqual(self.alerts(), [low(15)])
+
+    def test_its_restart_does_not_interrupt_being_plugged_in(self):
+        self.laptop.percent(85)
+        self.start(limitEnabled=False)
+        self.laptop.plug_in()
+        self.power_becomes(State=1)
+        self.pass_time(5 * 3600)
+        self.kill()
+        self.desk.start('upowerd')
+        self.power_becomes(Percentage=85.0)
+        self.pass_time(3 * 3600)
+        self.assertEqual([body for _, body in self.alerts()],
+                         ['Plugged in for over 8 h at 85%. Unplug it to let the battery rest.'])
+
+    def test_battery_is_known_while_it_is_away(self):
+        self.start(lowPowerEnabled=False)
+        self.kill()
+        self.laptop.percent(20)
+        self.wait_for_alert(LOW)
+        self.laptop.plug_in()
+        self.open_popover()
+        self.popover_says('Charging')
+
+    def test_alerts_come_after_its_restart(self):
+        self.start(lowPowerEnabled=False)
+        self.kill()
+        self.desk.start('upowerd')
+        self.discharge_to(20)
+        self.assertEqual(self.alerts(), [low(20)])
+
+    def test_it_comes_only_after_the_program(self):
+        self.desk.kill('upowerd')
+        self.laptop.percent(70)
+        self.start(lowPowerEnabled=False)
+        self.open_popover()
+        self.popover_says('70%')
+        self.desk.start('upowerd')
+        self.discharge_to(20)
+        self.assertEqual(self.alerts(), [low(20)])
+
+
+class FrozenUpowerd(ProgramTest):
+    options = {'panel': 'xfce', 'notify': 'xfce'}
+
+    def freeze(self):
+        pid = self.desk.processes.pid('upowerd')
+        os.kill(pid, signal.SIGSTOP)
+        self.addCleanup(os.kill, pid, signal.SIGCONT)
+        wait_for(lambda: self.state_of(pid) == 'T', 'upowerd to freeze')
+        return pid
+
+    @staticmethod
+    def state_of(pid):
+        with open('/proc/%d/stat' % pid) as f:
+            return f.read().rsplit(')', 1)[1].split()[0]
+
+    def test_click_is_answered_at_once(self):
+        self.start()
+        self.screen.tray_item()
+        pid = self.freeze()
+        # The event makes whoever follows the battery ask upowerd.
+        self.laptop.percent(60)
+        for _ in range(3):
+            began = time.monotonic()
+            self.round_trip()
+            self.assertLess(time.monotonic() - began, 0.5)
+        self.screen.press_tray('left')
+        wait_for(self.popover, 'the popover', 3)
+        os.kill(pid, signal.SIGCONT)
+        self.popover_says('60%')
+
+    def test_program_starts_beside_it(self):
+        self.freeze()
+        self.start()
+        self.screen.press_tray('left')
+        self.popover_says('80%')
+
+    def test_second_start_is_answered(self):
+        self.start()
+        self.freeze()
+        began = time.monotonic()
+        self.desk.session.call(NAME, PATH, 'org.freedesktop.Application', 'Activate', '(a{sv})', {})
+        self.assertLess(time.monotonic() - began, 1)
+
+
+class NotificationServer(ProgramTest):
+    options = {'panel': 'none', 'notify': 'xfce'}
+
+    def restart_server(self):
+        self.desk.kill('notify')
+        wait_for(lambda: not self.desk.session.owner('org.freedesktop.Notifications'), 'the end of the server')
+        self.desk.start('notify')
+
+    def at_the_limit(self):
+        self.laptop.percent(85)
+        self.start()
+        self.laptop.plug_in()
+        return self.wait_for_alert(CHARGE_LIMIT)
+
+    def test_alerts_come_after_its_restart(self):
+        self.at_the_limit()
+        self.restart_server()
+        self.pass_time(290 + TIMER)
+        note = self.wait_for_alert(CHARGE_LIMIT, 2)
+        self.assertEqual(note['replaces'], 0)
+        wait_for(self.screen.bubbles, 'the bubble')
+
+    def test_its_restart_alerts_nothing_again(self):
+        self.start(lowPowerEnabled=False)
+        self.discharge_to(15)
+        self.wait_for_alert(LOW)
+        self.restart_server()
+        self.pass_time(TIMER)
+        self.assertEqual(self.alerts(), [low(15)])
+
+    def test_bubble_of_a_stranger_is_not_replaced_at_the_new_server(self):
+        old = self.at_the_limit()['id']
+        self.restart_server()
+        stranger = self.post_stranger('a stranger')
+        self.assertEqual(stranger, old, 'the new server does not count from the beginning')
+        self.pass_time(290 + TIMER)
+        self.assertNotEqual(self.wait_for_alert(CHARGE_LIMIT, 2)['id'], stranger)
+        self.screen.find('xfce4-notifyd', 'a stranger')
+        self.assertEqual(self.closed(stranger), [])
+
+    def test_bubble_of_a_stranger_is_not_taken_down_at_the_new_server(self):
+        old = self.at_the_limit()['id']
+        self.restart_server()
+        self.assertEqual(self.post_stranger('a stranger'), old)
+        self.laptop.unplug()
+        self.power_becomes(State=2)
+        self.alerts()
+        self.assertEqual([n for n in self.desk.notes('close-call') if n['id'] == old], [])
+        self.screen.find('xfce4-notifyd', 'a stranger')
+
+    def test_button_of_a_strangers_bubble_does_not_snooze(self):
+        number = self.at_the_limit()['id']
+        self.restart_server()
+        stranger = self._ask('org.freedesktop.Notifications', '/org/freedesktop/Notifications',
+                             'org.freedesktop.Notifications', 'Notify', '(susssasa{sv}i)', 'stranger', 0, '', 'hello', '',
+                             ['SNOOZE', 'Doze'], {}, -1)[0]
+        self.assertEqual(stranger, number)
+        self.screen.press_bubble('Doze')
+        self.desk.wait_for_note('action', id=stranger)
+        self.round_trip()
+        self.assertNotIn('snoozeUntil', self.preferences())
+
+    def test_alert_that_is_due_without_a_server_waits_for_one(self):
+        self.desk.kill('notify')
+        self.start(lowPowerEnabled=False)
+        self.discharge_to(20)
+        self.assertEqual(self.alerts(), [])
+        self.desk.start('notify')
+        self.wait_for_alert(LOW)
+        self.assertEqual(self.alerts(), [low(20)])
+
+    def test_alert_that_is_over_before_a_server_comes_is_not_shown(self):
+        self.desk.kill('notify')
+        self.start(lowPowerEnabled=False)
+        self.discharge_to(20)
+        self.assertEqual(self.alerts(), [])
+        self.laptop.plug_in()
+        self.power_becomes(State=1)
+        self.desk.start('notify')
+        self.charge_to(80)
+        self.assertEqual(self.alerts(), [charge_limit(80)])
+
+    def test_newest_reminder_alone_waits_for_a_server(self):
+        self.laptop.percent(80)
+        self.desk.kill('notify')
+        self.start()
+        self.laptop.plug_in()
+        self.power_becomes(State=1)
+        self.pass_time(290 + TIMER)
+        self.charge_to(82)
+        self.pass_time(290 + TIMER)
+        self.desk.start('notify')
+        self.wait_for_alert(CHARGE_LIMIT)
+        self.assertEqual(self.alerts(), [charge_limit(82)])
+
+
+class PowerProfiles(ProgramTest):
+    def test_low_power_mode_outlives_its_daemon(self):
+        self.desk.profile('power-saver')
+        self.start(lowEnabled=False)
+        self.desk.kill('profiles')
+        wait_for(lambda: not self.desk.system.owner('net.hadess.PowerProfiles'), 'the end of the daemon')
+        self.discharge_to(25)
+        self.assertEqual(self.alerts(), [])
+        self.desk.restart('profiles')
+        self.pass_time(TIMER)
+        self.assertEqual(self.alerts(), [])
+
+
+class XfcePanel(ProgramTest):
+    options = {'panel': 'xfce', 'notify': 'none'}
+
+    def clicks_open_the_popover(self):
+        self.screen.press_tray('left')
+        wait_for(self.popover, 'the popover')
+
+    def test_item_is_back_after_a_restart(self):
+        self.start()
+        self.screen.tray_item()
+        for _ in range(2):
+            self.desk.kill('panel')
+            self.desk.start('panel')
+            self.clicks_open_the_popover()
+            self.screen.keys('Escape')
+            self.popover_closes()
+        self.assertEqual(len(self.screen.tray()), 1)
+
+    def test_item_appears_when_the_panel_comes_late(self):
+        self.desk.kill('panel')
+        self.start()
+        self.desk.start('panel')
+        self.clicks_open_the_popover()
+
+    def test_item_shows_what_happened_without_a_panel(self):
+        self.start()
+        with_text = self.screen.tray_item()[2]
+        self.desk.kill('panel')
+        self.laptop.remove('BAT0')
+        self.power_becomes(IsPresent=False)
+        self.desk.start('panel')
+        self.assertLess(self.screen.tray_item()[2], with_text)
+
+
+class LxqtPanel(ProgramTest):
+    options = {'panel': 'lxqt', 'notify': 'none', 'wm': 'openbox'}
+
+    clicks_open_the_popover = XfcePanel.clicks_open_the_popover
+    test_item_is_back_after_a_restart = XfcePanel.test_item_is_back_after_a_restart
+    test_item_appears_when_the_panel_comes_late = XfcePanel.test_item_appears_when_the_panel_comes_late
+
+
+if __name__ == '__main__':
+    unittest.main()
