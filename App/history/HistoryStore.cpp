@@ -78,6 +78,11 @@ std::optional<Date> HistoryStore::pluggedSinceEstimate(Date now) const {
 
 std::string HistoryStore::csv() const { return csvText(samples_); }
 
+std::vector<DaySummary> HistoryStore::dailySummaries(int days, Date now,
+                                                     const Calendar& calendar) const {
+  return daySummaries(samples(firstSummarisedInstant(days, now, calendar)), calendar);
+}
+
 void HistoryStore::prune(Date now) {
   samples_.erase(samples_.begin(), firstAtOrAfter(samples_, now - kKeptSeconds));
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "battery/BatteryState.h"
+#include "history/DaySummary.h"
 #include "history/Sample.h"
 #include "platform/Date.h"
 #include "platform/FileManager.h"
@@ -45,6 +46,11 @@ class HistoryStore {
   [[nodiscard]] std::optional<Date> pluggedSinceEstimate(Date now) const;
 
   [[nodiscard]] std::string csv() const;
+
+  /// The last `days` calendar days, today included, newest first; days without samples are left
+  /// out.
+  [[nodiscard]] std::vector<DaySummary> dailySummaries(int days, Date now,
+                                                       const Calendar& calendar) const;
 
  private:
   void prune(Date now);

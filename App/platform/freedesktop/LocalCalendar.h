@@ -8,6 +8,8 @@ namespace tollbeam {
 class LocalCalendar final : public Calendar {
  public:
   [[nodiscard]] TimeOfDay timeOfDay(Date instant) const override;
+  [[nodiscard]] CalendarDay day(Date instant) const override;
+  [[nodiscard]] std::optional<Date> startOfDay(CalendarDay day) const override;
 };
 
 }  // namespace tollbeam

@@ -41,6 +41,17 @@ TimeOfDay RecordedCalendar::timeOfDay(Date instant) const {
   return {.hour = second / 3600, .minute = second / 60 % 60};
 }
 
+CalendarDay RecordedCalendar::day(Date instant) const {
+  const double local = instant.secondsSince1970 + secondsEastOfUtc;
+  return CalendarDay{}.plusDays(static_cast<int>(std::floor(local / 86400)));
+}
+
+std::optional<Date> RecordedCalendar::startOfDay(CalendarDay day) const {
+  using namespace std::chrono;
+  const sys_days days{year{day.year} / day.month / day.day};
+  return Date{static_cast<double>(days.time_since_epoch().count()) * 86400 - secondsEastOfUtc};
+}
+
 Platform RecordedPlatform::ports() {
   return {.mainQueue = mainQueue,
           .clock = clock,

@@ -140,6 +140,8 @@ class RecordedFileManager final : public FileManager {
 class RecordedCalendar final : public Calendar {
  public:
   [[nodiscard]] TimeOfDay timeOfDay(Date instant) const override;
+  [[nodiscard]] CalendarDay day(Date instant) const override;
+  [[nodiscard]] std::optional<Date> startOfDay(CalendarDay day) const override;
 
   double secondsEastOfUtc = 0;
 };

@@ -53,6 +53,63 @@ TEST(LocalCalendar, HasNoTimeForInstantsBeyondAllYears) {
   EXPECT_EQ(calendar.timeOfDay(Date::distantPast()), (TimeOfDay{0, 0}));
 }
 
+TEST(LocalCalendar, StartsDaysAtTheirMidnights) {
+  const test::Environment zone("TZ", "Europe/Berlin");
+  const LocalCalendar calendar;
+  EXPECT_EQ(calendar.day({kBeforeSummerTime}), (CalendarDay{2024, 3, 31}));
+  const auto today = calendar.startOfDay({2024, 3, 31}).value();
+  EXPECT_EQ(today, Date{1711839600});
+  EXPECT_EQ(calendar.startOfDay({2024, 4, 1}).value() - today, 23 * 3600);
+  EXPECT_EQ(
+      calendar.startOfDay({2024, 10, 28}).value() - calendar.startOfDay({2024, 10, 27}).value(),
+      25 * 3600);
+}
+
+TEST(LocalCalendar, ADayWithoutAMidnightStartsAfterTheJump) {
+  const test::Environment zone("TZ", "America/Sao_Paulo");
+  const LocalCalendar calendar;
+  const auto start = calendar.startOfDay({2018, 11, 4}).value();
+  EXPECT_EQ(calendar.timeOfDay(start), (TimeOfDay{1, 0}));
+  EXPECT_EQ(calendar.day(start), (CalendarDay{2018, 11, 4}));
+  EXPECT_EQ(calendar.day(start - 1.0), (CalendarDay{2018, 11, 3}));
+}
+
+TEST(LocalCalendar, ADateThatNeverWasIsCountedAllTheSame) {
+  const test::Environment zone("TZ", "Pacific/Apia");
+  const LocalCalendar calendar;
+  const CalendarDay lastDay{2011, 12, 31};
+  EXPECT_EQ(lastDay.plusDays(-6), (CalendarDay{2011, 12, 25}));
+  EXPECT_EQ(calendar.startOfDay({2011, 12, 30}), calendar.startOfDay(lastDay));
+  EXPECT_EQ(calendar.startOfDay(lastDay).value() - calendar.startOfDay({2011, 12, 25}).value(),
+            5 * 86400);
+}
+
+// Against a walk through every second around the odd nights of the world's clocks.
+TEST(LocalCalendar, StartsEveryDayAtItsFirstSecond) {
+  struct Night {
+    const char* zone;
+    double around;
+  };
+  for (const Night& night :
+       {Night{"UTC", 1e9}, Night{"Europe/Berlin", 1711846800}, Night{"Europe/Berlin", 1729990800},
+        Night{"Pacific/Apia", 1325239200}, Night{"America/Sao_Paulo", 1541300400},
+        Night{"America/Sao_Paulo", 1550368800}, Night{"America/St_Johns", 1162089060},
+        Night{"Australia/Lord_Howe", 1696087800}, Night{"Australia/Lord_Howe", 1712415600},
+        Night{"Asia/Beirut", 1648332000}, Night{"America/Havana", 1667710800},
+        Night{"Asia/Kathmandu", 504901800}, Night{"Pacific/Kwajalein", 745934400}}) {
+    const test::Environment here("TZ", night.zone);
+    const LocalCalendar calendar;
+    CalendarDay before = calendar.day({night.around - 3 * 86400});
+    for (double t = night.around - 3 * 86400; t < night.around + 3 * 86400; ++t) {
+      const CalendarDay day = calendar.day({t});
+      if (day <= before) continue;  // a date that comes back began earlier
+      before = day;
+      ASSERT_EQ(calendar.startOfDay(day), Date{t})
+          << night.zone << ' ' << day.year << '-' << day.month << '-' << day.day;
+    }
+  }
+}
+
 TEST(SystemClock, TellsTheTimeWithItsFraction) {
   const SystemClock clock;
   const auto system = [] {
