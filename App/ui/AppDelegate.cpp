@@ -72,7 +72,7 @@ void AppDelegate::togglePopover(ClickPosition position) {
   if (!statusItem_) return;
   if (popover_->isVisible()) {
     popover_->close();
-  } else if (!popover_->wasJustClosedByAClick()) {
+  } else if (!popover_->takeClosingClick()) {
     showPopover(position);
   }
 }

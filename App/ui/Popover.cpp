@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "ui/PopoverPlacement.h"
 
@@ -15,6 +16,8 @@ namespace {
 // From the release that closes the popover to the status item's own message, with a slow panel
 // between them.
 constexpr double kSameClickSeconds = 0.4;
+// How far the pointer moves during one click.
+constexpr int kSameClickPixels = 16;
 
 QPoint cornerOfPrimaryScreen() {
   const QRect area = QGuiApplication::primaryScreen()->geometry();
@@ -59,9 +62,10 @@ void Popover::showAt(ClickPosition position) {
   activateWindow();
 }
 
-bool Popover::wasJustClosedByAClick() const {
-  const double ago = clock_.now() - closedByClick_;
-  return ago >= 0 && ago < kSameClickSeconds;
+bool Popover::takeClosingClick() {
+  const double ago = clock_.now() - std::exchange(closedByClick_, Date::distantPast());
+  const int away = (QCursor::pos() - closedAt_).manhattanLength();
+  return ago >= 0 && ago < kSameClickSeconds && away <= kSameClickPixels;
 }
 
 bool Popover::event(QEvent* event) {
@@ -103,6 +107,7 @@ void Popover::onButton(OutsideClicks::Button button) {
 
 void Popover::closeForAClick() {
   closedByClick_ = clock_.now();
+  closedAt_ = QCursor::pos();
   close();
 }
 

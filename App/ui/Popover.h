@@ -21,9 +21,9 @@ class Popover final : public QWidget {
   /// Opens beside the place that was clicked, or, when that is not known, where it was last opened.
   void showAt(ClickPosition position);
 
-  /// True right after a click elsewhere closed it. That click may have been one on the status
-  /// item, whose own message comes a moment later and must not open the popover again.
-  [[nodiscard]] bool wasJustClosedByAClick() const;
+  /// Whether a click on the status item is the very one that has just closed the popover, and must
+  /// not open it again: panels tell of a click a moment later. True once for each closing click.
+  [[nodiscard]] bool takeClosingClick();
 
  protected:
   bool event(QEvent* event) override;
@@ -42,6 +42,7 @@ class Popover final : public QWidget {
   std::optional<QPoint> anchor_;
   bool pressedOutside_ = false;
   Date closedByClick_ = Date::distantPast();
+  QPoint closedAt_;
 };
 
 }  // namespace tollbeam

@@ -22,16 +22,16 @@ class Alerts(ProgramTest):
         self.assertEqual(self.alerts(), [low_power(29), low(20)])
 
     def test_charge_limit(self):
-        self.laptop.percent(79)
-        self.laptop.plug_in()
+        self.charge_to(79)
+        self.plug_in()
         self.start()
         self.assertEqual(self.alerts(), [])
         self.charge_to(80)
         self.assertEqual(self.alerts(), [charge_limit(80)])
 
     def test_charge_limit_of_the_user(self):
-        self.laptop.percent(58)
-        self.laptop.plug_in()
+        self.charge_to(58)
+        self.plug_in()
         self.start(limit=60)
         self.charge_to(59)
         self.assertEqual(self.alerts(), [])
@@ -39,7 +39,7 @@ class Alerts(ProgramTest):
         self.assertEqual(self.alerts(), [charge_limit(61)])
 
     def test_plugged_in_but_held_by_the_firmware_is_plugged_in(self):
-        self.laptop.percent(85)
+        self.charge_to(85)
         self.start()
         self.laptop.plug_in('Not charging')
         self.wait_for_alert(CHARGE_LIMIT)
@@ -72,10 +72,9 @@ class Alerts(ProgramTest):
         self.wait_for_alert(LOW_POWER, 2)
 
     def test_plugged_in_for_too_long(self):
-        self.laptop.percent(85)
+        self.charge_to(85)
         self.start(limitEnabled=False)
-        self.laptop.plug_in()
-        self.power_becomes(State=1)
+        self.plug_in()
         self.pass_time(8 * HOUR - 30)
         self.assertEqual(self.alerts(), [])
         self.pass_time(30 + TIMER)
@@ -85,10 +84,9 @@ class Alerts(ProgramTest):
         self.assertEqual(self.alerts(), [(TOO_LONG, body)])
 
     def test_plugged_in_for_too_long_counts_whole_hours(self):
-        self.laptop.percent(85)
+        self.charge_to(85)
         self.start(limitEnabled=False, longHours=2)
-        self.laptop.plug_in('Not charging')
-        self.power_becomes(State=5)
+        self.plug_in('Not charging')
         self.pass_time(4 * HOUR - TIMER)
         self.assertEqual(self.alerts(),
                          [(TOO_LONG, 'Plugged in for over 3 h at 85%. Unplug it to let the battery rest.')])
@@ -146,7 +144,7 @@ class Alerts(ProgramTest):
         for _ in range(10):
             self.laptop.plug_in()
             self.laptop.unplug()
-        self.power_becomes(State=2)
+        self.power_becomes(OnBattery=True, State=2)
         self.assertLessEqual(len(self.alerts()), 2)
 
 

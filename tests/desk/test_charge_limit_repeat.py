@@ -9,8 +9,8 @@ class RepeatOnXfce(ProgramTest):
     options = {'panel': 'none', 'notify': 'xfce'}
 
     def reach_the_limit(self, **preferences):
-        self.laptop.percent(79)
-        self.laptop.plug_in()
+        self.charge_to(79)
+        self.plug_in()
         self.start(**preferences)
         self.charge_to(80)
         return self.wait_for_alert(CHARGE_LIMIT)
@@ -19,8 +19,7 @@ class RepeatOnXfce(ProgramTest):
         first = self.reach_the_limit()
         self.assertEqual(first['replaces'], 0)
         for n in (2, 3, 4):
-            self.laptop.percent(79 + n)
-            self.power_becomes(Percentage=79.0 + n)
+            self.charge_to(79 + n)
             self.pass_time(290 + TIMER)
             note = self.wait_for_alert(CHARGE_LIMIT, n)
             self.assertEqual((note['replaces'], note['id']), (first['id'], first['id']))
@@ -42,12 +41,11 @@ class RepeatOnXfce(ProgramTest):
 
     def test_unplugging_begins_anew(self):
         self.reach_the_limit()
-        for _ in range(4):
+        for n in (2, 3, 4):
             self.pass_time(290 + TIMER)
-        self.laptop.unplug()
-        self.power_becomes(State=2)
-        self.laptop.plug_in()
-        self.power_becomes(State=1)
+            self.wait_for_alert(CHARGE_LIMIT, n)
+        self.unplug()
+        self.plug_in()
         self.assertEqual(self.alerts(), [charge_limit(80)] * 5)
 
     def test_once_when_not_to_be_repeated(self):

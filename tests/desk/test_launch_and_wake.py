@@ -1,39 +1,34 @@
 """What already holds at a launch or a wake is not news; what comes after it is."""
 import unittest
 
-from laptop import wait_for
-from tollbeam import BURST, TIMER, ProgramTest, charge_limit, low
+from tollbeam import TIMER, ProgramTest, charge_limit, low
 
 
 class Launch(ProgramTest):
     def test_low_battery_at_launch_is_not_told(self):
-        self.laptop.percent(15)
+        self.discharge_to(15)
         self.start(lowPowerEnabled=False)
         self.pass_time(TIMER)
         self.discharge_to(14)
         self.pass_time(TIMER)
         self.assertEqual(self.alerts(), [])
-        self.laptop.plug_in()
-        self.power_becomes(State=1)
-        self.laptop.unplug()
-        self.power_becomes(State=2)
+        self.plug_in()
+        self.unplug()
         self.assertEqual(self.alerts(), [low(14)])
 
     def test_limit_at_launch_is_not_told(self):
-        self.laptop.percent(90)
-        self.laptop.plug_in()
+        self.charge_to(90)
+        self.plug_in()
         self.start(longEnabled=False)
         self.charge_to(95)
         self.pass_time(600)
         self.assertEqual(self.alerts(), [])
-        self.laptop.unplug()
-        self.power_becomes(State=2)
-        self.laptop.plug_in()
-        self.power_becomes(State=1)
+        self.unplug()
+        self.plug_in()
         self.assertEqual(self.alerts(), [charge_limit(95)])
 
     def test_low_power_mode_suggestion_at_launch_is_not_told(self):
-        self.laptop.percent(25)
+        self.discharge_to(25)
         self.start(lowEnabled=False)
         self.pass_time(TIMER)
         self.assertEqual(self.alerts(), [])
@@ -46,13 +41,13 @@ class Launch(ProgramTest):
         self.assertEqual(self.alerts(), [])
 
     def test_first_event_after_launch_can_be_told(self):
-        self.laptop.percent(21)
+        self.discharge_to(21)
         self.start(lowPowerEnabled=False)
         self.discharge_to(20)
         self.assertEqual(self.alerts(), [low(20)])
 
     def test_popover_at_launch_tells_nothing_either(self):
-        self.laptop.percent(15)
+        self.discharge_to(15)
         self.start()
         self.open_popover()
         self.assertEqual(self.alerts(), [])
@@ -66,10 +61,9 @@ class Wake(ProgramTest):
         self.system_bus_round_trip()
 
     def test_reminders_do_not_go_on_after_a_wake(self):
-        self.laptop.percent(85)
+        self.discharge_to(85)
         self.start(longEnabled=False)
-        self.laptop.plug_in()
-        self.power_becomes(State=1)
+        self.plug_in()
         self.assertEqual(self.alerts(), [charge_limit(85)])
         self.desk.go_to_sleep()
         self.desk.wake_up()
@@ -111,7 +105,7 @@ class Wake(ProgramTest):
 class Boot(ProgramTest):
     def test_reading_of_a_battery_that_is_not_awake_yet_is_not_told(self):
         self.laptop.set('BAT0', status='Unknown', capacity=0, energy_now=0)
-        wait_for(lambda: self.desk.upower('Percentage') == 0, 'the false reading')
+        self.power_becomes(Percentage=0.0)
         self.start(lowPowerEnabled=False)
         self.pass_time(TIMER)
         self.open_popover()

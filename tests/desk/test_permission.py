@@ -7,7 +7,7 @@ from tollbeam import LOW, STORE, TIMER, ProgramTest, charge_limit, low
 class Permission(ProgramTest):
     def setUp(self):
         super().setUp()
-        self.laptop.percent(50)
+        self.discharge_to(50)
 
     def start_quietly(self):
         self.start(lowPowerEnabled=False, repeatReminder=False)
@@ -36,14 +36,12 @@ class Permission(ProgramTest):
         self.discharge_to(20)
         self.assertEqual(self.alerts(), [low(20)])
         self.desk.permit_notifications('no')
-        self.laptop.plug_in()
+        self.plug_in()
         self.charge_to(80)
         self.assertEqual(self.alerts(), [low(20)])
         self.desk.permit_notifications('yes')
-        self.laptop.unplug()
-        self.power_becomes(State=2)
-        self.laptop.plug_in()
-        self.power_becomes(State=1)
+        self.unplug()
+        self.plug_in()
         self.assertEqual(self.alerts(), [low(20), charge_limit(80)])
 
     def test_desktop_without_a_store_shows(self):

@@ -25,10 +25,9 @@ class Upowerd(ProgramTest):
         self.assertEqual(self.alerts(), [low(15)])
 
     def test_its_restart_does_not_interrupt_being_plugged_in(self):
-        self.laptop.percent(85)
+        self.charge_to(85)
         self.start(limitEnabled=False)
-        self.laptop.plug_in()
-        self.power_becomes(State=1)
+        self.plug_in()
         self.pass_time(5 * 3600)
         self.kill()
         self.desk.start('upowerd')
@@ -117,7 +116,7 @@ class NotificationServer(ProgramTest):
         self.desk.start('notify')
 
     def at_the_limit(self):
-        self.laptop.percent(85)
+        self.charge_to(85)
         self.start()
         self.laptop.plug_in()
         return self.wait_for_alert(CHARGE_LIMIT)
@@ -152,8 +151,7 @@ class NotificationServer(ProgramTest):
         old = self.at_the_limit()['id']
         self.restart_server()
         self.assertEqual(self.post_stranger('a stranger'), old)
-        self.laptop.unplug()
-        self.power_becomes(State=2)
+        self.unplug()
         self.alerts()
         self.assertEqual([n for n in self.desk.notes('close-call') if n['id'] == old], [])
         self.screen.find('xfce4-notifyd', 'a stranger')
@@ -184,18 +182,16 @@ class NotificationServer(ProgramTest):
         self.start(lowPowerEnabled=False)
         self.discharge_to(20)
         self.assertEqual(self.alerts(), [])
-        self.laptop.plug_in()
-        self.power_becomes(State=1)
+        self.plug_in()
         self.desk.start('notify')
         self.charge_to(80)
         self.assertEqual(self.alerts(), [charge_limit(80)])
 
     def test_newest_reminder_alone_waits_for_a_server(self):
-        self.laptop.percent(80)
+        self.charge_to(80)
         self.desk.kill('notify')
         self.start()
-        self.laptop.plug_in()
-        self.power_becomes(State=1)
+        self.plug_in()
         self.pass_time(290 + TIMER)
         self.charge_to(82)
         self.pass_time(290 + TIMER)

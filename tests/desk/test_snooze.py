@@ -12,7 +12,7 @@ class Snooze(ProgramTest):
     options = {'panel': 'xfce', 'notify': 'xfce'}
 
     def snooze_at_the_limit(self):
-        self.laptop.percent(85)
+        self.charge_to(85)
         self.start()
         self.laptop.plug_in()
         number = self.wait_for_alert(CHARGE_LIMIT)['id']
@@ -60,7 +60,7 @@ class Snooze(ProgramTest):
         self.snooze_at_the_limit()
         self.stop()
         self.start()
-        self.laptop.unplug()
+        self.unplug()
         self.discharge_to(15)
         self.screen.press_tray('left')
         self.popover_says(BANNER)
@@ -70,15 +70,14 @@ class Snooze(ProgramTest):
 
     def test_what_is_over_when_the_snooze_ends_is_not_told(self):
         self.snooze_at_the_limit()
-        self.laptop.unplug()
+        self.unplug()
         self.discharge_to(15)
-        self.laptop.plug_in()
-        self.power_becomes(State=1)
+        self.plug_in()
         self.pass_time(HOUR)
         self.assertEqual(self.alerts(), [charge_limit(85)])
 
     def test_click_on_the_bubble_itself_is_no_snooze(self):
-        self.laptop.percent(85)
+        self.charge_to(85)
         self.start()
         self.laptop.plug_in()
         number = self.wait_for_alert(CHARGE_LIMIT)['id']
@@ -92,7 +91,7 @@ class SnoozeOnDunst(ProgramTest):
     options = {'panel': 'none', 'notify': 'dunst'}
 
     def test_chosen_from_the_menu_of_the_bubble(self):
-        self.laptop.percent(85)
+        self.charge_to(85)
         self.start()
         self.laptop.plug_in()
         number = self.wait_for_alert(CHARGE_LIMIT)['id']

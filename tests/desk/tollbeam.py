@@ -15,7 +15,7 @@ import unittest
 from gi.repository import GLib
 
 from laptop import Desk, wait_for
-from laptop.parts import WATCHER
+from laptop.parts import UPOWER, WATCHER
 
 TOP = os.path.dirname(os.path.dirname(os.path.dirname(os.path.realpath(__file__))))
 BUNDLE = os.environ.get('TOLLBEAM_APP') or os.path.join(TOP, 'Tollbeam.app')
@@ -148,14 +148,20 @@ class ProgramTest(unittest.TestCase):
         self.round_trip()
 
     def power_becomes(self, **properties):
-        """Waits until upowerd says so, and the program has looked at it."""
+        """Waits until upowerd says so, and the program, if it runs, has looked at it."""
         for name, value in properties.items():
-            wait_for(lambda: self.desk.upower(name) == value, '%s = %r' % (name, value))
+            wait_for(lambda: self.upower_says(name) == value, '%s = %r' % (name, value))
         # upowerd tells the change when it has nothing else to do.
         for _ in range(3):
             self.desk.upower('Percentage')
-        self.system_bus_round_trip()
-        self.pass_time(BURST)
+        if self.started:
+            self.system_bus_round_trip()
+            self.pass_time(BURST)
+
+    def upower_says(self, name):
+        if name == 'OnBattery':
+            return self.desk.system.get(UPOWER, '/org/freedesktop/UPower', UPOWER, name)
+        return self.desk.upower(name)
 
     def system_bus_round_trip(self):
         """What was sent to the program on the system bus until now has reached it."""
@@ -168,6 +174,14 @@ class ProgramTest(unittest.TestCase):
         self.power_becomes(Percentage=float(percent))
 
     charge_to = discharge_to
+
+    def plug_in(self, status='Charging'):
+        self.laptop.plug_in(status)
+        self.power_becomes(OnBattery=False, State={'Charging': 1, 'Not charging': 5}[status])
+
+    def unplug(self):
+        self.laptop.unplug()
+        self.power_becomes(OnBattery=True, State=2)
 
     # ------------------------------------------------------------------ its notifications
 

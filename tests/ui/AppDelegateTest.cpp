@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
@@ -132,6 +133,29 @@ TEST_F(AppDelegateTest, AClickElsewhereClosesAndTheSameClickDoesNotReopen) {
   click();
   EXPECT_FALSE(open()) << "the panel's message about the very click that closed it";
   platform.mainQueue.advance(0.5);
+  click();
+  EXPECT_TRUE(open());
+}
+
+TEST_F(AppDelegateTest, TheClickAfterTheClosingOneOpensAgainHoweverSoon) {
+  launch();
+  click();
+  clicks.callbacks.notify(OutsideClicks::Button::pressed);
+  clicks.callbacks.notify(OutsideClicks::Button::released);
+  click();
+  ASSERT_FALSE(open());
+  click();
+  EXPECT_TRUE(open());
+}
+
+TEST_F(AppDelegateTest, AClickOnTheItemSoonAfterOneElsewhereOpens) {
+  launch();
+  click();
+  QCursor::setPos(100, 500);
+  clicks.callbacks.notify(OutsideClicks::Button::pressed);
+  clicks.callbacks.notify(OutsideClicks::Button::released);
+  ASSERT_FALSE(open());
+  QCursor::setPos(700, 10);
   click();
   EXPECT_TRUE(open());
 }

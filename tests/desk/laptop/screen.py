@@ -133,17 +133,21 @@ class Screen:
         self.press_box(self.tray_item(number), button)
 
     def tray_item(self, number=0):
-        """Waits until the item is there and has come to rest: a panel that has just started still
-        moves it, and a click would hit the neighbour. Returns its box."""
+        """Waits until the item is there and has come to rest, and returns its box."""
+        return self._at_rest(lambda: self.tray()[number:number + 1], 'status item %d' % number)
+
+    def _at_rest(self, look, what):
+        """What has just appeared still moves for a moment, and a click would miss it or hit its
+        neighbour: waits until two looks find the same box."""
         before = []
 
-        def at_rest():
-            now = self.tray()
-            if len(now) > number and before == [now[number]]:
-                return now[number]
-            before[:] = now[number:number + 1]
+        def found():
+            now = look()[:1]
+            if now and now == before:
+                return now[0]
+            before[:] = now
             return None
-        return wait_for(at_rest, 'status item %d' % number, every=0.1)
+        return wait_for(found, what, every=0.1)
 
     def choose_menu(self, label, number=0):
         """Opens the item's menu with the right button and chooses an entry with the keyboard."""
@@ -178,7 +182,7 @@ class Screen:
         """An action's button by its label; "body" is the bubble itself, "close" closes it."""
         if self._desk.options['notify'] == 'xfce' and label not in ('body', 'close'):
             return self.press_widget('xfce4-notifyd', label)
-        x, y, width, height = wait_for(self.bubbles, 'a bubble')[0]
+        x, y, width, height = self._at_rest(self.bubbles, 'a bubble')
         if self._desk.options['notify'] == 'xfce':
             return self.press(x + width // 2, y + 15, 'left')
         # dunst draws no buttons: left takes the default action, middle opens a menu of all actions
