@@ -32,7 +32,7 @@ namespace {
 // choice counts more.
 void preferPlaceableWindows() {
   if (!qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("QT_QPA_PLATFORM", "xcb;wayland");
   }
 }
 
@@ -79,6 +79,9 @@ class Program {
                                .dialogs = dialogs_},
                       statusBar_, outsideClicks_);
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &*delegate_,
+                     &AppDelegate::applicationWillTerminate);
+    // A session that ends may take the display away before anything else is asked of us.
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &*delegate_,
                      &AppDelegate::applicationWillTerminate);
     delegate_->applicationDidFinishLaunching();
     if (activateAtLaunch_) delegate_->showPopover();

@@ -131,8 +131,8 @@ TEST_F(AppModelTest, LaunchWithoutAnEstimateCountsFromNow) {
 }
 
 TEST_F(AppModelTest, PluggingInWhileRunningCountsFromThatRefresh) {
+  // The launch sees no battery, so the history's own run stays the last thing that it knows.
   platform.fileManager.files[kFile] = R"([{"t":1699999990,"p":80,"c":false,"a":true}])";
-  onBattery(50);
   started();
   EXPECT_FALSE(model->pluggedSince());
   platform.clock.set(kStart + 10);
@@ -158,7 +158,16 @@ TEST_F(AppModelTest, UnpluggingEndsTheCountAndPluggingInStartsANewOne) {
   EXPECT_FALSE(model->pluggedSince()) << "no battery";
 }
 
-TEST_F(AppModelTest, AWakeTakesTheEstimateOnlyWhenNothingWasKnown) {
+TEST_F(AppModelTest, AWakeTakesTheEstimate) {
+  platform.fileManager.files[kFile] = R"([{"t":1699999990,"p":80,"c":false,"a":true}])";
+  started();
+  pluggedInAt(50);
+  platform.workspace.didWake.notify();
+  platform.mainQueue.advance(3);
+  EXPECT_EQ(model->pluggedSince(), Date{1699999990});
+}
+
+TEST_F(AppModelTest, AWakeWithoutAnEstimateCountsFromNow) {
   onBattery(50);
   started();
   pluggedInAt(50);
@@ -176,6 +185,44 @@ TEST_F(AppModelTest, LaunchAndWakeNeverDeliver) {
   EXPECT_EQ(posted(), Identifiers{});
   platform.mainQueue.advance(3600);
   EXPECT_EQ(posted(), Identifiers{}) << "known since the launch";
+}
+
+TEST_F(AppModelTest, AWakeAbsorbsWhatBeganInTheSleep) {
+  onBattery(50);
+  started();
+  onBattery(5);
+  platform.workspace.didWake.notify();
+  platform.mainQueue.advance(3600);
+  EXPECT_EQ(posted(), Identifiers{});
+}
+
+TEST_F(AppModelTest, AWakeWithdrawsWhatEndedInTheSleep) {
+  onBattery(50);
+  started();
+  onBattery(20);
+  event();
+  pluggedInAt(20);
+  platform.workspace.didWake.notify();
+  platform.mainQueue.advance(3);
+  EXPECT_EQ(platform.notificationCenter.removed, (Identifiers{"low", "lowPower"}));
+}
+
+TEST_F(AppModelTest, AWakeLeavesAnExpiredSnoozeOnShow) {
+  onBattery(50);
+  started();
+  model->snooze();
+  platform.clock.set(kStart + 3600);
+  model->refresh(Reason::wake);
+  EXPECT_TRUE(model->snoozeUntil());
+  model->refresh(Reason::event);
+  EXPECT_FALSE(model->snoozeUntil());
+}
+
+TEST_F(AppModelTest, ALaunchStoresASampleEvenWhenNothingMoved) {
+  platform.fileManager.files[kFile] = R"([{"t":1699999990,"p":50,"c":false,"a":false}])";
+  onBattery(50);
+  started();
+  EXPECT_EQ(samples(), 2U);
 }
 
 TEST_F(AppModelTest, TheFirstEventAfterALaunchCanDeliver) {
@@ -223,6 +270,26 @@ TEST_F(AppModelTest, OutsideABundleNothingIsPosted) {
   EXPECT_EQ(posted(), Identifiers{}) << "dropped, not kept for later";
 }
 
+TEST_F(AppModelTest, ABundleWithoutAnIdentifierPostsNothing) {
+  platform.mainBundle.id.reset();
+  onBattery(50);
+  started();
+  onBattery(5);
+  event();
+  EXPECT_EQ(posted(), Identifiers{});
+}
+
+TEST_F(AppModelTest, WithdrawsTheChargeLimitWhenUnplugged) {
+  onBattery(50);
+  started();
+  pluggedInAt(90);
+  event();
+  EXPECT_EQ(platform.notificationCenter.removed, Identifiers{});
+  onBattery(90);
+  event();
+  EXPECT_EQ(platform.notificationCenter.removed, Identifiers{"chargeLimit"});
+}
+
 TEST_F(AppModelTest, RepeatsTheChargeLimitUnderOneIdentifier) {
   onBattery(50);
   started();
@@ -237,6 +304,7 @@ TEST_F(AppModelTest, ASnoozeHoldsAlertsForOneHour) {
   started();
   model->snooze();
   EXPECT_EQ(model->snoozeUntil(), kStart + 3600);
+  EXPECT_EQ(model->historyVersion(), 1) << "the next refresh sees it; none is run";
   onBattery(10);
   event();
   platform.mainQueue.advance(3599);

@@ -31,7 +31,8 @@ std::optional<Number> readNumber(ondemand::value& value) {
   if (value.get_double().get(real) != simdjson::SUCCESS) return std::nullopt;
   constexpr double kTwoTo63 = 9223372036854775808.0;
   Number number{real, std::nullopt};
-  if (std::trunc(real) == real && real >= -kTwoTo63 && real < kTwoTo63) {
+  // The lowest integer itself was read above; a double at that place has lost its digits.
+  if (std::trunc(real) == real && real > -kTwoTo63 && real < kTwoTo63) {
     number.whole = static_cast<std::int64_t>(real);
   }
   return number;

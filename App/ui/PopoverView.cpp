@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLocale>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 namespace tollbeam {
@@ -14,6 +15,7 @@ namespace {
 constexpr int kWidth = 340;
 constexpr int kPadding = 16;
 constexpr int kSpacing = 14;
+constexpr double kLastSecond = 253402300799;  // of the year 9999
 
 QString details(const BatteryState& state) {
   QStringList lines;
@@ -81,8 +83,9 @@ void PopoverView::update() {
   details_->setVisible(!details_->text().isEmpty());
   banner_->setVisible(model_.snoozeUntil().has_value());
   if (const auto until = model_.snoozeUntil()) {
-    const auto time =
-        QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(until->secondsSince1970 * 1000)).time();
+    // A deadline beyond all years can only have been written by hand.
+    const double seconds = std::min(until->secondsSince1970, kLastSecond);
+    const auto time = QDateTime::fromSecsSinceEpoch(static_cast<qint64>(seconds)).time();
     bannerText_->setText(
         tr("Alerts snoozed until %1").arg(QLocale().toString(time, QLocale::ShortFormat)));
   }

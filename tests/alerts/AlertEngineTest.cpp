@@ -266,7 +266,11 @@ TEST_F(AlertEngineTest, PostsInAFixedOrder) {
 
 TEST_F(AlertEngineTest, KnowsWhichEpisodesGoOn) {
   EXPECT_FALSE(engine.isOngoing(AlertKind::low));
+  EXPECT_FALSE(engine.isOngoing(AlertKind::chargeLimit));
+  EXPECT_EQ(run(pluggedInAt(90)).size(), 1U);
+  EXPECT_TRUE(engine.isOngoing(AlertKind::chargeLimit));
   EXPECT_EQ(run(onBattery(10)).size(), 2U);
+  EXPECT_FALSE(engine.isOngoing(AlertKind::chargeLimit));
   EXPECT_TRUE(engine.isOngoing(AlertKind::low));
   EXPECT_TRUE(engine.isOngoing(AlertKind::lowPower));
   EXPECT_EQ(run(pluggedInAt(10)).size(), 0U);

@@ -102,6 +102,7 @@ TEST(BatteryState, GradesHealth) {
   EXPECT_EQ(withHealth({}, 4000, 5000).healthLabel(), "Fair");
   EXPECT_EQ(withHealth({}, 3999, 5000).healthLabel(), "Worn");
   EXPECT_EQ(withHealth({}, 5200, 5000).healthLabel(), "Good");
+  EXPECT_EQ(withHealth({}, 1, 1).healthLabel(), "Good");
 }
 
 TEST(BatteryState, HasNoHealthWithoutBothCapacities) {

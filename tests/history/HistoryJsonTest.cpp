@@ -69,6 +69,7 @@ TEST(HistoryJson, AWholeNumberMayBeWrittenAsAFraction) {
   EXPECT_FALSE(decodeSamples(R"([{"t":1,"p":55.5,"c":false,"a":true}])"));
   EXPECT_FALSE(decodeSamples(R"([{"t":1,"p":1e19,"c":false,"a":true}])"));
   EXPECT_FALSE(decodeSamples(R"([{"t":1,"p":9223372036854775808,"c":false,"a":true}])"));
+  EXPECT_FALSE(decodeSamples(R"([{"t":1,"p":-9223372036854775809,"c":false,"a":true}])"));
 }
 
 TEST(HistoryJson, ATimeMayBeAnyNumber) {

@@ -92,6 +92,15 @@ TEST_F(HistoryStoreTest, AChangeOfPercentSavesAfterMoreThan300Seconds) {
   EXPECT_EQ(files.writes, 2);
 }
 
+TEST_F(HistoryStoreTest, TheFirstSampleAfterAResetIsNoChange) {
+  fresh().record(pluggedInAt(55), kNow, false);
+  store->removeAll();
+  store->save(kNow + 10);
+  store->record(onBattery(55), kNow + 20, false);
+  EXPECT_EQ(store->samples().size(), 1U);
+  EXPECT_EQ(files.files[kFile], "[]") << "saved ten seconds ago";
+}
+
 TEST_F(HistoryStoreTest, AFailedWriteKeepsTheSamplesAndStartsANewThrottle) {
   files.failure = "No space left on device";
   fresh().record(onBattery(55), kNow, false);

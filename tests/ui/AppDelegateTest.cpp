@@ -107,6 +107,41 @@ TEST_F(AppDelegateTest, AClickRefreshesThenOpensAndTheNextCloses) {
   EXPECT_EQ(delegate->model().historyVersion(), version) << "closing refreshes nothing";
 }
 
+TEST_F(AppDelegateTest, ThePopoverOpensOnFreshData) {
+  class OnShow : public QObject {
+   public:
+    explicit OnShow(std::function<void()> shown) : shown_(std::move(shown)) {}
+    bool eventFilter(QObject*, QEvent* event) override {
+      if (event->type() == QEvent::Show) shown_();
+      return false;
+    }
+
+   private:
+    std::function<void()> shown_;
+  };
+  launch();
+  battery(40);
+  std::int64_t percentWhenShown = -1;
+  OnShow filter([&] { percentWhenShown = delegate->model().state().percent; });
+  delegate->popover().installEventFilter(&filter);
+  click();
+  EXPECT_EQ(percentWhenShown, 40);
+}
+
+TEST_F(AppDelegateTest, TheItemIsDrawnBeforeTheLaunchReturns) {
+  delegate->applicationDidFinishLaunching();
+  ASSERT_EQ(statusBar.drawn.size(), 1U);
+  EXPECT_EQ(statusBar.drawn[0].title, " 64%");
+}
+
+TEST_F(AppDelegateTest, ASnoozeBeyondAllYearsIsShownAllTheSame) {
+  platform.userDefaults.set("snoozeUntil", 1e300);
+  delegate.emplace(platform.ports(), statusBar, clicks);
+  launch();
+  click();
+  EXPECT_TRUE(open());
+}
+
 TEST_F(AppDelegateTest, WithoutAnItemTheShellStaysQuiet) {
   statusBar.available = false;
   launch();
