@@ -13,7 +13,7 @@ packages_desk="upower umockdev gir1.2-umockdev-1.0 power-profiles-daemon python3
   xfce4-panel xfce4-notifyd lxqt-panel dunst fonts-dejavu-core adwaita-icon-theme librsvg2-common
   libfaketime"
 
-packages_test="git libgtest-dev tzdata clang-format clang-tidy appstream desktop-file-utils dbus xvfb
+packages_test="git libgtest-dev tzdata clang-format clang-tidy appstream desktop-file-utils dbus libglib2.0-bin xvfb
   xdg-desktop-portal"
 
 # missing_packages LIST...: those of the packages that are not installed, one a line.
