@@ -23,7 +23,17 @@ class Day:
     def picture(self, name):
         self.pictures += 1
         file = os.path.join(self.folder, '%d-%s.png' % (self.pictures, name))
-        self.desk.screen.shot(file)
+        before = []
+
+        def at_rest():
+            """Panels and bubbles take a moment to be drawn."""
+            self.desk.screen.shot(file)
+            now = self.desk.run('identify', '-format', '%#', file)
+            if before == [now]:
+                return True
+            before[:] = [now]
+            return False
+        wait_for(at_rest, 'the screen to come to rest', every=0.4)
         print('  %s  %s' % (time.strftime('%H:%M', time.gmtime(self.desk.clock.now())), os.path.basename(file)))
 
     def reminder(self, *titles):
@@ -33,6 +43,11 @@ class Day:
         wait_for(self.desk.screen.bubbles, 'its bubble')
         return note
 
+    def later(self, minutes, percent):
+        self.desk.clock.advance(minutes * 60)
+        self.desk.hardware.percent(percent)
+        wait_for(lambda: self.desk.upower('Percentage') == percent, 'upowerd to see %d %%' % percent)
+
     def play(self, bundle):
         desk, laptop = self.desk, self.desk.hardware
         laptop.percent(62)
@@ -40,21 +55,19 @@ class Day:
         desk.start_app(bundle)
         wait_for(desk.screen.tray, 'the status item', 20)
         self.picture('morning-on-battery')
-        for percent in (45, 31, 24, 19, 12):
-            desk.clock.advance(20 * 60)
-            laptop.percent(percent)
-            if desk.notes('notify'):
-                break
+        for percent in (45, 31, 24, 19):
+            self.later(20, percent)
         self.reminder('Low battery')
         self.picture('battery-low')
         desk.screen.press_bubble('close')
         laptop.plug_in()
+        wait_for(lambda: not desk.screen.bubbles(), 'the bubbles to go with their reason')
         desk.screen.press_tray('left')
+        desk.screen.find('Tollbeam', 'Settings')
         self.picture('plugged-in-popover')
         desk.screen.press_tray('left')
-        for percent in (40, 65, 80, 90, 100):
-            desk.clock.advance(25 * 60)
-            laptop.percent(percent)
+        for percent in (40, 65, 80):
+            self.later(25, percent)
         self.reminder('Charge limit reached')
         self.picture('charge-limit')
         desk.screen.press_bubble('Snooze 1 hour')
