@@ -13,7 +13,7 @@ namespace {
 constexpr double kFarthest = 6e16;
 
 // No zone was ever further from UTC than this.
-constexpr std::time_t kFarthestFromUtc = 26 * 3600;
+constexpr std::time_t kFarthestFromUtc = std::time_t{26} * 3600;
 
 std::optional<std::tm> local(std::time_t time) {
   std::tm fields{};

@@ -25,8 +25,8 @@ QString iconName(const std::string& icon) {
 }
 
 QStringList actionPairs(const std::vector<NotificationAction>& actions) {
-  // A click on the bubble must not count as a tap on its only button, as it does on dunst. Without a
-  // label the default action is no button (xfce would draw one).
+  // A click on the bubble must not count as a tap on its only button, as it does on dunst. Without
+  // a label the default action is no button (xfce would draw one).
   QStringList pairs{QStringLiteral("default"), QString()};
   for (const auto& action : actions) {
     pairs << QString::fromStdString(action.identifier) << QString::fromStdString(action.title);
