@@ -26,7 +26,8 @@ class UserDefaults {
   [[nodiscard]] bool boolForKey(std::string_view key) const;
 
   /// A fraction is cut off; a flag is 1 or 0; text counts by the whole number that it starts with,
-  /// else 0; a list, a dictionary and an absent key are 0. Held to the 64-bit range.
+  /// else 0; a list, a dictionary and an absent key are 0. Fractions and text are held to the
+  /// 64-bit range; a whole number of 2^63 or more is the signed integer of the same bits.
   [[nodiscard]] std::int64_t integerForKey(std::string_view key) const;
 
   /// As `integerForKey`, with the fraction.

@@ -144,9 +144,11 @@ void NotificationServer::shown(const std::string& identifier, const Bubble& bubb
   slot.withdrawn = false;
   if (slot.isIdle()) {
     slots_.erase(found);
-  } else {
-    showNext(identifier);
+    return;
   }
+  // The next server may have come before this one was known to have failed.
+  if (presence_ == Presence::unknown) ask();
+  showNext(identifier);
 }
 
 void NotificationServer::showAllWaiting() {

@@ -60,8 +60,9 @@ class RawButtons {
  private:
   void read() {
     const auto self = self_.lock();
+    // Once nobody but this call keeps it, the observation is over.
     while (const std::unique_ptr<xcb_generic_event_t, Freed> event{
-        xcb_poll_for_event(connection_.get())}) {
+        self.use_count() > 1 ? xcb_poll_for_event(connection_.get()) : nullptr}) {
       if ((event->response_type & 0x7f) != XCB_GE_GENERIC) continue;
       const auto* generic = reinterpret_cast<const xcb_ge_generic_event_t*>(event.get());
       if (generic->extension != opcode_) continue;

@@ -26,7 +26,7 @@ TEST(BundleFolder, IsTheFolderAboveBin) {
 }
 
 TEST(BundleFolder, OfAProgramElsewhereIsItsOwnFolder) {
-  EXPECT_EQ(bundleOf("/work/build/tollbeam").path(), "/work/build");
+  EXPECT_EQ(bundleOf("/home/ada/build/tollbeam").path(), "/home/ada/build");
   EXPECT_EQ(bundleOf("/opt/Tollbeam.app/bin/other").path(), "/opt/Tollbeam.app/bin");
   EXPECT_EQ(bundleOf("/tollbeam").path(), "/");
   EXPECT_EQ(bundleOf("/bin/tollbeam").path(), "/bin");

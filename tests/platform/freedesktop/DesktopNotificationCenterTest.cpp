@@ -295,6 +295,18 @@ TEST_F(DesktopNotificationCenterTest, WhatADyingServerDidNotShowTheNextOneShows)
   EXPECT_EQ(server.calls[1].replacesId, 0U);
 }
 
+TEST_F(DesktopNotificationCenterTest, WhatAReplacedServerTookAlongTheNextOneShows) {
+  server.start();
+  server.holdsAnswers = true;
+  add("low", "15%");
+  ASSERT_TRUE(shows({QStringLiteral("15%")}));
+  test::RecordingServer next(bus);
+  server.giveUpName();
+  next.start();
+  server.stop();
+  EXPECT_TRUE(waitFor([&] { return next.titles() == std::vector{QStringLiteral("15%")}; }));
+}
+
 TEST_F(DesktopNotificationCenterTest, ARefusedRequestIsDroppedAndTheNextOneShown) {
   server.start();
   server.fails = QStringLiteral("org.freedesktop.Notifications.Error.ExcessNotificationGeneration");

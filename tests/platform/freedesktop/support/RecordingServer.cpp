@@ -31,6 +31,10 @@ void RecordingServer::stop() {
   QDBusConnection::disconnectFromBus(std::exchange(connection_, {}));
 }
 
+void RecordingServer::giveUpName() {
+  QDBusConnection(connection_).unregisterService(QStringLiteral("org.freedesktop.Notifications"));
+}
+
 void RecordingServer::answerHeld() {
   holdsAnswers = false;
   for (const QDBusMessage& answer : std::exchange(held_, {})) {

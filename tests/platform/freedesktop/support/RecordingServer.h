@@ -38,6 +38,8 @@ class RecordingServer : public QObject, protected QDBusContext {
   void start();
   /// Leaves the bus without a word, as a program that crashes.
   void stop();
+  /// Lets another server take its place, and stays on the bus.
+  void giveUpName();
 
   /// Answers the calls that `holdsAnswers` kept waiting.
   void answerHeld();
