@@ -33,8 +33,6 @@ SNOOZE = 'Snooze 1 hour'
 TIMER = 70
 # The wait before a burst of power changes is looked at.
 BURST = 1
-# After this long without a change of the charger, the next one is believed at once.
-CALM = 5
 
 
 def charge_limit(percent):
@@ -67,7 +65,6 @@ class ProgramTest(unittest.TestCase):
         self.preferences_file = self.desk.path('home', '.config', 'Tollbeam', 'preferences.json')
         self.history_file = self.desk.path('home', '.local', 'share', 'Tollbeam', 'history.json')
         self.started = False
-        self.charger_changed = None
         self.strangers = set()
 
     def tearDown(self):
@@ -179,23 +176,12 @@ class ProgramTest(unittest.TestCase):
     charge_to = discharge_to
 
     def plug_in(self, status='Charging'):
-        self._let_the_charger_rest()
         self.laptop.plug_in(status)
         self.power_becomes(OnBattery=False, State={'Charging': 1, 'Not charging': 5}[status])
 
     def unplug(self):
-        self._let_the_charger_rest()
         self.laptop.unplug()
         self.power_becomes(OnBattery=True, State=2)
-
-    def _let_the_charger_rest(self):
-        """A change right after another would be taken for a loose contact, and believed late."""
-        now = self.desk.clock.now()
-        rest = CALM + BURST - (now - (self.charger_changed or 0))
-        if self.started and rest > 0:
-            self.pass_time(rest)
-            now += rest
-        self.charger_changed = now
 
     # ------------------------------------------------------------------ its notifications
 

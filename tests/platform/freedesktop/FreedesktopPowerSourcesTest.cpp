@@ -12,17 +12,12 @@
 namespace tollbeam {
 namespace {
 
-using namespace std::chrono_literals;
 using test::FakeProperties;
 using test::waitFor;
 
 const auto service = QStringLiteral("org.freedesktop.UPower");
 const auto percentage = QStringLiteral("Percentage");
 const auto state = QStringLiteral("State");
-
-bool isAt(const RemoteProperties& properties, double percent) {
-  return properties.values() && properties.values()->at("Percentage") == Value(percent);
-}
 
 class FreedesktopPowerSourcesTest : public testing::Test {
  protected:
@@ -42,14 +37,11 @@ class FreedesktopPowerSourcesTest : public testing::Test {
   void stopDaemon() { daemon.unregisterService(service); }
 
   void start() {
-    sources = std::make_unique<FreedesktopPowerSources>(client, folder.path(), timing);
+    sources = std::make_unique<FreedesktopPowerSources>(bus.connect(), folder.path());
     ready = sources->whenReady([this] {
       ++timesReady;
       percentWhenReady = percent();
-      observation = sources->observe([this] {
-        percentsTold.push_back(percent());
-        sourcesTold.push_back(powerSource());
-      });
+      observation = sources->observe([this] { percentsTold.push_back(percent()); });
     });
     EXPECT_EQ(timesReady, 0);
   }
@@ -65,42 +57,15 @@ class FreedesktopPowerSourcesTest : public testing::Test {
     return find(*table->front().dictionary(), "Current Capacity")->number();
   }
 
-  [[nodiscard]] std::string powerSource() const {
-    const auto table = sources->descriptions();
-    if (!table || table->empty()) return "no battery";
-    return *find(*table->front().dictionary(), "Power Source State")->text();
-  }
-
-  // Neither UPower nor the kernel tells anything real of the battery.
-  void letTheBatteryGlitch() {
-    device.properties[percentage] = 0.0;
-    device.properties[state] = 0U;
-    folder.set("BAT0", "capacity", "0");
-    folder.set("BAT0", "status", "Unknown");
-  }
-
-  void plugIn() {
-    manager.change({{QStringLiteral("OnBattery"), false}});
-    device.change({{state, 1U}});
-  }
-
-  void unplug() {
-    manager.change({{QStringLiteral("OnBattery"), true}});
-    device.change({{state, 2U}});
-  }
-
   using Percents = std::vector<std::optional<double>>;
 
   test::PrivateBus bus;
   test::SuppliesFolder folder;
   QDBusConnection daemon = bus.connect();
-  QDBusConnection client = bus.connect();
   FakeProperties device{daemon, QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice"),
                         QStringLiteral("org.freedesktop.UPower.Device")};
   FakeProperties manager{daemon, QStringLiteral("/org/freedesktop/UPower"), service};
-  PowerSourcesTiming timing;
   int timesReady = 0;
-  std::vector<std::string> sourcesTold;
   std::optional<double> percentWhenReady;
   Percents percentsTold;
   std::unique_ptr<FreedesktopPowerSources> sources;
@@ -233,130 +198,6 @@ TEST_F(FreedesktopPowerSourcesTest, KeepWhatWasKnownThroughAGlitch) {
   device.change({{percentage, 0.0}, {state, 0U}});
   stopDaemon();
   ASSERT_TRUE(waitFor([this] { return percent() == 80; }));
-}
-
-TEST_F(FreedesktopPowerSourcesTest, AreReadyWithTheFirstRealReadingAfterAGlitch) {
-  startDaemon();
-  letTheBatteryGlitch();
-  timing.longestWait = 50ms;
-  timing.longestGlitch = 1h;
-  start();
-  // Longer than for a daemon that is silent.
-  EXPECT_FALSE(waitFor([this] { return timesReady > 0; }, 200));
-  device.change({{percentage, 15.0}, {state, 2U}});
-  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
-  EXPECT_EQ(percentWhenReady, 15);
-  EXPECT_EQ(percentsTold, Percents{});
-}
-
-TEST_F(FreedesktopPowerSourcesTest, AreReadyWithoutABatteryThatIsTakenOutInAGlitch) {
-  startDaemon();
-  letTheBatteryGlitch();
-  timing.longestGlitch = 1h;
-  start();
-  ASSERT_TRUE(waitFor([this] { return device.asked == 1 && manager.asked == 1; }));
-  device.change({{QStringLiteral("Type"), 0U}, {QStringLiteral("IsPresent"), false}});
-  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
-  EXPECT_EQ(percentWhenReady, std::nullopt);
-}
-
-TEST_F(FreedesktopPowerSourcesTest, WaitForTheEndOfAGlitchOnlySoLong) {
-  startDaemon();
-  letTheBatteryGlitch();
-  timing.longestWait = 20ms;
-  timing.longestGlitch = 200ms;
-  startAndWaitUntilReady();
-  EXPECT_EQ(percentWhenReady, std::nullopt);
-  device.change({{percentage, 15.0}, {state, 2U}});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{15});
-}
-
-TEST_F(FreedesktopPowerSourcesTest, WaitOnThroughTheKernelsGlitchWithoutTheDaemon) {
-  letTheBatteryGlitch();
-  timing.longestWait = 20ms;
-  timing.longestGlitch = 1h;
-  start();
-  EXPECT_FALSE(waitFor([this] { return timesReady > 0; }, 200));
-  startDaemon();
-  device.change({{percentage, 15.0}, {state, 2U}});
-  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
-  EXPECT_EQ(percentWhenReady, 15);
-}
-
-TEST_F(FreedesktopPowerSourcesTest, AreReadyWithAHangingDaemonAfterTheKernelsGlitch) {
-  startDaemon();
-  device.silent = manager.silent = true;
-  letTheBatteryGlitch();
-  timing.longestWait = 20ms;
-  timing.longestGlitch = 1h;
-  start();
-  EXPECT_FALSE(waitFor([this] { return timesReady > 0; }, 200));
-  device.properties[percentage] = 15.0;
-  device.properties[state] = 2U;
-  device.answer();
-  manager.answer();
-  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
-  EXPECT_EQ(percentWhenReady, 15);
-}
-
-TEST_F(FreedesktopPowerSourcesTest, TellAFlappingContactOnceAndItsEnd) {
-  startDaemon();
-  timing.settling = 20ms;
-  timing.steady = {.calm = 1h, .still = 600ms, .burst = 0ms};
-  startAndWaitUntilReady();
-  plugIn();
-  ASSERT_TRUE(waitFor([this] { return !sourcesTold.empty(); }));
-  for (int i = 0; i < 4; ++i) {
-    unplug();
-    plugIn();
-  }
-  unplug();
-  device.change({{percentage, 54.0}});
-  ASSERT_TRUE(waitFor([this] { return sourcesTold.size() > 1; }));
-  EXPECT_EQ(sourcesTold, (std::vector<std::string>{"AC Power", "Battery Power"}));
-  EXPECT_EQ(percentsTold, (Percents{55, 54}));
-}
-
-TEST_F(FreedesktopPowerSourcesTest, TellNothingOfFlapsThatEndAsTheyBegan) {
-  startDaemon();
-  timing.settling = 20ms;
-  timing.steady = {.calm = 1h, .still = 600ms, .burst = 0ms};
-  startAndWaitUntilReady();
-  plugIn();
-  ASSERT_TRUE(waitFor([this] { return !sourcesTold.empty(); }));
-  for (int i = 0; i < 5; ++i) {
-    unplug();
-    plugIn();
-  }
-  device.change({{percentage, 54.0}});
-  ASSERT_TRUE(waitFor([this] { return percentsTold.size() > 1; }));
-  EXPECT_EQ(sourcesTold, (std::vector<std::string>{"AC Power", "AC Power"}));
-  EXPECT_EQ(percentsTold, (Percents{55, 54}));
-}
-
-TEST_F(FreedesktopPowerSourcesTest, ShowTheBelievedTableWhileAChangeIsHeld) {
-  startDaemon();
-  timing.steady = {.calm = 1h, .still = 1h, .burst = 0ms};
-  startAndWaitUntilReady();
-  const RemoteProperties witness(
-      client,
-      {service, QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice"),
-       QStringLiteral("org.freedesktop.UPower.Device")},
-      {percentage}, RemoteProperties::Activation::forbidden);
-  ASSERT_TRUE(waitFor([&] { return isAt(witness, 55); }));
-  plugIn();
-  ASSERT_TRUE(waitFor([this] { return powerSource() == "AC Power"; }));
-  unplug();
-  device.change({{percentage, 54.0}});
-  device.change({{percentage, 53.0}});
-  // Whoever listens on the same connection and knows the last is behind everything before it.
-  ASSERT_TRUE(waitFor([&] { return isAt(witness, 53); }));
-  EXPECT_EQ(powerSource(), "AC Power");
-  EXPECT_EQ(percent(), 55);
-  folder.set("BAT0", "present", "0");
-  device.change({{QStringLiteral("IsPresent"), false}, {QStringLiteral("Type"), 0U}});
-  EXPECT_TRUE(waitFor([this] { return powerSource() == "no battery"; }));
 }
 
 TEST_F(FreedesktopPowerSourcesTest, PreferABatteryToAnUninterruptibleSupply) {

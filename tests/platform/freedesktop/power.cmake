@@ -6,7 +6,6 @@ tollbeam_test(power_readings_tests
     platform/freedesktop/PowerTableCacheTest.cpp
     platform/freedesktop/PowerTableTest.cpp
     platform/freedesktop/SmartBatteryTest.cpp
-    platform/freedesktop/SteadyPowerSourceTest.cpp
     platform/freedesktop/SupplyReadingTest.cpp
     platform/freedesktop/UPowerReadingTest.cpp
   LIBS tollbeam_power_readings)
@@ -18,6 +17,5 @@ tollbeam_test(power_bus_tests
     platform/freedesktop/FreedesktopPowerSourcesTest.cpp
     platform/freedesktop/LogindWorkspaceTest.cpp
     platform/freedesktop/PowerProfilesProcessInfoTest.cpp
-    platform/freedesktop/ReadinessTest.cpp
     platform/freedesktop/RemotePropertiesTest.cpp
   LIBS tollbeam_freedesktop_power tollbeam_test_support Qt6::Widgets)
