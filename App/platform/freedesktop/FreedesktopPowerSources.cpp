@@ -9,6 +9,15 @@ namespace tollbeam {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+// Plugging in makes several signals within some ten milliseconds, and the kernel's files follow
+// their events late.
+constexpr auto settlingTime = 500ms;
+
+// Long enough for a daemon that the question has to start.
+constexpr auto longestWait = 1500ms;
+
 const auto service = QStringLiteral("org.freedesktop.UPower");
 
 RemoteProperties::Address displayDevice() {
@@ -34,21 +43,15 @@ List asSeen(const PowerTableCache::Table& table) {
 }  // namespace
 
 FreedesktopPowerSources::FreedesktopPowerSources(const QDBusConnection& systemBus,
-                                                 std::string suppliesFolder,
-                                                 PowerSourcesTiming timing)
+                                                 std::string suppliesFolder)
     : bus_(systemBus),
       suppliesFolder_(std::move(suppliesFolder)),
       device_(systemBus, displayDevice(), deviceKeys(), RemoteProperties::Activation::allowed),
       manager_(systemBus, manager(), {QStringLiteral("OnBattery")},
                RemoteProperties::Activation::allowed),
-      steady_(timing.steady),
-      readiness_(timing.longestWait, timing.longestGlitch, [this] { return isWorthWaitingFor(); }) {
-  // A coarse timer may be early, and would find the change still held back.
-  holding_.setTimerType(Qt::PreciseTimer);
-  holding_.setSingleShot(true);
-  QObject::connect(&holding_, &QTimer::timeout, &holding_, [this] { onSettled(); });
+      readiness_(longestWait) {
   settling_.setSingleShot(true);
-  settling_.setInterval(timing.settling);
+  settling_.setInterval(settlingTime);
   QObject::connect(&settling_, &QTimer::timeout, &settling_, [this] { onSettled(); });
   for (auto* properties : {&device_, &manager_}) {
     QObject::connect(properties, &RemoteProperties::updated, &settling_,
@@ -81,20 +84,16 @@ std::optional<UPowerAnswer> FreedesktopPowerSources::daemonsAnswer() const {
 }
 
 PowerTableCache::Table FreedesktopPowerSources::read() const {
-  auto table =
-      cache_.update(daemonsAnswer(), [this] { return readPowerSupplies(suppliesFolder_); });
-  const auto now = std::chrono::steady_clock::now();
-  table.sources = steady_.update(std::move(table.sources), now);
-  if (const auto until = steady_.heldUntil()) {
-    holding_.start(std::chrono::ceil<std::chrono::milliseconds>(*until - now));
-  } else {
-    holding_.stop();
-  }
-  return table;
+  return cache_.update(daemonsAnswer(), [this] { return readPowerSupplies(suppliesFolder_); });
 }
 
 void FreedesktopPowerSources::onDaemonUpdated() {
-  if (!readiness_.isReady()) return lookForFirstReading();
+  if (!readiness_.isReady()) {
+    using State = RemoteProperties::State;
+    const bool gone = device_.state() == State::absent || manager_.state() == State::absent;
+    if (daemonsAnswer() || gone) readiness_.markReady();
+    return;
+  }
   const auto table = read();
   watchKernel(table.fromKernel || !daemonsAnswer());
   // Only what a reader would see is worth a wake-up half a second from now.
@@ -110,20 +109,6 @@ void FreedesktopPowerSources::onKernelEvent() {
   }
 }
 
-void FreedesktopPowerSources::lookForFirstReading() {
-  using State = RemoteProperties::State;
-  const bool gone = device_.state() == State::absent || manager_.state() == State::absent;
-  if (!daemonsAnswer() && !gone && !readiness_.isLate()) return;
-  if (!isWorthWaitingFor()) readiness_.markReady();
-}
-
-bool FreedesktopPowerSources::isWorthWaitingFor() {
-  const bool isGlitch = read().isGlitch;
-  // The kernel may have the battery's first word.
-  if (isGlitch) watchKernel(true);
-  return isGlitch;
-}
-
 void FreedesktopPowerSources::onReady() {
   const auto table = read();
   watchKernel(table.fromKernel || !daemonsAnswer());
@@ -132,7 +117,6 @@ void FreedesktopPowerSources::onReady() {
 
 void FreedesktopPowerSources::onSettled() {
   if (std::exchange(settleAgain_, false)) settling_.start();
-  if (!readiness_.isReady()) return lookForFirstReading();
   announceIfChanged(read());
 }
 
@@ -142,7 +126,7 @@ void FreedesktopPowerSources::watchKernel(bool wanted) {
   } else if (!kernelMonitor_) {
     kernelMonitor_ = PowerSupplyMonitor::start([this] { onKernelEvent(); });
     // What happened before there was a monitor.
-    if (kernelMonitor_) onKernelEvent();
+    if (kernelMonitor_ && readiness_.isReady()) onKernelEvent();
   }
 }
 

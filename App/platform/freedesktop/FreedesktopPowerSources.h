@@ -5,7 +5,6 @@
 
 #include <QDBusConnection>
 #include <QTimer>
-#include <chrono>
 #include <memory>
 #include <string>
 
@@ -14,34 +13,20 @@
 #include "platform/freedesktop/PowerTableCache.h"
 #include "platform/freedesktop/Readiness.h"
 #include "platform/freedesktop/RemoteProperties.h"
-#include "platform/freedesktop/SteadyPowerSource.h"
 
 namespace tollbeam {
-
-struct PowerSourcesTiming {
-  /// Long enough for a daemon that the question has to start.
-  std::chrono::milliseconds longestWait{1500};
-  /// Firmware that has not woken up yet gets this long to tell the charge.
-  std::chrono::milliseconds longestGlitch{10000};
-  /// Plugging in makes several signals within some ten milliseconds, and the kernel's files follow
-  /// their events late.
-  std::chrono::milliseconds settling{500};
-  SteadyPatience steady;
-};
 
 class FreedesktopPowerSources final : public PowerSources {
  public:
   explicit FreedesktopPowerSources(const QDBusConnection& systemBus,
-                                   std::string suppliesFolder = "/sys/class/power_supply",
-                                   PowerSourcesTiming timing = {});
+                                   std::string suppliesFolder = "/sys/class/power_supply");
 
   [[nodiscard]] std::optional<List> descriptions() const override;
   [[nodiscard]] std::optional<Dictionary> smartBattery() const override;
   std::optional<Subscription> observe(std::function<void()> changed) override;
 
   /// Calls `ready` once, never before this returns: when the daemon has told all, is known to be
-  /// absent, or has been silent for too long. A battery whose charge is still a glitch is waited
-  /// for somewhat longer. A look at the table before that may miss the daemon or the battery.
+  /// absent, or has been silent for too long. A look at the table before that may miss the daemon.
   Subscription whenReady(std::function<void()> ready);
 
  private:
@@ -49,8 +34,6 @@ class FreedesktopPowerSources final : public PowerSources {
   [[nodiscard]] PowerTableCache::Table read() const;
   void onDaemonUpdated();
   void onKernelEvent();
-  void lookForFirstReading();
-  [[nodiscard]] bool isWorthWaitingFor();
   void onReady();
   void onSettled();
   void watchKernel(bool wanted);
@@ -62,9 +45,6 @@ class FreedesktopPowerSources final : public PowerSources {
   RemoteProperties manager_;
   // A reading that is a glitch leaves what was read before, hence a cache under a const read.
   mutable PowerTableCache cache_;
-  mutable SteadyPowerSource steady_;
-  // Runs only while a change is held back, whoever's reading found it.
-  mutable QTimer holding_;
   std::unique_ptr<PowerSupplyMonitor> kernelMonitor_;
   QTimer settling_;
   bool settleAgain_ = false;

@@ -4,23 +4,10 @@
 
 namespace tollbeam {
 
-Readiness::Readiness(std::chrono::milliseconds limit)
-    : Readiness(limit, limit, [] { return false; }) {}
-
-Readiness::Readiness(std::chrono::milliseconds limit, std::chrono::milliseconds longerLimit,
-                     std::function<bool()> worthIt)
-    : extension_(longerLimit - limit), worthIt_(std::move(worthIt)) {
+Readiness::Readiness(std::chrono::milliseconds limit) {
   timer_.setSingleShot(true);
-  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { onLimit(); });
+  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { markReady(); });
   timer_.start(limit);
-}
-
-void Readiness::onLimit() {
-  if (!ready_ && !std::exchange(late_, true) && worthIt_()) {
-    timer_.start(extension_);
-  } else {
-    markReady();
-  }
 }
 
 void Readiness::markReady() {

@@ -6,7 +6,6 @@ tollbeam_room(tollbeam_power_readings
   PowerTable.cpp
   PowerTableCache.cpp
   SmartBattery.cpp
-  SteadyPowerSource.cpp
   SupplyReading.cpp
   UPowerReading.cpp)
 target_link_libraries(tollbeam_power_readings PUBLIC tollbeam_ports)
