@@ -36,17 +36,12 @@ JsonUserDefaults::JsonUserDefaults(FileManager& files, std::optional<std::string
   damageStands_.setSingleShot(true);
   damageStands_.setInterval(kDamageStands);
   damageStands_.callOnTimeout([this] { takeOver(readOrSetAside()); });
-  // While the folder is missing the one above is watched, and every other program's files in it
-  // would wake us.
-  files_.createDirectory(withoutFinalSlash(folderOf(*path_)));
   // Watched before it is read: a change in between is read twice rather than missed.
-  watch_ = std::make_unique<FileWatch>(*path_, [this] { synchronize(); });
+  watch_ = std::make_unique<FileWatch>(*path_, [this] { fileChanged(); });
   values_ = readOrSetAside().values;
 }
 
-JsonUserDefaults::~JsonUserDefaults() {
-  if (path_ && !unsaved_.empty()) takeOver(readOrSetAside());
-}
+JsonUserDefaults::~JsonUserDefaults() = default;
 
 std::optional<std::string> JsonUserDefaults::defaultPath() {
   if (auto folder = configHome()) return *folder + "/Tollbeam/preferences.json";
@@ -65,8 +60,11 @@ void JsonUserDefaults::set(std::string_view key, Value value) {
   auto asStored = dictionaryFromJson(toJson({{std::string(key), std::move(value)}}));
   if (!asStored || asStored->empty()) return;
   unsaved_ = overlaid(std::move(unsaved_), *asStored);
-  if (path_) synchronize();
-  adopt(values_);
+  if (path_) {
+    store();
+  } else {
+    adopt(values_);
+  }
 }
 
 JsonUserDefaults::Stored JsonUserDefaults::read() const {
@@ -85,7 +83,24 @@ JsonUserDefaults::Stored JsonUserDefaults::readOrSetAside() {
   return file;
 }
 
-void JsonUserDefaults::synchronize() {
+void JsonUserDefaults::store() {
+  Stored file = readOrSetAside();
+  if (file.state == State::unreadable) {
+    adopt(values_);
+    return;
+  }
+  Dictionary values = overlaid(file.values, unsaved_);
+  if (values != file.values) {
+    files_.createDirectory(withoutFinalSlash(folderOf(*path_)));
+    if (!files_.write(*path_, toJson(values))) unsaved_.clear();
+    watch_->rearm();
+  } else {
+    unsaved_.clear();
+  }
+  adopt(std::move(values));
+}
+
+void JsonUserDefaults::fileChanged() {
   const Stored file = read();
   if (file.state == State::damaged) {
     if (!damageStands_.isActive()) damageStands_.start();
@@ -96,16 +111,7 @@ void JsonUserDefaults::synchronize() {
 }
 
 void JsonUserDefaults::takeOver(const Stored& file) {
-  if (file.state == State::unreadable) return;
-  Dictionary values = overlaid(file.values, unsaved_);
-  if (values == file.values) {
-    unsaved_.clear();
-  } else {
-    files_.createDirectory(withoutFinalSlash(folderOf(*path_)));
-    if (!files_.write(*path_, toJson(values))) unsaved_.clear();
-    watch_->rearm();
-  }
-  adopt(std::move(values));
+  adopt(file.state == State::unreadable ? values_ : file.values);
 }
 
 void JsonUserDefaults::adopt(Dictionary values) {

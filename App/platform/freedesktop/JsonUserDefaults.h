@@ -3,9 +3,8 @@
 // that nobody's other keys are lost.
 //
 // A damaged file is never overwritten: it is renamed to "….damaged" and the defaults are in force.
-// One that is damaged while we run gets a second first, because an editor may be writing it. A file
-// that cannot be read is left alone. Values that cannot be stored yet count all the same and are
-// stored when the file changes, with the next value, or when the object ends. Main thread only.
+// A file that cannot be read is left alone, and values that cannot be stored count for this run and
+// are stored with the next one that can. Main thread only.
 #pragma once
 
 #include <QObject>
@@ -21,7 +20,7 @@ namespace tollbeam {
 
 class JsonUserDefaults final : public UserDefaults {
  public:
-  /// Makes the folder and reads the file. Without a path the values live as long as the object.
+  /// Reads the file. Without a path the values live as long as the object.
   JsonUserDefaults(FileManager& files, std::optional<std::string> path);
   ~JsonUserDefaults() override;
 
@@ -45,9 +44,8 @@ class JsonUserDefaults final : public UserDefaults {
   /// As `read`, but a damaged file has been set aside and counts as missing; where that fails it
   /// counts as unreadable.
   Stored readOrSetAside();
-  /// Takes over what the file holds now, unless it is damaged: then its time begins to run.
-  void synchronize();
-  /// Adds to the file what was set here.
+  void store();
+  void fileChanged();
   void takeOver(const Stored& file);
   void adopt(Dictionary values);
 
