@@ -1,0 +1,55 @@
+#include "ui/controls/Button.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <cmath>
+
+#include "ui/controls/Fill.h"
+#include "ui/controls/FocusRing.h"
+
+namespace tollbeam {
+
+namespace {
+
+constexpr int kHeight = 28;
+constexpr double kRadius = 7;
+constexpr int kPadding = 14;
+
+}  // namespace
+
+Button::Button(const Style& style, const QString& text, QWidget* parent)
+    : QPushButton(text, parent), style_(style) {
+  setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+  FocusRing::surround(*this, style, kRadius);
+  connect(&style_, &Style::changed, this, &Button::restyle);
+  restyle();
+}
+
+void Button::restyle() {
+  setFont(style_.font(Role::body));
+  updateGeometry();
+  update();
+}
+
+void Button::setInk(Ink ink) {
+  ink_ = ink;
+  update();
+}
+
+QSize Button::sizeHint() const {
+  const double text = QFontMetricsF(font()).horizontalAdvance(this->text());
+  return {static_cast<int>(std::ceil(text)) + 2 * style_.px(kPadding), style_.px(kHeight)};
+}
+
+void Button::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  if (!isEnabled()) painter.setOpacity(kDisabledOpacity);
+  paintFill(painter, rect(), style_.px(kRadius), style_.colours(),
+            {isEnabled(), underMouse(), isDown()});
+  painter.setPen(style_.colours().ink(ink_));
+  painter.setFont(font());
+  painter.drawText(rect(), Qt::AlignCenter, text());
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,23 @@
+#include "ui/controls/Fill.h"
+
+namespace tollbeam {
+
+void paintFill(QPainter& painter, const QRectF& rect, double radius, const Colours& colours,
+               ControlState state) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  const bool live = state.enabled;
+  painter.setBrush(live && state.pressed   ? colours.fillPressed
+                   : live && state.hovered ? colours.fillHover
+                                           : colours.fill);
+  painter.drawRoundedRect(rect, radius, radius);
+  if (colours.outline.alpha() > 0) {
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(colours.outline, 1));
+    painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+  }
+  painter.restore();
+}
+
+}  // namespace tollbeam

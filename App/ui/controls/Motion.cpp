@@ -1,0 +1,39 @@
+#include "ui/controls/Motion.h"
+
+#include <QEvent>
+
+namespace tollbeam {
+
+Motion::Motion(QWidget& widget, const Style& style, int milliseconds, double value)
+    : widget_(widget), style_(style), milliseconds_(milliseconds), value_(value), target_(value) {
+  animation_.setEasingCurve(QEasingCurve::OutCubic);
+  connect(&animation_, &QVariantAnimation::valueChanged, this, [this](const QVariant& now) {
+    value_ = now.toDouble();
+    widget_.update();
+  });
+  widget_.installEventFilter(this);
+}
+
+void Motion::glideTo(double target) {
+  if (!widget_.isVisible() || !style_.animates()) return jumpTo(target);
+  if (target == target_) return;
+  target_ = target;
+  animation_.stop();
+  animation_.setDuration(milliseconds_);
+  animation_.setStartValue(value_);
+  animation_.setEndValue(target);
+  animation_.start();
+}
+
+void Motion::jumpTo(double target) {
+  animation_.stop();
+  value_ = target_ = target;
+  widget_.update();
+}
+
+bool Motion::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &widget_ && event->type() == QEvent::Hide) jumpTo(target_);
+  return QObject::eventFilter(watched, event);
+}
+
+}  // namespace tollbeam

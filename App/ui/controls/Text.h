@@ -1,0 +1,45 @@
+// A piece of text in one role and one ink. It breaks as it is told, is never cut off, and keeps its
+// own direction, so that "93% · Good" stays in order inside a mirrored window.
+#pragma once
+
+#include <QLabel>
+
+#include "ui/controls/LineBreaks.h"
+#include "ui/look/Style.h"
+
+namespace tollbeam {
+
+class Text final : public QLabel {
+  Q_OBJECT
+
+ public:
+  /// `style` must outlive the text.
+  Text(const Style& style, Role role, Ink ink, QWidget* parent = nullptr);
+
+  void setInk(Ink ink);
+  /// With breaks the text takes the width it is given and the height that it needs there.
+  void setBreaks(Breaks breaks);
+  /// Digits all as wide as the widest, so that nothing moves while they count.
+  void setTabularDigits();
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+  [[nodiscard]] bool hasHeightForWidth() const override;
+  [[nodiscard]] int heightForWidth(int width) const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void restyle();
+  [[nodiscard]] double widthOf(const QString& line) const;
+  [[nodiscard]] QStringList linesAt(int width) const;
+
+  const Style& style_;
+  Role role_;
+  Ink ink_;
+  Breaks breaks_ = Breaks::never;
+  bool tabular_ = false;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,70 @@
+#include "ui/controls/LineBreaks.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace tollbeam {
+namespace {
+
+double oneEach(const QString& line) { return static_cast<double>(line.size()); }
+
+using Lines = std::vector<std::string>;
+
+Lines lines(const char* text, double width, Breaks breaks) {
+  Lines result;
+  for (const QString& line : brokenLines(QString::fromUtf8(text), width, breaks, oneEach)) {
+    result.push_back(line.toStdString());
+  }
+  return result;
+}
+
+TEST(LineBreaks, LeaveATextThatFits) {
+  EXPECT_EQ(lines("one, two", 8, Breaks::afterComma), Lines{"one, two"});
+}
+
+TEST(LineBreaks, NeverCutATextThatMustNotBreak) {
+  EXPECT_EQ(lines("one two", 3, Breaks::never), Lines{"one two"});
+}
+
+TEST(LineBreaks, ComeAfterTheComma) {
+  EXPECT_EQ(lines("Charging, estimating time", 20, Breaks::afterComma),
+            (Lines{"Charging,", "estimating time"}));
+}
+
+TEST(LineBreaks, ComeAfterTheFirstSentence) {
+  EXPECT_EQ(lines("Only reminds you. No more.", 20, Breaks::afterSentence),
+            (Lines{"Only reminds you.", "No more."}));
+}
+
+TEST(LineBreaks, BalanceTwoLines) {
+  EXPECT_EQ(lines("aa bb cc dd ee", 12, Breaks::balanced), (Lines{"aa bb", "cc dd ee"}));
+}
+
+TEST(LineBreaks, FillLinesWithWords) {
+  EXPECT_EQ(lines("aa bb cc dd", 5, Breaks::words), (Lines{"aa bb", "cc dd"}));
+}
+
+TEST(LineBreaks, BreakAPartThatIsStillTooWideAtItsWords) {
+  EXPECT_EQ(lines("On, one two three", 9, Breaks::afterComma), (Lines{"On,", "one two", "three"}));
+}
+
+TEST(LineBreaks, KeepAWordWhole) {
+  EXPECT_EQ(lines("incomprehensible", 4, Breaks::words), Lines{"incomprehensible"});
+}
+
+TEST(LineBreaks, MakeNothingOfNothing) { EXPECT_EQ(lines("", 4, Breaks::words), Lines()); }
+
+TEST(LineBreaks, LoseNoWord) {
+  const auto text = QStringLiteral("Alerts snoozed until 10:15 in the morning, or later. Really.");
+  for (const auto breaks :
+       {Breaks::words, Breaks::afterComma, Breaks::afterSentence, Breaks::balanced}) {
+    for (int width = 1; width < 70; ++width) {
+      EXPECT_EQ(brokenLines(text, width, breaks, oneEach).join(u' '), text);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tollbeam
