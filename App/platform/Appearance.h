@@ -1,5 +1,5 @@
-// What the desktop asks of every program's look, beyond the palette and the font that the toolkit
-// already follows.
+// What the desktop asks of a program's look beyond its palette and font, which the toolkit carries:
+// more contrast, and nothing that moves. Both may change while the program runs. Main thread only.
 #pragma once
 
 #include <functional>
@@ -15,13 +15,14 @@ class Appearance {
   Appearance& operator=(const Appearance&) = delete;
   virtual ~Appearance() = default;
 
-  /// Whether the user asked for more contrast; false where the desktop does not tell.
+  /// The desktop asks for more contrast; false where it does not say.
   [[nodiscard]] virtual bool highContrast() const = 0;
 
-  /// Whether things may move; true where the desktop does not tell.
+  /// False: nothing may move. True where the desktop does not say.
   [[nodiscard]] virtual bool animations() const = 0;
 
-  /// Calls back on the main thread when either answer may have changed.
+  /// Calls `changed` on the main thread when any of the above, or the toolkit's palette or font, was
+  /// changed; they are already new then.
   virtual Subscription onChange(std::function<void()> changed) = 0;
 };
 
