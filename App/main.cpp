@@ -7,7 +7,9 @@
 #include <memory>
 #include <optional>
 
+#include "platform/Appearance.h"
 #include "platform/Platform.h"
+#include "platform/freedesktop/AutostartEntry.h"
 #include "platform/freedesktop/BundleFolder.h"
 #include "platform/freedesktop/DesktopNotificationCenter.h"
 #include "platform/freedesktop/FreedesktopPowerSources.h"
@@ -36,6 +38,14 @@ void preferPlaceableWindows() {
   }
 }
 
+// Until the desktop is asked.
+class NoWishes final : public Appearance {
+ public:
+  [[nodiscard]] bool highContrast() const override { return false; }
+  [[nodiscard]] bool animations() const override { return true; }
+  Subscription onChange(std::function<void()> /*changed*/) override { return {}; }
+};
+
 class Program {
  public:
   explicit Program(const QDBusConnection& sessionBus)
@@ -45,6 +55,7 @@ class Program {
         processInfo_(QDBusConnection::systemBus()),
         workspace_(QDBusConnection::systemBus()),
         notificationCenter_(sessionBus, mainQueue_, {.look = {.icon = icon()}}),
+        loginItem_(files_, BundleFolder::runningExecutable()),
         statusBar_(sessionBus, {}, QString::fromStdString(bundle_.resources() + "/icons")) {
     QApplication::setWindowIcon(QIcon(QString::fromStdString(icon())));
   }
@@ -76,7 +87,9 @@ class Program {
                                .processInfo = processInfo_,
                                .workspace = workspace_,
                                .notificationCenter = notificationCenter_,
-                               .dialogs = dialogs_},
+                               .dialogs = dialogs_,
+                               .loginItem = loginItem_,
+                               .appearance = appearance_},
                       statusBar_, outsideClicks_);
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &*delegate_,
                      &AppDelegate::applicationWillTerminate);
@@ -105,6 +118,8 @@ class Program {
   LogindWorkspace workspace_;
   DesktopNotificationCenter notificationCenter_;
   QtDialogs dialogs_;
+  AutostartEntry loginItem_;
+  NoWishes appearance_;
   X11OutsideClicks outsideClicks_;
   FreedesktopStatusBar statusBar_;
   Subscription powerSourcesReady_;

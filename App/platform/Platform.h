@@ -4,10 +4,12 @@
 
 namespace tollbeam {
 
+class Appearance;
 class Calendar;
 class Clock;
 class Dialogs;
 class FileManager;
+class LoginItem;
 class MainBundle;
 class MainQueue;
 class NotificationCenter;
@@ -28,6 +30,8 @@ struct Platform {
   Workspace& workspace;
   NotificationCenter& notificationCenter;
   Dialogs& dialogs;
+  LoginItem& loginItem;
+  Appearance& appearance;
 };
 
 }  // namespace tollbeam

@@ -17,14 +17,14 @@ namespace {
 
 constexpr QSize kSettingsSize(480, 720);
 
-std::unique_ptr<QWidget> makeSettingsWindow(UserDefaults& store) {
+std::unique_ptr<QWidget> makeSettingsWindow(SettingsView* view) {
   auto window = std::make_unique<QWidget>(
       nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
   window->setWindowTitle(QStringLiteral("Tollbeam Settings"));
   auto* column = new QVBoxLayout(window.get());
   column->setContentsMargins(0, 0, 0, 0);
-  column->addWidget(new SettingsView(store));
+  column->addWidget(view);
   const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
   window->setFixedSize(kSettingsSize.boundedTo(area.size()));
   window->move(area.center() - QRect({}, window->size()).center());
@@ -38,11 +38,12 @@ AppDelegate::AppDelegate(const Platform& platform, StatusBar& statusBar,
     : platform_(platform),
       statusBar_(statusBar),
       model_(platform),
-      popover_(
-          std::make_unique<Popover>(outsideClicks, platform.clock,
-                                    new PopoverView(model_, [self = QPointer<AppDelegate>(this)] {
-                                      if (self) self->openSettings();
-                                    }))) {}
+      style_(platform.appearance),
+      popover_(std::make_unique<Popover>(
+          outsideClicks, platform.clock,
+          new PopoverView(model_, platform, style_, [self = QPointer<AppDelegate>(this)] {
+            if (self) self->openSettings();
+          }))) {}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -89,7 +90,8 @@ void AppDelegate::showPopover(ClickPosition position) {
 
 void AppDelegate::openSettings() {
   popover_->close();
-  if (!settingsWindow_) settingsWindow_ = makeSettingsWindow(platform_.userDefaults);
+  if (!settingsWindow_)
+    settingsWindow_ = makeSettingsWindow(new SettingsView(model_, platform_, style_));
   settingsWindow_->show();
   settingsWindow_->raise();
   settingsWindow_->activateWindow();

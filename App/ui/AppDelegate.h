@@ -12,6 +12,7 @@
 #include "platform/StatusBar.h"
 #include "platform/Subscription.h"
 #include "ui/Popover.h"
+#include "ui/look/Style.h"
 
 namespace tollbeam {
 
@@ -51,6 +52,7 @@ class AppDelegate final : public QObject {
   Platform platform_;
   StatusBar& statusBar_;
   AppModel model_;
+  Style style_;
   std::unique_ptr<StatusItem> statusItem_;
   std::unique_ptr<Popover> popover_;
   std::unique_ptr<QWidget> settingsWindow_;

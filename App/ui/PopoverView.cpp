@@ -31,7 +31,8 @@ QString details(const BatteryState& state) {
 
 }  // namespace
 
-PopoverView::PopoverView(AppModel& model, std::function<void()> openSettings)
+PopoverView::PopoverView(AppModel& model, const Platform& /*platform*/, const Style& /*style*/,
+                         std::function<void()> openSettings)
     : model_(model),
       state_(new QLabel(this)),
       details_(new QLabel(this)),

@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "AppModel.h"
+#include "ui/look/Style.h"
 
 namespace tollbeam {
 
@@ -15,7 +16,8 @@ class PopoverView final : public QWidget {
   Q_OBJECT
 
  public:
-  PopoverView(AppModel& model, std::function<void()> openSettings);
+  PopoverView(AppModel& model, const Platform& platform, const Style& style,
+              std::function<void()> openSettings);
 
  private:
   void update();

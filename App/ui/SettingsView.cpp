@@ -13,7 +13,8 @@
 
 namespace tollbeam {
 
-SettingsView::SettingsView(UserDefaults& store) : store_(store) {
+SettingsView::SettingsView(AppModel& /*model*/, const Platform& platform, const Style& /*style*/)
+    : store_(platform.userDefaults) {
   store_.registerDefaults(Prefs::defaults());
   auto* page = new QWidget;
   auto* form = new QFormLayout(page);

@@ -6,8 +6,11 @@
 #include <functional>
 #include <vector>
 
+#include "AppModel.h"
+#include "platform/Platform.h"
 #include "platform/Subscription.h"
 #include "platform/UserDefaults.h"
+#include "ui/look/Style.h"
 
 namespace tollbeam {
 
@@ -15,7 +18,7 @@ class SettingsView final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit SettingsView(UserDefaults& store);
+  SettingsView(AppModel& model, const Platform& platform, const Style& style);
 
  private:
   void read();

@@ -63,7 +63,9 @@ Platform RecordedPlatform::ports() {
           .processInfo = processInfo,
           .workspace = workspace,
           .notificationCenter = notificationCenter,
-          .dialogs = dialogs};
+          .dialogs = dialogs,
+          .loginItem = loginItem,
+          .appearance = appearance};
 }
 
 }  // namespace tollbeam

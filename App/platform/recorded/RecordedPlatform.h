@@ -12,6 +12,7 @@
 #include "platform/Calendar.h"
 #include "platform/Dialogs.h"
 #include "platform/FileManager.h"
+#include "platform/LoginItem.h"
 #include "platform/MainBundle.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Platform.h"
@@ -183,6 +184,23 @@ class RecordedDialogs final : public Dialogs {
   std::vector<std::pair<std::string, std::string>> errors;
 };
 
+class RecordedLoginItem final : public LoginItem {
+ public:
+  std::optional<std::string> registerItem() override { return become(Status::enabled); }
+  std::optional<std::string> unregisterItem() override { return become(Status::notRegistered); }
+  [[nodiscard]] Status status() const override { return current; }
+
+  Status current = Status::notRegistered;
+  /// Every change fails with this while it is present.
+  std::optional<std::string> failure;
+
+ private:
+  std::optional<std::string> become(Status wanted) {
+    if (!failure) current = wanted;
+    return failure;
+  }
+};
+
 /// All of them, with the clock at `now`.
 struct RecordedPlatform {
   explicit RecordedPlatform(Date now) : clock(now) {}
@@ -198,6 +216,8 @@ struct RecordedPlatform {
   RecordedWorkspace workspace;
   RecordedNotificationCenter notificationCenter;
   RecordedDialogs dialogs;
+  RecordedLoginItem loginItem;
+  RecordedAppearance appearance;
 
   [[nodiscard]] Platform ports();
 };
