@@ -35,7 +35,7 @@ build() {
   install_packages $packages_build
   cd "$top"
   cmake --preset release ${CMAKE_ARGS:-} >/dev/null
-  cmake --build --preset release --target tollbeam
+  cmake --build --preset release --target tollbeam tollbeam_translations
   new=$(mktemp -d "$top/build/bundle.XXXXXX")
   trap 'rm -rf "$new"' EXIT
   cmake --install build/release --component bundle --strip --prefix "$new/Tollbeam.app" >/dev/null

@@ -25,6 +25,7 @@
 #include "platform/freedesktop/TerminationSignals.h"
 #include "platform/freedesktop/X11OutsideClicks.h"
 #include "platform/freedesktop/statusbar/FreedesktopStatusBar.h"
+#include "texts/Translations.h"
 #include "ui/AppDelegate.h"
 
 namespace tollbeam {
@@ -50,6 +51,7 @@ class Program {
  public:
   explicit Program(const QDBusConnection& sessionBus)
       : bundle_(files_, BundleFolder::runningExecutable()),
+        translations_(QString::fromStdString(bundle_.resources() + "/translations")),
         userDefaults_(files_, JsonUserDefaults::defaultPath()),
         powerSources_(QDBusConnection::systemBus()),
         processInfo_(QDBusConnection::systemBus()),
@@ -112,6 +114,7 @@ class Program {
   LocalCalendar calendar_;
   PosixFileManager files_;
   BundleFolder bundle_;
+  Translations translations_;
   JsonUserDefaults userDefaults_;
   FreedesktopPowerSources powerSources_;
   PowerProfilesProcessInfo processInfo_;

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "texts/Translated.h"
+
 namespace tollbeam {
 
 namespace {
@@ -19,16 +21,19 @@ std::string title(const BatteryState& state, const Prefs& prefs) {
 }
 
 std::string toolTip(const BatteryState& state) {
-  std::string text = state.hasBattery ? std::to_string(state.percent) + "% · " + state.stateText()
-                                      : std::string("No battery found");
+  std::string text =
+      state.hasBattery ? std::to_string(state.percent) + "% · " + translatedUtf8(state.stateText())
+                       : translatedUtf8("No battery found");
   const auto health = state.healthPercent();
   const auto label = state.healthLabel();
   if (health && label) {
     char percent[64];
     std::snprintf(percent, sizeof percent, "%.0f", *health);
-    text += std::string("\nHealth: ") + percent + "% (" + *label + ")";
+    text += "\n" + translatedUtf8(std::string("Health: ") + percent + "% (" + *label + ")");
   }
-  if (state.cycleCount) text += "\nCycles: " + std::to_string(*state.cycleCount);
+  if (state.cycleCount) {
+    text += "\n" + translatedUtf8("Cycles: " + std::to_string(*state.cycleCount));
+  }
   return text;
 }
 
@@ -36,7 +41,7 @@ std::string toolTip(const BatteryState& state) {
 
 StatusItemContent statusItemContent(const BatteryState& state, const Prefs& prefs) {
   return {.symbolNames = state.symbolNames(),
-          .accessibilityDescription = "Battery",
+          .accessibilityDescription = translatedUtf8("Battery"),
           .title = title(state, prefs),
           .toolTip = toolTip(state)};
 }

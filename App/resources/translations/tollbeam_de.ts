@@ -1,0 +1,193 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE">
+<context>
+    <name>tollbeam::PopoverView</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Tollbeam can only remind you. A Mac app cannot stop the charger.</source>
+        <translation>Tollbeam kann nur erinnern. Eine Mac-App kann das Laden nicht anhalten.</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Alerts snoozed until %1</source>
+        <translation>Erinnerungen pausiert bis %1</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::StatusMenu</name>
+    <message>
+        <source>Open Tollbeam</source>
+        <translation>Tollbeam öffnen</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::texts</name>
+    <message>
+        <source>No battery found</source>
+        <translation>Kein Akku gefunden</translation>
+    </message>
+    <message>
+        <source>Fully charged</source>
+        <translation>Vollständig geladen</translation>
+    </message>
+    <message>
+        <source>Charging, estimating time to full…</source>
+        <translation>Lädt, Restzeit wird geschätzt …</translation>
+    </message>
+    <message>
+        <source>Charging, %1 min to full</source>
+        <translation>Lädt, voll in %1 Min.</translation>
+    </message>
+    <message>
+        <source>Charging, %1 h to full</source>
+        <translation>Lädt, voll in %1 Std.</translation>
+    </message>
+    <message>
+        <source>Charging, %1 h %2 min to full</source>
+        <translation>Lädt, voll in %1 Std. %2 Min.</translation>
+    </message>
+    <message>
+        <source>Plugged in, not charging</source>
+        <translation>Am Netz, lädt nicht</translation>
+    </message>
+    <message>
+        <source>On battery, estimating time left…</source>
+        <translation>Akkubetrieb, Restzeit wird geschätzt …</translation>
+    </message>
+    <message>
+        <source>On battery, %1 min left</source>
+        <translation>Akkubetrieb, noch %1 Min.</translation>
+    </message>
+    <message>
+        <source>On battery, %1 h left</source>
+        <translation>Akkubetrieb, noch %1 Std.</translation>
+    </message>
+    <message>
+        <source>On battery, %1 h %2 min left</source>
+        <translation>Akkubetrieb, noch %1 Std. %2 Min.</translation>
+    </message>
+    <message>
+        <source>Good</source>
+        <translation>Gut</translation>
+    </message>
+    <message>
+        <source>Fair</source>
+        <translation>Mittel</translation>
+    </message>
+    <message>
+        <source>Worn</source>
+        <translation>Verschlissen</translation>
+    </message>
+    <message>
+        <source>Health: %1% (Good)</source>
+        <translation>Zustand: %1 % (gut)</translation>
+    </message>
+    <message>
+        <source>Health: %1% (Fair)</source>
+        <translation>Zustand: %1 % (mittel)</translation>
+    </message>
+    <message>
+        <source>Health: %1% (Worn)</source>
+        <translation>Zustand: %1 % (verschlissen)</translation>
+    </message>
+    <message>
+        <source>Cycles: %1</source>
+        <translation>Ladezyklen: %1</translation>
+    </message>
+    <message>
+        <source>Battery</source>
+        <translation>Akku</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 Min.</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 Std.</translation>
+    </message>
+    <message>
+        <source>%1 h %2 min</source>
+        <translation>%1 Std. %2 Min.</translation>
+    </message>
+    <message>
+        <source>Charge limit reached</source>
+        <translation>Ladegrenze erreicht</translation>
+    </message>
+    <message>
+        <source>Battery is at %1%. Unplug to keep it healthy.</source>
+        <translation>Der Akku ist bei %1 %. Trennen Sie das Ladegerät, um ihn zu schonen.</translation>
+    </message>
+    <message>
+        <source>Low battery</source>
+        <translation>Akku schwach</translation>
+    </message>
+    <message>
+        <source>Battery is at %1%. Plug in soon.</source>
+        <translation>Der Akku ist bei %1 %. Schließen Sie bald das Ladegerät an.</translation>
+    </message>
+    <message>
+        <source>Try Low Power Mode</source>
+        <translation>Stromsparmodus verwenden?</translation>
+    </message>
+    <message>
+        <source>Battery is at %1%. Turn on Low Power Mode (System Settings, Battery) to stretch it.</source>
+        <translation>Der Akku ist bei %1 %. Mit dem Stromsparmodus (Systemeinstellungen, Batterie) hält er länger.</translation>
+    </message>
+    <message>
+        <source>Plugged in for a long time</source>
+        <translation>Lange am Netz</translation>
+    </message>
+    <message>
+        <source>Plugged in for over %1 h at %2%. Unplug it to let the battery rest.</source>
+        <translation>Seit über %1 Std. bei %2 % am Netz. Trennen Sie das Ladegerät, damit der Akku ruhen kann.</translation>
+    </message>
+    <message>
+        <source>Battery health is low</source>
+        <translation>Akkuzustand ist niedrig</translation>
+    </message>
+    <message>
+        <source>Battery health has fallen to %1% of its original capacity.</source>
+        <translation>Der Akku hat nur noch %1 % seiner ursprünglichen Kapazität.</translation>
+    </message>
+    <message>
+        <source>Snooze %1 hour</source>
+        <translation>%1 Stunde pausieren</translation>
+    </message>
+    <message>
+        <source>Allow notifications?</source>
+        <translation>Mitteilungen erlauben?</translation>
+    </message>
+    <message>
+        <source>Tollbeam uses notifications to remind you to unplug at your chosen charge level, when the battery is low, and when you have been plugged in too long. macOS will ask for permission next.</source>
+        <translation>Tollbeam erinnert Sie mit Mitteilungen daran, das Ladegerät beim gewählten Ladestand zu trennen, wenn der Akku schwach ist und wenn das Gerät zu lange am Netz war. macOS fragt Sie als Nächstes um Erlaubnis.</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Not Now</source>
+        <translation>Nicht jetzt</translation>
+    </message>
+</context>
+</TS>

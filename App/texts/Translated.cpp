@@ -1,0 +1,118 @@
+#include "texts/Translated.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <algorithm>
+#include <iterator>
+
+namespace tollbeam {
+
+namespace {
+
+constexpr const char* kContext = "tollbeam::texts";
+
+// Every text that a rule can say, with %1, %2 … for its numbers, in their order.
+constexpr const char* kTexts[] = {
+    // The battery's state, in the popover and in the status item's tooltip.
+    QT_TRANSLATE_NOOP("tollbeam::texts", "No battery found"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Fully charged"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Charging, estimating time to full…"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Charging, %1 min to full"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Charging, %1 h to full"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Charging, %1 h %2 min to full"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Plugged in, not charging"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "On battery, estimating time left…"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "On battery, %1 min left"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "On battery, %1 h left"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "On battery, %1 h %2 min left"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Good"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Fair"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Worn"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Health: %1% (Good)"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Health: %1% (Fair)"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Health: %1% (Worn)"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Cycles: %1"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Battery"),
+    // Durations.
+    QT_TRANSLATE_NOOP("tollbeam::texts", "%1 min"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "%1 h"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "%1 h %2 min"),
+    // Notifications.
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Charge limit reached"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Battery is at %1%. Unplug to keep it healthy."),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Low battery"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Battery is at %1%. Plug in soon."),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Try Low Power Mode"),
+    QT_TRANSLATE_NOOP("tollbeam::texts",
+                      "Battery is at %1%. Turn on Low Power Mode (System Settings, Battery) to "
+                      "stretch it."),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Plugged in for a long time"),
+    QT_TRANSLATE_NOOP("tollbeam::texts",
+                      "Plugged in for over %1 h at %2%. Unplug it to let the battery rest."),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Battery health is low"),
+    QT_TRANSLATE_NOOP("tollbeam::texts",
+                      "Battery health has fallen to %1% of its original capacity."),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Snooze %1 hour"),
+    // The question before the system's own.
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Allow notifications?"),
+    QT_TRANSLATE_NOOP("tollbeam::texts",
+                      "Tollbeam uses notifications to remind you to unplug at your chosen charge "
+                      "level, when the battery is low, and when you have been plugged in too long. "
+                      "macOS will ask for permission next."),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Continue"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Not Now"),
+};
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+struct Sentence {
+  std::string pattern;
+  QStringList numbers;
+};
+
+Sentence withoutNumbers(std::string_view text) {
+  Sentence result;
+  for (auto at = text.begin(); at != text.end();) {
+    if (!isDigit(*at)) {
+      result.pattern += *at++;
+      continue;
+    }
+    const auto end = std::find_if_not(at, text.end(), isDigit);
+    result.numbers << QString::fromUtf8(&*at, end - at);
+    result.pattern += '%' + std::to_string(result.numbers.size());
+    at = end;
+  }
+  return result;
+}
+
+QString withNumbers(const QString& pattern, const QStringList& numbers) {
+  QString result;
+  for (qsizetype at = 0; at < pattern.size(); ++at) {
+    const int place =
+        pattern[at] == u'%' && at + 1 < pattern.size() ? pattern[at + 1].digitValue() : -1;
+    if (place >= 1 && place <= numbers.size()) {
+      result += numbers[place - 1];
+      ++at;
+    } else {
+      result += pattern[at];
+    }
+  }
+  return result;
+}
+
+}  // namespace
+
+QString translated(std::string_view text) {
+  const Sentence sentence = withoutNumbers(text);
+  return withNumbers(QCoreApplication::translate(kContext, sentence.pattern.c_str()),
+                     sentence.numbers);
+}
+
+std::string translatedUtf8(std::string_view text) { return translated(text).toStdString(); }
+
+bool isTranslatable(std::string_view text) {
+  return std::find(std::begin(kTexts), std::end(kTexts), withoutNumbers(text).pattern) !=
+         std::end(kTexts);
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,21 @@
+// The rules' texts in the user's language. The rules say them in English and to the letter; whoever
+// shows one asks here. Numbers are taken out before the text is looked up and put back after, so a
+// translator meets each sentence once, whatever its numbers are.
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace tollbeam {
+
+/// `text` in the language of the installed translators; as it stands when none has it.
+[[nodiscard]] QString translated(std::string_view text);
+
+/// The same in UTF-8, for the ports.
+[[nodiscard]] std::string translatedUtf8(std::string_view text);
+
+/// Whether translators are shown this text.
+[[nodiscard]] bool isTranslatable(std::string_view text);
+
+}  // namespace tollbeam
