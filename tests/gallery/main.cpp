@@ -51,7 +51,8 @@ int main(int argc, char** argv) {
   QApplication::setPalette(
       palette(options.isSet(QStringLiteral("dark")), options.isSet(QStringLiteral("contrast"))));
   if (options.isSet(QStringLiteral("mirrored"))) app.setLayoutDirection(Qt::RightToLeft);
-  QFont font = QApplication::font();
+  // What the pictures show must not hang on the machine's own font.
+  QFont font(QStringLiteral("Inter"));
   font.setPixelSize(
       options.isSet(QStringLiteral("font")) ? options.value(QStringLiteral("font")).toInt() : 14);
   QApplication::setFont(font);
