@@ -1,7 +1,6 @@
 // The application bundle on this system: a folder with bin/tollbeam, resources/ and Info.json,
-// whose
-// {"identifier": …} names the application. A program outside such a folder is bundled with the
-// folder that holds it, which then is no application.
+// whose {"identifier": …} names the application. A program outside such a folder is bundled with
+// the folder that holds it, which then is no application.
 #pragma once
 
 #include <optional>

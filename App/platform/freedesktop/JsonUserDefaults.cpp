@@ -36,12 +36,17 @@ JsonUserDefaults::JsonUserDefaults(FileManager& files, std::optional<std::string
   damageStands_.setSingleShot(true);
   damageStands_.setInterval(kDamageStands);
   damageStands_.callOnTimeout([this] { takeOver(readOrSetAside()); });
+  // While the folder is missing the one above is watched, and every other program's files in it
+  // would wake us.
+  files_.createDirectory(withoutFinalSlash(folderOf(*path_)));
   // Watched before it is read: a change in between is read twice rather than missed.
-  watch_ = std::make_unique<FileWatch>(*path_, [this] { fileChanged(); });
+  watch_ = std::make_unique<FileWatch>(*path_, [this] { synchronize(); });
   values_ = readOrSetAside().values;
 }
 
-JsonUserDefaults::~JsonUserDefaults() = default;
+JsonUserDefaults::~JsonUserDefaults() {
+  if (path_ && !unsaved_.empty()) takeOver(readOrSetAside());
+}
 
 std::optional<std::string> JsonUserDefaults::defaultPath() {
   if (auto folder = configHome()) return *folder + "/Tollbeam/preferences.json";
@@ -60,11 +65,8 @@ void JsonUserDefaults::set(std::string_view key, Value value) {
   auto asStored = dictionaryFromJson(toJson({{std::string(key), std::move(value)}}));
   if (!asStored || asStored->empty()) return;
   unsaved_ = overlaid(std::move(unsaved_), *asStored);
-  if (path_) {
-    store();
-  } else {
-    adopt(values_);
-  }
+  if (path_) synchronize();
+  adopt(values_);
 }
 
 JsonUserDefaults::Stored JsonUserDefaults::read() const {
@@ -83,24 +85,7 @@ JsonUserDefaults::Stored JsonUserDefaults::readOrSetAside() {
   return file;
 }
 
-void JsonUserDefaults::store() {
-  Stored file = readOrSetAside();
-  if (file.state == State::unreadable) {
-    adopt(values_);
-    return;
-  }
-  Dictionary values = overlaid(file.values, unsaved_);
-  if (values != file.values) {
-    files_.createDirectory(withoutFinalSlash(folderOf(*path_)));
-    if (!files_.write(*path_, toJson(values))) unsaved_.clear();
-    watch_->rearm();
-  } else {
-    unsaved_.clear();
-  }
-  adopt(std::move(values));
-}
-
-void JsonUserDefaults::fileChanged() {
+void JsonUserDefaults::synchronize() {
   const Stored file = read();
   if (file.state == State::damaged) {
     if (!damageStands_.isActive()) damageStands_.start();
@@ -111,7 +96,16 @@ void JsonUserDefaults::fileChanged() {
 }
 
 void JsonUserDefaults::takeOver(const Stored& file) {
-  adopt(file.state == State::unreadable ? values_ : file.values);
+  if (file.state == State::unreadable) return;
+  Dictionary values = overlaid(file.values, unsaved_);
+  if (values == file.values) {
+    unsaved_.clear();
+  } else {
+    files_.createDirectory(withoutFinalSlash(folderOf(*path_)));
+    if (!files_.write(*path_, toJson(values))) unsaved_.clear();
+    watch_->rearm();
+  }
+  adopt(std::move(values));
 }
 
 void JsonUserDefaults::adopt(Dictionary values) {

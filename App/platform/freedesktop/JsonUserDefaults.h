@@ -3,8 +3,9 @@
 // that nobody's other keys are lost.
 //
 // A damaged file is never overwritten: it is renamed to "….damaged" and the defaults are in force.
-// A file that cannot be read is left alone, and values that cannot be stored count for this run and
-// are stored with the next one that can. Main thread only.
+// One that is damaged while we run gets a second first, because an editor may be writing it. A file
+// that cannot be read is left alone. Values that cannot be stored yet count all the same and are
+// stored when the file changes, with the next value, or when the object ends. Main thread only.
 #pragma once
 
 #include <QObject>
@@ -20,7 +21,7 @@ namespace tollbeam {
 
 class JsonUserDefaults final : public UserDefaults {
  public:
-  /// Reads the file. Without a path the values live as long as the object.
+  /// Makes the folder and reads the file. Without a path the values live as long as the object.
   JsonUserDefaults(FileManager& files, std::optional<std::string> path);
   ~JsonUserDefaults() override;
 
@@ -44,8 +45,9 @@ class JsonUserDefaults final : public UserDefaults {
   /// As `read`, but a damaged file has been set aside and counts as missing; where that fails it
   /// counts as unreadable.
   Stored readOrSetAside();
-  void store();
-  void fileChanged();
+  /// Takes over what the file holds now, unless it is damaged: then its time begins to run.
+  void synchronize();
+  /// Adds to the file what was set here.
   void takeOver(const Stored& file);
   void adopt(Dictionary values);
 

@@ -9,6 +9,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <ctime>
+#include <filesystem>
 #include <random>
 #include <system_error>
 #include <utility>
@@ -21,6 +23,11 @@ namespace tollbeam {
 namespace {
 
 constexpr std::size_t kLargestFile = std::size_t{256} << 20;
+
+constexpr std::string_view kTemporarySuffix = ".tmp";
+
+// A day: nobody is still writing then, even where two machines share the folder.
+constexpr std::time_t kLongestWrite = std::time_t{24} * 60 * 60;
 
 class FileDescriptor {
  public:
@@ -50,12 +57,42 @@ int writeAll(int fd, std::string_view bytes) {
   return 0;
 }
 
-/// A name that nothing of this folder has; short, because the target's own may fill the limit.
-std::string temporaryName(const std::string& folder) {
+/// How the temporary files for this target begin. Its name is in it as a hash (FNV-1a), because the
+/// name itself may fill the limit.
+std::string temporaryPrefix(const std::string& target) {
+  std::uint32_t hash = 2166136261;
+  for (const char c : nameOf(target)) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619;
+  std::array<char, 32> prefix{};
+  std::snprintf(prefix.data(), prefix.size(), ".tollbeam-%08x-", hash);
+  return prefix.data();
+}
+
+std::string temporaryName(const std::string& prefix) {
   std::random_device random;
-  std::array<char, 32> name{};
-  std::snprintf(name.data(), name.size(), ".tollbeam-%08x%08x.tmp", random(), random());
-  return folder + name.data();
+  std::array<char, 16> number{};
+  std::snprintf(number.data(), number.size(), "%08x", random());
+  return prefix + number.data() + std::string(kTemporarySuffix);
+}
+
+/// Whether a temporary file lies there whose writer must have been killed.
+bool isAbandoned(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+         status.st_uid == ::geteuid() && ::time(nullptr) - status.st_mtime > kLongestWrite;
+}
+
+/// Of this target only: what else is in the folder may be anybody's.
+void removeAbandoned(const std::string& folder, const std::string& prefix) {
+  const std::size_t length = temporaryName(prefix).size();
+  std::error_code error;
+  std::filesystem::directory_iterator entry(folder, error);
+  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+    const std::string name = entry->path().filename().string();
+    if (name.size() == length && name.starts_with(prefix) && name.ends_with(kTemporarySuffix) &&
+        isAbandoned(folder + name)) {
+      ::unlink((folder + name).c_str());
+    }
+  }
 }
 
 /// Takes over what the old file allowed to whom. Mode last: changing the owner clears bits.
@@ -85,10 +122,12 @@ void syncFolder(const std::string& folder) {
 
 int replace(const std::string& target, std::string_view bytes, const struct stat* old) {
   const std::string folder = folderOf(target);
+  const std::string prefix = temporaryPrefix(target);
+  removeAbandoned(folder, prefix);
   std::string temporary;
   int fd = -1;
   do {
-    temporary = temporaryName(folder);
+    temporary = folder + temporaryName(prefix);
     fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666);
   } while (fd < 0 && (errno == EEXIST || errno == EINTR));
   FileDescriptor file(fd);

@@ -1,6 +1,6 @@
 // Files through the POSIX calls. A write goes to a new file beside the old one, which takes its
 // name once every byte is on the disk: whoever reads, and whatever kills us, meets one or the
-// other.
+// other. What a killed write leaves behind, a write to the same file removes a day later.
 //
 // An existing file keeps its mode, and a symbolic link keeps pointing: what it points at is
 // replaced. A new file gets the mode that the user's umask gives to any document, because exports

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/PosixFileManager.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
@@ -8,8 +9,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
+#include <ctime>
 #include <filesystem>
 #include <functional>
 
@@ -52,6 +56,32 @@ bool takeOwnMounts() {
     put("/proc/self/gid_map", "0 " + std::to_string(group) + " 1\n");
   }
   return ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
+/// Kills a write to a file of this name in its middle; the name of what it leaves behind.
+std::string leftByAKilledWrite(const Folder& folder, const std::string& name) {
+  const std::string bytes(3'000'000, 'n');
+  put(folder / name, "old");
+  const Names before = folder.names();
+  while (true) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      while (true) PosixFileManager().write(folder / name, bytes);
+    }
+    while (folder.names() == before) ::sched_yield();
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    for (const auto& each : folder.names()) {
+      if (std::find(before.begin(), before.end(), each) == before.end()) return each;
+    }
+  }
+}
+
+/// Makes a file, or a link itself, look as old as this.
+void age(const std::string& path, std::time_t seconds) {
+  const timespec then{.tv_sec = std::time(nullptr) - seconds, .tv_nsec = 0};
+  const std::array<timespec, 2> times{then, then};
+  ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times.data(), AT_SYMLINK_NOFOLLOW), 0);
 }
 
 /// Lets no file grow beyond `bytes`, which fails a write in its middle for every user.
@@ -246,12 +276,32 @@ TEST(PosixFileManager, AFullDiskKeepsTheOldFile) {
   EXPECT_EQ(result, 0);
 }
 
-TEST(PosixFileManager, ForgottenTemporaryFilesAreInNobodysWay) {
+TEST(PosixFileManager, AWriteRemovesWhatAKilledOneLeftADayAgo) {
   const Folder folder;
-  put(folder / ".tollbeam-0123456789abcdef.tmp", "half");
+  const std::string recent = leftByAKilledWrite(folder, "file");
+  const std::string old = leftByAKilledWrite(folder, "file");
+  const std::string ofAnother = leftByAKilledWrite(folder, "other");
+  const std::string alike = old + "x";
+  const std::string link = std::string(old).replace(old.size() - 12, 8, "01234567");
+  put(folder / alike, "somebody's");
+  fs::create_symlink(alike, folder / link);
+  for (const auto& name : {old, ofAnother, alike, link}) age(folder / name, 25 * 60 * 60);
+  age(folder / recent, 23 * 60 * 60);
   EXPECT_EQ(PosixFileManager().write(folder / "file", "new"), std::nullopt);
-  EXPECT_EQ(bytesOf(folder / "file"), "new");
-  EXPECT_EQ(bytesOf(folder / ".tollbeam-0123456789abcdef.tmp"), "half");
+  Names left{recent, ofAnother, alike, link, "file", "other"};
+  std::sort(left.begin(), left.end());
+  EXPECT_EQ(folder.names(), left);
+}
+
+TEST(PosixFileManager, AFolderThatCannotBeListedCanBeWrittenTo) {
+  const Folder folder;
+  ::chmod(folder.path().c_str(), 0333);
+  {
+    const test::OrdinaryUser user;
+    EXPECT_EQ(PosixFileManager().write(folder / "file", "new"), std::nullopt);
+  }
+  ::chmod(folder.path().c_str(), 0777);
+  EXPECT_EQ(folder.names(), Names{"file"});
 }
 
 TEST(PosixFileManager, WhoIsKilledWhileWritingLeavesTheOldFileWhole) {
