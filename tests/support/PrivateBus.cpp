@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QTimer>
 #include <cstdlib>
 
@@ -17,7 +18,7 @@ namespace {
 // answer in a test.
 constexpr const char* kConfiguration = R"(<busconfig>
   <type>session</type>
-  <listen>unix:tmpdir=/tmp</listen>
+  <listen>unix:path=%1</listen>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -29,14 +30,18 @@ constexpr const char* kConfiguration = R"(<busconfig>
 
 }  // namespace
 
-PrivateBus::PrivateBus() {
-  if (!configuration_.open() || configuration_.write(kConfiguration) < 0) std::abort();
-  configuration_.close();
+// Not in $TMPDIR: a socket's path has room for 107 bytes only.
+PrivateBus::PrivateBus() : folder_(QStringLiteral("/tmp/private-bus-XXXXXX")) {
+  QFile configuration(folder_.filePath(QStringLiteral("configuration")));
+  const auto text =
+      QString::fromUtf8(kConfiguration).arg(folder_.filePath(QStringLiteral("socket")));
+  if (!configuration.open(QFile::WriteOnly) || configuration.write(text.toUtf8()) < 0) std::abort();
+  configuration.close();
   daemon_.setStandardErrorFile(QProcess::nullDevice());
   endWithThisProcess(daemon_);
   daemon_.start(
       QStringLiteral("dbus-daemon"),
-      {QStringLiteral("--config-file=") + configuration_.fileName(), QStringLiteral("--nofork"),
+      {QStringLiteral("--config-file=") + configuration.fileName(), QStringLiteral("--nofork"),
        QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1")});
   if (!daemon_.waitForStarted() || !daemon_.waitForReadyRead()) std::abort();
   address_ = QString::fromUtf8(daemon_.readLine()).trimmed();

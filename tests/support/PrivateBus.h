@@ -5,7 +5,7 @@
 #include <QDBusConnection>
 #include <QProcess>
 #include <QString>
-#include <QTemporaryFile>
+#include <QTemporaryDir>
 #include <functional>
 
 namespace tollbeam::test {
@@ -23,7 +23,8 @@ class PrivateBus {
   [[nodiscard]] QDBusConnection connect();
 
  private:
-  QTemporaryFile configuration_;
+  // Holds the socket, which a killed daemon would leave behind.
+  QTemporaryDir folder_;
   QProcess daemon_;
   QString address_;
   QStringList names_;
