@@ -6,6 +6,7 @@ on the size of files: the kernel then refuses to write in the middle of it, as o
 """
 import json
 import os
+import signal
 import unittest
 
 from laptop import wait_for
@@ -82,6 +83,34 @@ class Preferences(ProgramTest):
         # An editor may be in the middle of writing it: it must stay so for a while.
         wait_for(lambda: self.pass_time(1) or self.others(), 'the damaged file beside its place')
         self.assertEqual(list(self.others().values()), [b'{"low": '])
+
+    def snooze_while_an_editor_is_writing(self):
+        self.start(limit=70)
+        self.laptop.plug_in()
+        self.wait_for_alert(CHARGE_LIMIT)
+        button = self.screen.find('xfce4-notifyd', SNOOZE)
+        # The time that it gives the editor is not to pass before the click has reached it.
+        os.kill(self.desk.app_pid(), signal.SIGSTOP)
+        self.write(b'{"limit": 70, "lo')
+        self.screen.press_box(button)
+        self.desk.wait_for_note('action', key='SNOOZE')
+        os.kill(self.desk.app_pid(), signal.SIGCONT)
+        self.round_trip()
+
+    def test_snooze_waits_for_an_editor_that_is_writing(self):
+        self.snooze_while_an_editor_is_writing()
+        self.assertEqual(self.others(), {})
+        self.write(b'{"limit": 70, "low": 33}')
+        wait_for(lambda: self.pass_time(1) or self.preferences().get('snoozeUntil'), 'the deadline')
+        self.assertEqual(self.preferences()['low'], 33)
+        self.assertEqual(self.others(), {})
+
+    def test_snooze_that_is_not_stored_yet_is_stored_at_the_end(self):
+        self.snooze_while_an_editor_is_writing()
+        self.assertEqual(self.others(), {})
+        self.stop()
+        self.assertIn('snoozeUntil', self.preferences())
+        self.assertEqual(list(self.others().values()), [b'{"limit": 70, "lo'])
 
     def test_snooze_after_it_was_set_aside_is_stored(self):
         self.write(b'nonsense')
