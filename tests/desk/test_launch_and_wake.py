@@ -102,22 +102,5 @@ class Wake(ProgramTest):
         self.assertEqual(len([t for t in later if 3 <= t < 10]), 1, later)
 
 
-class Boot(ProgramTest):
-    def test_reading_of_a_battery_that_is_not_awake_yet_is_not_told(self):
-        self.laptop.set('BAT0', status='Unknown', capacity=0, energy_now=0)
-        self.power_becomes(Percentage=0.0)
-        self.start(lowPowerEnabled=False)
-        self.pass_time(TIMER)
-        self.open_popover()
-        self.assertNotIn('0%', ' '.join(self.popover()).split())
-        self.assertEqual(self.alerts(), [])
-        self.assertIn(self.history(), (None, []))
-        self.laptop.set('BAT0', status='Discharging', capacity=78, energy_now=39000000)
-        self.power_becomes(Percentage=78.0)
-        self.popover_says('78%')
-        self.discharge_to(20)
-        self.assertEqual(self.alerts(), [low(20)])
-
-
 if __name__ == '__main__':
     unittest.main()

@@ -15,9 +15,6 @@ using namespace std::chrono_literals;
 // their events late.
 constexpr auto settlingTime = 500ms;
 
-// Long enough for a daemon that the question has to start.
-constexpr auto longestWait = 1500ms;
-
 const auto service = QStringLiteral("org.freedesktop.UPower");
 
 RemoteProperties::Address displayDevice() {
@@ -43,13 +40,14 @@ List asSeen(const PowerTableCache::Table& table) {
 }  // namespace
 
 FreedesktopPowerSources::FreedesktopPowerSources(const QDBusConnection& systemBus,
-                                                 std::string suppliesFolder)
+                                                 std::string suppliesFolder,
+                                                 LaunchPatience patience)
     : bus_(systemBus),
       suppliesFolder_(std::move(suppliesFolder)),
       device_(systemBus, displayDevice(), deviceKeys(), RemoteProperties::Activation::allowed),
       manager_(systemBus, manager(), {QStringLiteral("OnBattery")},
                RemoteProperties::Activation::allowed),
-      readiness_(longestWait) {
+      readiness_(patience.glitch) {
   settling_.setSingleShot(true);
   settling_.setInterval(settlingTime);
   QObject::connect(&settling_, &QTimer::timeout, &settling_, [this] { onSettled(); });
@@ -57,6 +55,10 @@ FreedesktopPowerSources::FreedesktopPowerSources(const QDBusConnection& systemBu
     QObject::connect(properties, &RemoteProperties::updated, &settling_,
                      [this] { onDaemonUpdated(); });
   }
+  patienceWithDaemon_.setSingleShot(true);
+  QObject::connect(&patienceWithDaemon_, &QTimer::timeout, &patienceWithDaemon_,
+                   [this] { lookForFirstReading(); });
+  patienceWithDaemon_.start(patience.daemon);
   ownReadiness_ = readiness_.whenReady([this] { onReady(); });
 }
 
@@ -87,13 +89,17 @@ PowerTableCache::Table FreedesktopPowerSources::read() const {
   return cache_.update(daemonsAnswer(), [this] { return readPowerSupplies(suppliesFolder_); });
 }
 
+void FreedesktopPowerSources::lookForFirstReading() {
+  using State = RemoteProperties::State;
+  const bool gone = device_.state() == State::absent || manager_.state() == State::absent;
+  if (!daemonsAnswer() && !gone && patienceWithDaemon_.isActive()) return;
+  if (!read().isGlitch) return readiness_.markReady();
+  // The kernel may have the battery's first word.
+  watchKernel(true);
+}
+
 void FreedesktopPowerSources::onDaemonUpdated() {
-  if (!readiness_.isReady()) {
-    using State = RemoteProperties::State;
-    const bool gone = device_.state() == State::absent || manager_.state() == State::absent;
-    if (daemonsAnswer() || gone) readiness_.markReady();
-    return;
-  }
+  if (!readiness_.isReady()) return lookForFirstReading();
   const auto table = read();
   watchKernel(table.fromKernel || !daemonsAnswer());
   // Only what a reader would see is worth a wake-up half a second from now.
@@ -110,6 +116,7 @@ void FreedesktopPowerSources::onKernelEvent() {
 }
 
 void FreedesktopPowerSources::onReady() {
+  patienceWithDaemon_.stop();
   const auto table = read();
   watchKernel(table.fromKernel || !daemonsAnswer());
   announceIfChanged(table);
@@ -117,6 +124,7 @@ void FreedesktopPowerSources::onReady() {
 
 void FreedesktopPowerSources::onSettled() {
   if (std::exchange(settleAgain_, false)) settling_.start();
+  if (!readiness_.isReady()) return lookForFirstReading();
   announceIfChanged(read());
 }
 
@@ -126,7 +134,7 @@ void FreedesktopPowerSources::watchKernel(bool wanted) {
   } else if (!kernelMonitor_) {
     kernelMonitor_ = PowerSupplyMonitor::start([this] { onKernelEvent(); });
     // What happened before there was a monitor.
-    if (kernelMonitor_ && readiness_.isReady()) onKernelEvent();
+    if (kernelMonitor_) onKernelEvent();
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include <QDBusConnection>
 #include <QTimer>
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -16,22 +17,34 @@
 
 namespace tollbeam {
 
+/// How long a launch may wait for its first look at the battery, both counted from the start. The
+/// program is not to be seen meanwhile.
+struct LaunchPatience {
+  /// Long enough for a daemon that the question has to start.
+  std::chrono::milliseconds daemon{1500};
+  /// Firmware that is not awake yet gets this long to tell the charge.
+  std::chrono::milliseconds glitch{10000};
+};
+
 class FreedesktopPowerSources final : public PowerSources {
  public:
   explicit FreedesktopPowerSources(const QDBusConnection& systemBus,
-                                   std::string suppliesFolder = "/sys/class/power_supply");
+                                   std::string suppliesFolder = "/sys/class/power_supply",
+                                   LaunchPatience patience = {});
 
   [[nodiscard]] std::optional<List> descriptions() const override;
   [[nodiscard]] std::optional<Dictionary> smartBattery() const override;
   std::optional<Subscription> observe(std::function<void()> changed) override;
 
   /// Calls `ready` once, never before this returns: when the daemon has told all, is known to be
-  /// absent, or has been silent for too long. A look at the table before that may miss the daemon.
+  /// absent, or has been silent for too long. A battery of which only a glitch is known is waited
+  /// for somewhat longer. A look at the table before that may miss the daemon or the battery.
   Subscription whenReady(std::function<void()> ready);
 
  private:
   [[nodiscard]] std::optional<UPowerAnswer> daemonsAnswer() const;
   [[nodiscard]] PowerTableCache::Table read() const;
+  void lookForFirstReading();
   void onDaemonUpdated();
   void onKernelEvent();
   void onReady();
@@ -51,6 +64,7 @@ class FreedesktopPowerSources final : public PowerSources {
   /// What the observers were last told of; absent before the first time.
   std::optional<List> announced_;
   Observers<> observers_;
+  QTimer patienceWithDaemon_;
   Readiness readiness_;
   Subscription ownReadiness_;
 };

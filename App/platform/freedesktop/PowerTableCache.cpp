@@ -25,11 +25,12 @@ PowerTableCache::Table PowerTableCache::update(const std::optional<UPowerAnswer>
   if (reading && !isGlitch(*reading)) return last_ = {powerTable(reading), true};
   if (daemonsTable) return last_ = {daemonsTable, false};
   if (reading) {
-    if (!last_.sources) last_ = {List{}, true};
+    if (!last_.sources) last_ = {List{}, true, true};
     return last_;
   }
   if (kernel) return last_ = {List{}, true};
-  return last_ = {std::nullopt, true};
+  // Without the kernel's word the daemon's glitch, if it has answered, is all there is.
+  return last_ = {std::nullopt, true, upower.has_value()};
 }
 
 }  // namespace tollbeam

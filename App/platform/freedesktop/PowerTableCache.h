@@ -19,6 +19,8 @@ class PowerTableCache {
     std::optional<List> sources;
     /// The kernel's word: its changes are what to watch then.
     bool fromKernel = false;
+    /// A battery is there, but nobody has told anything real of it yet: no news of its absence.
+    bool isGlitch = false;
   };
 
   using Supplies = std::function<std::optional<PowerSupplies>()>;

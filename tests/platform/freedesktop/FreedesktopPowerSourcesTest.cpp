@@ -12,6 +12,7 @@
 namespace tollbeam {
 namespace {
 
+using namespace std::chrono_literals;
 using test::FakeProperties;
 using test::waitFor;
 
@@ -37,7 +38,7 @@ class FreedesktopPowerSourcesTest : public testing::Test {
   void stopDaemon() { daemon.unregisterService(service); }
 
   void start() {
-    sources = std::make_unique<FreedesktopPowerSources>(bus.connect(), folder.path());
+    sources = std::make_unique<FreedesktopPowerSources>(bus.connect(), folder.path(), patience);
     ready = sources->whenReady([this] {
       ++timesReady;
       percentWhenReady = percent();
@@ -57,6 +58,14 @@ class FreedesktopPowerSourcesTest : public testing::Test {
     return find(*table->front().dictionary(), "Current Capacity")->number();
   }
 
+  // Neither UPower nor the kernel tells anything real of the battery.
+  void letTheBatteryGlitch() {
+    device.properties[percentage] = 0.0;
+    device.properties[state] = 0U;
+    folder.set("BAT0", "capacity", "0");
+    folder.set("BAT0", "status", "Unknown");
+  }
+
   using Percents = std::vector<std::optional<double>>;
 
   test::PrivateBus bus;
@@ -65,6 +74,7 @@ class FreedesktopPowerSourcesTest : public testing::Test {
   FakeProperties device{daemon, QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice"),
                         QStringLiteral("org.freedesktop.UPower.Device")};
   FakeProperties manager{daemon, QStringLiteral("/org/freedesktop/UPower"), service};
+  LaunchPatience patience;
   int timesReady = 0;
   std::optional<double> percentWhenReady;
   Percents percentsTold;
@@ -75,6 +85,7 @@ class FreedesktopPowerSourcesTest : public testing::Test {
 
 TEST_F(FreedesktopPowerSourcesTest, AreReadyWithTheDaemonsFirstWholeAnswer) {
   startDaemon();
+  patience = {.daemon = 1h, .glitch = 1h};
   startAndWaitUntilReady();
   EXPECT_EQ(percentWhenReady, 55);
   EXPECT_EQ(device.asked, 1);
@@ -93,14 +104,26 @@ TEST_F(FreedesktopPowerSourcesTest, TakeBothAnswersForAWholeOne) {
 }
 
 TEST_F(FreedesktopPowerSourcesTest, AreReadyAtOnceWithoutTheDaemon) {
-  start();
-  // Well before the patience with a silent daemon ends.
-  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }, 1000));
+  patience = {.daemon = 1h, .glitch = 1h};
+  startAndWaitUntilReady();
   EXPECT_EQ(percentWhenReady, 80);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, AreReadyAtOnceWithoutABattery) {
+  patience = {.daemon = 1h, .glitch = 1h};
+  device.properties[QStringLiteral("Type")] = 0U;
+  device.properties[QStringLiteral("IsPresent")] = false;
+  folder.set("BAT0", "present", "0");
+  startAndWaitUntilReady();
+  startDaemon();
+  timesReady = 0;
+  startAndWaitUntilReady();
+  EXPECT_EQ(percentWhenReady, std::nullopt);
 }
 
 TEST_F(FreedesktopPowerSourcesTest, WaitForAHangingDaemonOnlySoLong) {
   startDaemon();
+  patience.glitch = 1h;
   device.silent = manager.silent = true;
   startAndWaitUntilReady();
   EXPECT_EQ(percentWhenReady, 80);
@@ -198,6 +221,67 @@ TEST_F(FreedesktopPowerSourcesTest, KeepWhatWasKnownThroughAGlitch) {
   device.change({{percentage, 0.0}, {state, 0U}});
   stopDaemon();
   ASSERT_TRUE(waitFor([this] { return percent() == 80; }));
+}
+
+TEST_F(FreedesktopPowerSourcesTest, AreReadyWithTheFirstRealReadingAfterAGlitch) {
+  startDaemon();
+  letTheBatteryGlitch();
+  patience = {.daemon = 50ms, .glitch = 1h};
+  start();
+  // Longer than for a daemon that is silent.
+  EXPECT_FALSE(waitFor([this] { return timesReady > 0; }, 200));
+  device.change({{percentage, 15.0}, {state, 2U}});
+  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
+  EXPECT_EQ(percentWhenReady, 15);
+  EXPECT_EQ(percentsTold, Percents{});
+}
+
+TEST_F(FreedesktopPowerSourcesTest, AreReadyWithoutABatteryThatIsTakenOutInAGlitch) {
+  startDaemon();
+  letTheBatteryGlitch();
+  patience.glitch = 1h;
+  start();
+  ASSERT_TRUE(waitFor([this] { return device.asked == 1 && manager.asked == 1; }));
+  device.change({{QStringLiteral("Type"), 0U}, {QStringLiteral("IsPresent"), false}});
+  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
+  EXPECT_EQ(percentWhenReady, std::nullopt);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, WaitForTheEndOfAGlitchOnlySoLong) {
+  startDaemon();
+  letTheBatteryGlitch();
+  patience = {.daemon = 20ms, .glitch = 200ms};
+  startAndWaitUntilReady();
+  EXPECT_EQ(percentWhenReady, std::nullopt);
+  device.change({{percentage, 15.0}, {state, 2U}});
+  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
+  EXPECT_EQ(percentsTold, Percents{15});
+}
+
+TEST_F(FreedesktopPowerSourcesTest, WaitOnThroughTheKernelsGlitchWithoutTheDaemon) {
+  letTheBatteryGlitch();
+  patience = {.daemon = 20ms, .glitch = 1h};
+  start();
+  EXPECT_FALSE(waitFor([this] { return timesReady > 0; }, 200));
+  startDaemon();
+  device.change({{percentage, 15.0}, {state, 2U}});
+  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
+  EXPECT_EQ(percentWhenReady, 15);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, AreReadyWithAHangingDaemonAfterTheKernelsGlitch) {
+  startDaemon();
+  device.silent = manager.silent = true;
+  letTheBatteryGlitch();
+  patience = {.daemon = 20ms, .glitch = 1h};
+  start();
+  EXPECT_FALSE(waitFor([this] { return timesReady > 0; }, 200));
+  device.properties[percentage] = 15.0;
+  device.properties[state] = 2U;
+  device.answer();
+  manager.answer();
+  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
+  EXPECT_EQ(percentWhenReady, 15);
 }
 
 TEST_F(FreedesktopPowerSourcesTest, PreferABatteryToAnUninterruptibleSupply) {

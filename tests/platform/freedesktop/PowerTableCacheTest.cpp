@@ -103,6 +103,23 @@ TEST(PowerTableCache, TheDaemonsGlitchAtTheStartIsNoBatteryUnlessTheKernelHasOne
   EXPECT_EQ(percentIn(PowerTableCache().update(daemonAt(0, 0), kernel(laptopAt80))), 80);
 }
 
+TEST(PowerTableCache, ABatteryThatNobodyHasToldOfYetIsToldFromNone) {
+  PowerTableCache cache;
+  EXPECT_TRUE(cache.update(daemonAt(0, 0), kernel(glitching)).isGlitch);
+  EXPECT_TRUE(cache.update(daemonAt(0, 0), noKernel).isGlitch);
+  EXPECT_TRUE(cache.update(std::nullopt, kernel(glitching)).isGlitch);
+  EXPECT_FALSE(cache.update(daemonAt(15), kernel(glitching)).isGlitch);
+  EXPECT_FALSE(cache.update(daemonAt(0, 0), kernel(glitching)).isGlitch);
+}
+
+TEST(PowerTableCache, NoBatteryAndNoAnswerAreNoGlitch) {
+  EXPECT_FALSE(PowerTableCache().update(daemonWithout(), kernel(glitching)).isGlitch);
+  EXPECT_FALSE(PowerTableCache().update(daemonAt(0, 0), kernel({})).isGlitch);
+  EXPECT_FALSE(PowerTableCache().update(std::nullopt, kernel({})).isGlitch);
+  EXPECT_FALSE(PowerTableCache().update(std::nullopt, noKernel).isGlitch);
+  EXPECT_FALSE(PowerTableCache().update(daemonAt(0, 0), kernel(laptopAt80)).isGlitch);
+}
+
 TEST(PowerTableCache, NoBatteryIsNothingThatAGlitchCouldKeep) {
   PowerTableCache cache;
   EXPECT_EQ(cache.update(daemonWithout(), kernel({})).sources, List());
