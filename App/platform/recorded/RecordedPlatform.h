@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Appearance.h"
 #include "platform/Calendar.h"
 #include "platform/Dialogs.h"
 #include "platform/FileManager.h"
@@ -47,6 +48,19 @@ class RecordedProcessInfo final : public ProcessInfo {
   }
 
   bool lowPowerMode = false;
+  Observers<> changes;
+};
+
+class RecordedAppearance final : public Appearance {
+ public:
+  [[nodiscard]] bool highContrast() const override { return contrast; }
+  [[nodiscard]] bool animations() const override { return animated; }
+  Subscription onChange(std::function<void()> changed) override {
+    return changes.add(std::move(changed));
+  }
+
+  bool contrast = false;
+  bool animated = true;
   Observers<> changes;
 };
 
