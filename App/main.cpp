@@ -9,6 +9,7 @@
 
 #include "platform/Platform.h"
 #include "platform/freedesktop/BundleFolder.h"
+#include "platform/freedesktop/DesktopAppearance.h"
 #include "platform/freedesktop/DesktopNotificationCenter.h"
 #include "platform/freedesktop/FreedesktopPowerSources.h"
 #include "platform/freedesktop/JsonUserDefaults.h"
@@ -39,7 +40,8 @@ void preferPlaceableWindows() {
 class Program {
  public:
   explicit Program(const QDBusConnection& sessionBus)
-      : bundle_(files_, BundleFolder::runningExecutable()),
+      : appearance_(sessionBus),
+        bundle_(files_, BundleFolder::runningExecutable()),
         userDefaults_(files_, JsonUserDefaults::defaultPath()),
         powerSources_(QDBusConnection::systemBus()),
         processInfo_(QDBusConnection::systemBus()),
@@ -76,7 +78,8 @@ class Program {
                                .processInfo = processInfo_,
                                .workspace = workspace_,
                                .notificationCenter = notificationCenter_,
-                               .dialogs = dialogs_},
+                               .dialogs = dialogs_,
+                               .appearance = appearance_},
                       statusBar_, outsideClicks_);
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &*delegate_,
                      &AppDelegate::applicationWillTerminate);
@@ -94,6 +97,7 @@ class Program {
     return QFileInfo::exists(QString::fromStdString(file)) ? file : "org.tollbeam.Tollbeam";
   }
 
+  DesktopAppearance appearance_;
   QtMainQueue mainQueue_;
   SystemClock clock_;
   LocalCalendar calendar_;

@@ -4,6 +4,7 @@
 
 namespace tollbeam {
 
+class Appearance;
 class Calendar;
 class Clock;
 class Dialogs;
@@ -28,6 +29,7 @@ struct Platform {
   Workspace& workspace;
   NotificationCenter& notificationCenter;
   Dialogs& dialogs;
+  Appearance& appearance;
 };
 
 }  // namespace tollbeam

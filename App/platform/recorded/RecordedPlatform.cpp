@@ -63,7 +63,8 @@ Platform RecordedPlatform::ports() {
           .processInfo = processInfo,
           .workspace = workspace,
           .notificationCenter = notificationCenter,
-          .dialogs = dialogs};
+          .dialogs = dialogs,
+          .appearance = appearance};
 }
 
 }  // namespace tollbeam

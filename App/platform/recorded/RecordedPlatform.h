@@ -198,6 +198,7 @@ struct RecordedPlatform {
   RecordedWorkspace workspace;
   RecordedNotificationCenter notificationCenter;
   RecordedDialogs dialogs;
+  RecordedAppearance appearance;
 
   [[nodiscard]] Platform ports();
 };
