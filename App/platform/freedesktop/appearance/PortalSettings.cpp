@@ -61,6 +61,8 @@ PortalSettings::PortalSettings(const QDBusConnection& bus, QStringList namespace
     : bus_(bus), namespaces_(std::move(namespaces)), activation_(activation) {
   bus_.connect(kBus, QString(), kBus, QStringLiteral("NameOwnerChanged"), {kService}, QString(),
                this, SLOT(onOwnerChanged(QString, QString, QString)));
+  // A slot whose parameters Qt does not know by name yet is never connected.
+  qRegisterMetaType<QDBusVariant>();
   // The rules name no sender: with a service name the library would ask for its owner and wait.
   // They name the namespaces, so that the bus wakes us for nothing else.
   for (const auto& group : namespaces_) {
