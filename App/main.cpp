@@ -7,10 +7,10 @@
 #include <memory>
 #include <optional>
 
-#include "platform/Appearance.h"
 #include "platform/Platform.h"
 #include "platform/freedesktop/AutostartEntry.h"
 #include "platform/freedesktop/BundleFolder.h"
+#include "platform/freedesktop/DesktopAppearance.h"
 #include "platform/freedesktop/DesktopNotificationCenter.h"
 #include "platform/freedesktop/FreedesktopPowerSources.h"
 #include "platform/freedesktop/JsonUserDefaults.h"
@@ -39,18 +39,11 @@ void preferPlaceableWindows() {
   }
 }
 
-// Until the desktop is asked.
-class NoWishes final : public Appearance {
- public:
-  [[nodiscard]] bool highContrast() const override { return false; }
-  [[nodiscard]] bool animations() const override { return true; }
-  Subscription onChange(std::function<void()> /*changed*/) override { return {}; }
-};
-
 class Program {
  public:
   explicit Program(const QDBusConnection& sessionBus)
-      : bundle_(files_, BundleFolder::runningExecutable()),
+      : appearance_(sessionBus),
+        bundle_(files_, BundleFolder::runningExecutable()),
         translations_(QString::fromStdString(bundle_.resources() + "/translations")),
         userDefaults_(files_, JsonUserDefaults::defaultPath()),
         powerSources_(QDBusConnection::systemBus()),
@@ -109,6 +102,7 @@ class Program {
     return QFileInfo::exists(QString::fromStdString(file)) ? file : "org.tollbeam.Tollbeam";
   }
 
+  DesktopAppearance appearance_;
   QtMainQueue mainQueue_;
   SystemClock clock_;
   LocalCalendar calendar_;
@@ -122,7 +116,6 @@ class Program {
   DesktopNotificationCenter notificationCenter_;
   QtDialogs dialogs_;
   AutostartEntry loginItem_;
-  NoWishes appearance_;
   X11OutsideClicks outsideClicks_;
   FreedesktopStatusBar statusBar_;
   Subscription powerSourcesReady_;

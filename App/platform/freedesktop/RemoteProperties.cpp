@@ -5,8 +5,9 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QMetaType>
 #include <utility>
+
+#include "platform/freedesktop/DBusValue.h"
 
 namespace tollbeam {
 
@@ -14,28 +15,6 @@ namespace {
 
 const auto busService = QStringLiteral("org.freedesktop.DBus");
 const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
-
-std::optional<Value> valueOf(const QVariant& variant) {
-  switch (variant.metaType().id()) {
-    case QMetaType::Bool:
-      return Value(variant.toBool());
-    case QMetaType::UChar:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-      return Value(std::int64_t{variant.toLongLong()});
-    case QMetaType::ULongLong:
-      return Value(std::uint64_t{variant.toULongLong()});
-    case QMetaType::Double:
-      return Value(variant.toDouble());
-    case QMetaType::QString:
-      return Value(variant.toString().toStdString());
-    default:
-      return std::nullopt;
-  }
-}
 
 }  // namespace
 
@@ -124,7 +103,8 @@ void RemoteProperties::onPropertiesChanged(const QString& /*interface*/, const Q
 Dictionary RemoteProperties::followed(const QVariantMap& properties) const {
   Dictionary kept;
   for (const auto& key : keys_) {
-    if (const auto value = valueOf(properties.value(key))) kept.emplace(key.toStdString(), *value);
+    if (const auto value = valueFromBus(properties.value(key)))
+      kept.emplace(key.toStdString(), *value);
   }
   return kept;
 }

@@ -19,6 +19,6 @@ tollbeam_room(tollbeam_freedesktop_power
   RemoteProperties.cpp)
 target_link_libraries(tollbeam_freedesktop_power
   PUBLIC tollbeam_power_readings Qt6::Core Qt6::DBus
-  PRIVATE PkgConfig::UDEV)
+  PRIVATE tollbeam_freedesktop_dbus PkgConfig::UDEV)
 set_target_properties(tollbeam_freedesktop_power PROPERTIES AUTOMOC ON)
 target_link_libraries(tollbeam_platform_freedesktop INTERFACE tollbeam_freedesktop_power)

@@ -19,10 +19,9 @@ tollbeam_room(tollbeam_freedesktop_statusbar
   statusbar/TrayOwner.cpp
   statusbar/TrayWindow.cpp
   statusbar/WatcherMonitor.cpp
-  statusbar/XEmbedIcon.cpp
-  statusbar/XServer.cpp)
+  statusbar/XEmbedIcon.cpp)
 target_link_libraries(tollbeam_freedesktop_statusbar
-  PUBLIC tollbeam_ports Qt6::Core Qt6::Gui Qt6::DBus PkgConfig::XCB_STATUSBAR
+  PUBLIC tollbeam_ports tollbeam_freedesktop_screen Qt6::Core Qt6::Gui Qt6::DBus PkgConfig::XCB_STATUSBAR
   PRIVATE Qt6::Widgets Qt6::Svg)
 set_target_properties(tollbeam_freedesktop_statusbar PROPERTIES AUTOMOC ON)
 

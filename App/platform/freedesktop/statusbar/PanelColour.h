@@ -6,7 +6,7 @@
 #include <QColor>
 #include <optional>
 
-#include "platform/freedesktop/statusbar/XServer.h"
+#include "platform/freedesktop/x11/XServer.h"
 
 namespace tollbeam {
 

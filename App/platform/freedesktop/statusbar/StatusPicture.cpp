@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/freedesktop/Contrast.h"
+
 namespace tollbeam {
 namespace {
 
@@ -74,14 +76,6 @@ int symbolSide(const StatusPicture& picture) {
                   picture.height);
 }
 
-double luminance(const QColor& colour) {
-  const auto linear = [](double c) {
-    return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-         0.0722 * linear(colour.blueF());
-}
-
 int scaled(int logical, double scale) { return static_cast<int>(std::lround(logical * scale)); }
 
 }  // namespace
@@ -137,11 +131,6 @@ QFont statusFont() {
 }
 
 QColor colourOnDark() { return {0xec, 0xee, 0xf1}; }
-
-double contrast(const QColor& a, const QColor& b) {
-  const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
-  return (light + 0.05) / (dark + 0.05);
-}
 
 QColor colourOn(const QColor& background) {
   const QColor dark(0x1b, 0x1e, 0x23);

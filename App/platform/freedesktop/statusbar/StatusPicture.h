@@ -34,8 +34,6 @@ struct StatusPicture {
 /// Device pixels to a logical pixel on the main screen.
 [[nodiscard]] double statusScale();
 
-/// Of one colour on another, from 1 to 21.
-[[nodiscard]] double contrast(const QColor& a, const QColor& b);
 /// What stands out on `background`.
 [[nodiscard]] QColor colourOn(const QColor& background);
 /// For a panel that we know nothing of but that it is dark.

@@ -9,7 +9,7 @@
 #include <QImage>
 #include <optional>
 
-#include "platform/freedesktop/statusbar/XServer.h"
+#include "platform/freedesktop/x11/XServer.h"
 
 namespace tollbeam {
 

@@ -4,7 +4,7 @@
 
 #include <QSize>
 
-#include "platform/freedesktop/statusbar/XServer.h"
+#include "platform/freedesktop/x11/XServer.h"
 
 namespace tollbeam {
 

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cmath>
 
+#include "platform/freedesktop/Contrast.h"
 #include "platform/freedesktop/statusbar/PanelColour.h"
 
 namespace tollbeam {

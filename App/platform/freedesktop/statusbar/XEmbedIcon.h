@@ -15,7 +15,7 @@
 #include "platform/freedesktop/statusbar/TrayCanvas.h"
 #include "platform/freedesktop/statusbar/TrayOwner.h"
 #include "platform/freedesktop/statusbar/TrayWindow.h"
-#include "platform/freedesktop/statusbar/XServer.h"
+#include "platform/freedesktop/x11/XServer.h"
 
 namespace tollbeam {
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/freedesktop/Contrast.h"
+
 namespace tollbeam {
 namespace {
 

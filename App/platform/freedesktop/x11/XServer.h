@@ -1,6 +1,6 @@
 // The X server that Qt talks to, for what Qt does not say to it: a tray window, the colour of a
-// panel. There is none on Wayland. Its questions are answered by the server itself, at once;
-// windows of other programs may vanish at any time, so every answer may be absent.
+// panel, the desktop's settings. There is none on Wayland. Its questions are answered by the server
+// itself, at once; windows of other programs may vanish at any time, so every answer may be absent.
 #pragma once
 
 #include <xcb/xcb.h>
@@ -42,6 +42,9 @@ class XServer {
   [[nodiscard]] xcb_atom_t atom(const QByteArray& name) const;
   /// A property of 32-bit numbers; empty when it is absent or something else.
   [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_window_t window, xcb_atom_t property) const;
+  /// A property of bytes, whatever its length; absent when there is none or it is something else.
+  [[nodiscard]] std::optional<std::vector<std::uint8_t>> bytes(xcb_window_t window,
+                                                               xcb_atom_t property) const;
   /// Asks for more events of a window without losing those that Qt asked for.
   void alsoSelect(xcb_window_t window, std::uint32_t events) const;
   /// Bits to a pixel of `visual`; 0 when it is unknown.

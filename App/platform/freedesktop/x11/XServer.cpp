@@ -1,8 +1,9 @@
-#include "platform/freedesktop/statusbar/XServer.h"
+#include "platform/freedesktop/x11/XServer.h"
 
 #include <QGuiApplication>
 #include <QImage>
 #include <cstring>
+#include <limits>
 
 namespace tollbeam {
 
@@ -38,6 +39,16 @@ std::vector<std::uint32_t> XServer::numbers(xcb_window_t window, xcb_atom_t prop
   if (!reply || reply->format != 32) return {};
   const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
   return {values, values + reply->value_len};
+}
+
+std::optional<std::vector<std::uint8_t>> XServer::bytes(xcb_window_t window,
+                                                        xcb_atom_t property) const {
+  const auto cookie = xcb_get_property(connection_, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY,
+                                       0, std::numeric_limits<std::int32_t>::max() / 4);
+  const auto reply = xcbReply(xcb_get_property_reply(connection_, cookie, nullptr));
+  if (!reply || reply->format != 8) return std::nullopt;
+  const auto* first = static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get()));
+  return std::vector<std::uint8_t>(first, first + reply->value_len);
 }
 
 void XServer::alsoSelect(xcb_window_t window, std::uint32_t events) const {

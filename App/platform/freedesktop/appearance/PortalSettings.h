@@ -1,0 +1,69 @@
+// The desktop's settings as its portal gives them (org.freedesktop.portal.Settings), kept up to
+// date. What the last portal said holds until another one answers, so that its restart does not
+// make programs flicker. Never blocks. Main thread only.
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <string_view>
+#include <vector>
+
+#include "platform/Value.h"
+
+namespace tollbeam {
+
+/// Whether asking may start the portal where it does not run. With its helpers it takes tens of
+/// megabytes, which a battery reminder is not to cost a desktop that does without.
+enum class PortalActivation { allowed, forbidden };
+
+/// Allowed on the desktops that announce their colours through the portal alone: there it is part
+/// of the desktop, and only not started yet. `currentDesktop` as $XDG_CURRENT_DESKTOP has it.
+[[nodiscard]] PortalActivation portalActivationOn(std::string_view currentDesktop);
+
+class PortalSettings : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Follows the settings of these namespaces. The first question goes out here.
+  PortalSettings(const QDBusConnection& bus, QStringList namespaces, PortalActivation activation);
+
+  /// A dictionary of the namespaces; empty until a portal has answered.
+  [[nodiscard]] const Dictionary& settings() const { return settings_; }
+
+ Q_SIGNALS:
+  void changed();
+
+ private Q_SLOTS:
+  void onOwnerChanged(const QString& name, const QString& before, const QString& now);
+  void onSettingChanged(const QString& group, const QString& key, const QDBusVariant& value,
+                        const QDBusMessage& message);
+
+ private:
+  struct News {
+    QString sender;
+    std::string group;
+    std::string key;
+    std::optional<Value> value;
+  };
+
+  void ask();
+  void take(const QDBusMessage& answer);
+  static void apply(const News& news, Dictionary& settings);
+  void store(Dictionary settings);
+
+  QDBusConnection bus_;
+  const QStringList namespaces_;
+  const PortalActivation activation_;
+  Dictionary settings_;
+  QString owner_;
+  int question_ = 0;
+  bool asking_ = false;
+  /// Heard while a question is open: the answer may have been collected before.
+  std::vector<News> heard_;
+};
+
+}  // namespace tollbeam
