@@ -1,11 +1,8 @@
 #!/usr/bin/python3
 """The alert sounds as they are shipped: all there, decodable, alike in loudness and in nothing else.
 
-They are decoded with the library that plays them, so that no encoder's or converter's opinion is
-tested. `sounds_test.py NAME` runs one test; without a name all of them run.
+`sounds_test.py NAME` runs one test; without a name all of them run.
 """
-import array
-import ctypes
 import glob
 import math
 import os
@@ -15,10 +12,11 @@ import unittest
 TOP = os.path.dirname(os.path.dirname(os.path.dirname(os.path.realpath(__file__))))
 SOUNDS = os.path.join(TOP, 'App', 'resources', 'sounds')
 sys.dont_write_bytecode = True
-sys.path.insert(0, SOUNDS)
+sys.path[:0] = [SOUNDS, os.path.dirname(os.path.realpath(__file__))]
 import make_sounds
 from loudness import decibels, loudness, peak
 from synthesis import RATE, constant, glide, low_pass, mixed, oscillate, scaled, struck
+from vorbis import decoded
 
 NAMES = ['Glass', 'Ping', 'Hero', 'Submarine', 'Funk', 'Basso', 'Blow', 'Bottle', 'Frog', 'Morse', 'Pop', 'Purr',
          'Sosumi', 'Tink']
@@ -28,36 +26,8 @@ def file_of(name):
     return os.path.join(SOUNDS, 'stereo', name + '.oga')
 
 
-class VorbisInfo(ctypes.Structure):
-    _fields_ = [('version', ctypes.c_int), ('channels', ctypes.c_int), ('rate', ctypes.c_long)]
-
-
-def decoded(file):
-    """(channels, rate, samples)"""
-    library = ctypes.CDLL('libvorbisfile.so.3')
-    library.ov_info.restype = ctypes.POINTER(VorbisInfo)
-    library.ov_read.restype = ctypes.c_long
-    # Larger than its OggVorbis_File is anywhere.
-    stream = ctypes.create_string_buffer(8192)
-    if library.ov_fopen(os.fsencode(file), stream) != 0:
-        raise ValueError(file + ' is no Ogg Vorbis file')
-    info = library.ov_info(stream, -1).contents
-    channels, rate, data = info.channels, info.rate, b''
-    piece, section = ctypes.create_string_buffer(65536), ctypes.c_int()
-    while True:
-        big_endian = int(sys.byteorder == 'big')
-        got = library.ov_read(stream, piece, len(piece), big_endian, 2, 1, ctypes.byref(section))
-        if got < 0:
-            raise ValueError(file + ' is damaged')
-        if got == 0:
-            break
-        data += piece.raw[:got]
-    library.ov_clear(stream)
-    return channels, rate, [s / 32768 for s in array.array('h', data)]
-
-
 def samples_of(name):
-    return decoded(file_of(name))[2]
+    return [s / 32768 for s in decoded(file_of(name))[2]]
 
 
 def spectrum(samples, frequencies):

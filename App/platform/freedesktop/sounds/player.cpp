@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <latch>
 #include <string_view>
@@ -18,6 +20,13 @@ struct Playing {
   std::latch ended{1};
   std::atomic<bool> wholly = false;
 };
+
+// Signals that our starter had blocked stay blocked over its exec, the alarm among them.
+void listenToSignals() {
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);
+}
 
 // On a thread of the sound library.
 void onEnd(ca_context* /*context*/, std::uint32_t /*id*/, int error, void* data) {
@@ -40,6 +49,7 @@ bool begin(ca_context* context, const char* property, const char* value, Playing
 int main(int argc, char** argv) {
   const std::string_view kind = argc > 2 ? argv[1] : "";
   if (kind != "file" && kind != "event") return EXIT_FAILURE;
+  listenToSignals();
   ::alarm(kSecondsToBegin);
   ca_context* context = nullptr;
   if (ca_context_create(&context) != CA_SUCCESS) return EXIT_FAILURE;
