@@ -2,6 +2,7 @@
 import os
 import shutil
 import signal
+import subprocess
 import sys
 import unittest
 
@@ -116,6 +117,17 @@ class Sounds(ProgramTest):
     def test_the_player_plays_the_first_name_that_there_is(self):
         self.desk.run(PLAYER, 'event', 'No Such Sound', 'bell', 'message')
         self.assertEqual(self.desk.speaker.names(), ['bell'])
+
+    def test_without_a_sound_server_the_sound_card_is_asked(self):
+        self.desk.kill('sound')
+        file = self.desk.path('card.raw')
+        with open(self.desk.path('home', '.asoundrc'), 'w') as f:
+            f.write('pcm.!default { type plug slave.pcm { type file file "%s" format raw slave.pcm null } }' % file)
+        env = {name: value for name, value in self.desk.env.items() if name != 'CANBERRA_DRIVER'}
+        sound = os.path.join(BUNDLE, OURS, 'Pop.oga')
+        subprocess.run([PLAYER, 'file', sound], env=env, check=True)
+        with open(file, 'rb') as f:
+            self.assertIn(decoded(sound)[2][:4410].tobytes(), f.read())
 
     def test_the_installed_theme_knows_our_names(self):
         shutil.copytree(os.path.join(BUNDLE, 'resources', 'sounds', 'tollbeam'),
