@@ -9,6 +9,7 @@ config=${XDG_CONFIG_HOME:-$HOME/.config}
 installed=$HOME/.local/lib/Tollbeam.app
 entry=$data/applications/$id.desktop
 icon=$data/icons/hicolor/scalable/apps/$id.svg
+sounds=$data/sounds/tollbeam
 autostart=$config/autostart/$id.desktop
 
 usage() {
@@ -18,6 +19,7 @@ usage() {
                               $installed
                               $entry
                               $icon
+                              $sounds
 ./make_app.sh --uninstall   removes these again, and the start at login; settings and history stay
 TXT
 }
@@ -62,13 +64,16 @@ install_app() {
   cp -r "$top/Tollbeam.app" "$installed.new"
   swap "$installed.new" "$installed"
   cp "$top/App/resources/$id.svg" "$icon"
+  mkdir -p "$(dirname "$sounds")"
+  rm -rf "$sounds"
+  cp -r "$top/Tollbeam.app/resources/sounds/tollbeam" "$sounds"
   write_entry
-  printf 'Installed:\n  %s\n  %s\n  %s\n' "$installed" "$entry" "$icon"
+  printf 'Installed:\n  %s\n  %s\n  %s\n  %s\n' "$installed" "$entry" "$icon" "$sounds"
 }
 
 uninstall_app() {
   local found=no place
-  for place in "$installed" "$entry" "$icon" "$autostart"; do
+  for place in "$installed" "$entry" "$icon" "$sounds" "$autostart"; do
     [ -e "$place" ] || continue
     rm -rf "$place"
     echo "Removed $place"

@@ -2,9 +2,9 @@
 # installs what is missing. Asking costs a blink when nothing is.
 
 packages_build="g++ cmake ninja-build ccache pkg-config qt6-base-dev
-  qt6-svg-dev qt6-l10n-tools libgl-dev libsimdjson-dev libudev-dev libxcb1-dev libxcb-render0-dev libxcb-xinput-dev"
+  qt6-svg-dev qt6-l10n-tools libgl-dev libsimdjson-dev libudev-dev libcanberra-dev libxcb1-dev libxcb-render0-dev libxcb-xinput-dev"
 
-packages_run="libqt6svg6 qt6-qpa-plugins"
+packages_run="libqt6svg6 qt6-qpa-plugins libcanberra0 sound-theme-freedesktop"
 
 # The simulated laptop: real services, a screen, panels, notification servers, and a clock to turn.
 packages_desk="upower umockdev gir1.2-umockdev-1.0 power-profiles-daemon python3-dbusmock
@@ -24,6 +24,16 @@ missing_packages() {
   done
 }
 
+is_installed() { [ -z "$(missing_packages "$1")" ]; }
+
+# Sounds go to the sound server where there is one; asking for this elsewhere would bring one.
+if is_installed pulseaudio || is_installed pipewire-pulse; then packages_run+=" libcanberra-pulse"; fi
+# The desk listens to a sound server of its own, but not at the price of the user's: PipeWire's
+# packages and PulseAudio's push each other out.
+if ! is_installed pipewire-pulse && ! is_installed pipewire-alsa; then
+  packages_desk+=" pulseaudio libcanberra-pulse"
+fi
+
 # install_packages LIST...: installs those that are missing and says so.
 install_packages() {
   command -v dpkg-query >/dev/null ||
@@ -38,6 +48,6 @@ install_packages() {
     become=(sudo)
   fi
   "${become[@]}" apt-get update -q >/dev/null &&
-    "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends $missing >/dev/null ||
+    "${become[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-remove --no-install-recommends $missing >/dev/null ||
     { echo "The packages could not be installed." >&2; return 1; }
 }

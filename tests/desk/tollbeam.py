@@ -23,6 +23,7 @@ NAME, PATH = 'org.tollbeam.Tollbeam', '/org/tollbeam/Tollbeam'
 NOTIFICATIONS = ('org.freedesktop.Notifications', '/org/freedesktop/Notifications', 'org.freedesktop.Notifications')
 STORE = ('org.freedesktop.impl.portal.PermissionStore', '/org/freedesktop/impl/portal/PermissionStore',
          'org.freedesktop.impl.portal.PermissionStore')
+PLAYER = 'tollbeam-sound'  # plays one sound and ends
 APP = 'Tollbeam'  # its name in the accessible tree and on its notifications
 
 CHARGE_LIMIT, LOW, LOW_POWER = 'Charge limit reached', 'Low battery', 'Try Low Power Mode'
@@ -224,6 +225,29 @@ class ProgramTest(unittest.TestCase):
 
     def closed(self, number):
         return [n for n in self.desk.notes('closed') if n['id'] == number]
+
+    # ------------------------------------------------------------------ its sounds
+
+    def sounds_played(self):
+        """The names of the sounds that were set out to be played before this call (a desk with sound).
+
+        The program's thread starts a player for each; a player that has ended has played, or will not.
+        """
+        self.round_trip()
+        wait_for(lambda: not self._players(), 'the end of the sounds', 20)
+        return self.desk.speaker.names()
+
+    def _players(self):
+        """The processes that play a sound of this desk's program."""
+        found = []
+        for pid in filter(str.isdigit, os.listdir('/proc')):
+            try:
+                with open('/proc/%s/comm' % pid) as comm, open('/proc/%s/environ' % pid) as environ:
+                    if comm.read().strip() == PLAYER and self.desk.env['PULSE_SERVER'] in environ.read():
+                        found.append(int(pid))
+            except OSError:
+                pass  # it ended meanwhile, or is somebody else's
+        return found
 
     # ------------------------------------------------------------------ its files
 

@@ -15,13 +15,16 @@ from .hardware import Hardware
 from .parts import LOGIN, MOCK
 from .processes import DeskError, Processes
 from .screen import Screen
+from .sound import Speaker
 from .waiting import wait_for
 
-OPTIONS = {'panel': 'xfce', 'notify': 'xfce', 'wm': 'xfwm4', 'dark': False, 'scale': 1, 'size': '1280x800'}
+OPTIONS = {'panel': 'xfce', 'notify': 'xfce', 'wm': 'xfwm4', 'dark': False, 'scale': 1, 'size': '1280x800',
+           'sound': False}
 INHIBIT_DELAY_MAX = 5.0  # seconds; logind's own default
 
 # The parts in the order in which they come up; down is the reverse.
-ORDER = ('hardware', 'logind', 'upowerd', 'profiles', 'accessibility', 'notelog', 'windows', 'notify', 'panel')
+ORDER = ('hardware', 'logind', 'upowerd', 'profiles', 'accessibility', 'notelog', 'windows', 'sound', 'notify',
+         'panel')
 
 
 def default_folder():
@@ -134,6 +137,8 @@ class Desk:
             'XDG_CURRENT_DESKTOP': {'lxqt': 'LXQt'}.get(self.options['panel'], 'XFCE'),
             'DBUS_SYSTEM_BUS_ADDRESS': self.system.address, 'DBUS_SESSION_BUS_ADDRESS': self.session.address,
             'QT_LINUX_ACCESSIBILITY_ALWAYS_ON': '1', 'NO_AT_BRIDGE': '0',
+            # Never the machine's own loudspeaker, nor a server that would be started for the asking.
+            'PULSE_SERVER': 'unix:' + self.path('sound'), 'CANBERRA_DRIVER': 'pulse',
         })
         return env
 
@@ -271,6 +276,10 @@ class Desk:
     @property
     def screen(self):
         return Screen(self)
+
+    @property
+    def speaker(self):
+        return Speaker(self)
 
     def notes_exist(self):
         return os.path.exists(self.path('notes.jsonl')) and os.path.getsize(self.path('notes.jsonl')) > 0

@@ -7,6 +7,7 @@ import sysconfig
 from gi.repository import GLib
 
 from .processes import DeskError
+from .sound import server_command
 from .waiting import wait_for
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -19,6 +20,7 @@ UPOWER = 'org.freedesktop.UPower'
 LOGIN = ('org.freedesktop.login1', '/org/freedesktop/login1', 'org.freedesktop.login1.Manager')
 MOCK = 'org.freedesktop.DBus.Mock'
 WATCHER = 'org.kde.StatusNotifierWatcher'
+SOUND_READY = 'Daemon startup complete'
 
 
 def program(name):
@@ -128,9 +130,18 @@ def panel(desk):
         desk.session.wait_name(WATCHER)
 
 
+def sound(desk):
+    if desk.options['sound']:
+        if not glob.glob('/usr/bin/pulseaudio'):
+            raise DeskError('pulseaudio is not installed')
+        complete = desk.log('sound').count(SOUND_READY)
+        desk.processes.start('sound', server_command(desk.path('sound')), desk.env)
+        wait_for(lambda: desk.log('sound').count(SOUND_READY) > complete, 'the sound server')
+
+
 # What `restart`, `kill` and `start` know, with the name of its process.
 REPLACEABLE = {'upowerd': upowerd, 'profiles': profiles, 'notify': notify, 'panel': panel, 'windows': windows,
-               'logind': logind}
+               'logind': logind, 'sound': sound}
 
 
 def check_installed():

@@ -1,0 +1,96 @@
+// tollbeam-sound file PATH | event NAME...: plays one sound, of several names the first that the
+// sound theme has, and ends with it. Exit code 0: it was played to its end.
+#include <canberra.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <latch>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+// A sound server that does not answer in this time is left alone: late alert sounds only puzzle.
+constexpr unsigned kSecondsToBegin = 5;
+constexpr unsigned kSecondsToEnd = 60;
+
+struct Playing {
+  std::latch ended{1};
+  std::atomic<int> result = CA_ERROR_INTERNAL;
+};
+
+// Signals that our starter had blocked stay blocked over its exec, the alarm among them.
+void listenToSignals() {
+  sigset_t none;
+  sigemptyset(&none);
+  sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+// On a thread of the sound library.
+void onEnd(ca_context* /*context*/, std::uint32_t /*id*/, int error, void* data) {
+  auto& playing = *static_cast<Playing*>(data);
+  playing.result = error;
+  playing.ended.count_down();
+}
+
+struct Wanted {
+  const char* property;
+  /// What it may be, the most wanted first.
+  std::vector<const char*> values;
+};
+
+/// Begins to play the first value that is found; what the library says of the last one tried.
+int begin(ca_context* context, const Wanted& wanted, Playing& playing) {
+  int result = CA_ERROR_NOTFOUND;
+  for (const char* value : wanted.values) {
+    ca_proplist* what = nullptr;
+    result = ca_proplist_create(&what);
+    if (result != CA_SUCCESS) break;
+    ca_proplist_sets(what, wanted.property, value);
+    result = ca_context_play_full(context, 1, what, onEnd, &playing);
+    ca_proplist_destroy(what);
+    if (result == CA_SUCCESS || result == CA_ERROR_NOTAVAILABLE) break;
+  }
+  return result;
+}
+
+/// `driver`: absent for the one that the library prefers.
+int play(const char* driver, const Wanted& wanted) {
+  ca_context* context = nullptr;
+  if (const int result = ca_context_create(&context); result != CA_SUCCESS) return result;
+  if (driver) ca_context_set_driver(context, driver);
+  // Our own theme leads on to the usual one, so that names of both are found where it is installed.
+  ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Tollbeam", CA_PROP_APPLICATION_ID,
+                          "org.tollbeam.Tollbeam", CA_PROP_APPLICATION_ICON_NAME,
+                          "org.tollbeam.Tollbeam", CA_PROP_CANBERRA_XDG_THEME_NAME, "tollbeam",
+                          nullptr);
+  Playing playing;
+  ::alarm(kSecondsToBegin);
+  int result = begin(context, wanted, playing);
+  if (result == CA_SUCCESS) {
+    ::alarm(kSecondsToEnd);
+    playing.ended.wait();
+    result = playing.result;
+  }
+  ca_context_destroy(context);
+  return result;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::string_view kind = argc > 2 ? argv[1] : "";
+  if (kind != "file" && kind != "event") return EXIT_FAILURE;
+  const Wanted wanted{kind == "file" ? CA_PROP_MEDIA_FILENAME : CA_PROP_EVENT_ID,
+                      {argv + 2, argv + argc}};
+  listenToSignals();
+  int result = play(nullptr, wanted);
+  // The library prefers a sound server, and asks nobody else when there is none.
+  if (result == CA_ERROR_NOTAVAILABLE && !std::getenv("CANBERRA_DRIVER")) {
+    result = play("alsa", wanted);
+  }
+  return result == CA_SUCCESS ? EXIT_SUCCESS : EXIT_FAILURE;
+}
