@@ -24,6 +24,7 @@ struct ChartFrame {
   [[nodiscard]] double x(Date instant) const;
   /// 0 at the plot's bottom, 100 at its top; likewise.
   [[nodiscard]] double y(std::int64_t percent) const;
+  [[nodiscard]] QPointF at(const ChartPoint& point) const { return {x(point.date), y(point.pct)}; }
 };
 
 /// The point nearest to `x` in the stretch that `x` is in, or at most `reach` beside; none over a

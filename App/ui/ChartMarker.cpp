@@ -17,15 +17,18 @@ constexpr double kPadding = 6;
 constexpr double kBetween = 6;
 constexpr double kHigher = 4;  // than its line of text
 constexpr double kFromPlot = 4;
-constexpr double kFromDot = 6;
+constexpr double kFromLine = 5;
 constexpr double kRadius = 5;
 constexpr double kLineOpacity = 0.5;
 
 }  // namespace
 
-ChartMarker::ChartMarker(QPointF at, const QRectF& plot, QString time, QString percent,
-                         const Style& style, Qt::LayoutDirection direction)
-    : at_(at), plot_(plot), time_(std::move(time)), percent_(std::move(percent)) {
+ChartMarker::ChartMarker(const ChartPicture& picture, std::size_t point, QString time,
+                         QString percent, const Style& style, Qt::LayoutDirection direction)
+    : at_(picture.frame().at(picture.points()[point])),
+      plot_(picture.frame().plot),
+      time_(std::move(time)),
+      percent_(std::move(percent)) {
   const QFontMetricsF metrics(style.font(Role::caption2));
   const double timeWidth = std::ceil(metrics.horizontalAdvance(time_));
   const double percentWidth = std::ceil(metrics.horizontalAdvance(percent_));
@@ -34,25 +37,28 @@ ChartMarker::ChartMarker(QPointF at, const QRectF& plot, QString time, QString p
   const double width = timeWidth + percentWidth + between + 2 * padding;
   const double height = style.lineHeight(Role::caption2) + style.px(kHigher);
 
-  const double rightmost = std::max(plot.right() - width, plot.left());
-  const double left = std::round(std::clamp(at.x() - width / 2, plot.left(), rightmost));
-  double top = plot.top() + style.px(kFromPlot);
-  // Out of the way of the point that it names.
-  if (at.y() - style.px(kFromDot) < top + height) {
-    top = plot.bottom() - style.px(kFromPlot) - height;
-  }
-  label_ = QRectF(left, std::round(top), width, height);
+  const double rightmost = std::max(plot_.right() - width, plot_.left());
+  const double left = std::round(std::clamp(at_.x() - width / 2, plot_.left(), rightmost));
+  const double free = style.px(kFromLine);
+  const double top = std::round(plot_.top() + style.px(kFromPlot));
+  const double bottom = std::round(plot_.bottom() - style.px(kFromPlot) - height);
+  const auto line = picture.extent(left - free, left + width + free);
+  const bool isFreeAbove = line.top > top + height + free;
+  const bool isFreeBelow = line.bottom < bottom - free;
+  // Over the line where it must be, but out of the way of the point that it names.
+  const bool below = isFreeAbove ? false : isFreeBelow ? true : at_.y() < plot_.center().y();
+  label_ = QRectF(left, below ? bottom : top, width, height);
   const bool mirrored = direction == Qt::RightToLeft;
   timeStart_ = left + padding + (mirrored ? percentWidth + between : 0);
   percentStart_ = left + padding + (mirrored ? 0 : timeWidth + between);
 
   const double radius = style.px(kDotRadius);
-  dot_ = QRectF(at, at).adjusted(-radius, -radius, radius, radius);
+  dot_ = QRectF(at_, at_).adjusted(-radius, -radius, radius, radius);
   // One pixel more all around for what antialiasing touches.
   const double thickness = style.px(1) + 1;
   const double edge = kDotEdge * style.scale() + 1;
-  region_ =
-      QRectF(at.x() - thickness, plot.top() - 1, 2 * thickness, plot.height() + 2).toAlignedRect();
+  region_ = QRectF(at_.x() - thickness, plot_.top() - 1, 2 * thickness, plot_.height() + 2)
+                .toAlignedRect();
   region_ += dot_.adjusted(-edge, -edge, edge, edge).toAlignedRect();
   region_ += label_.toAlignedRect().adjusted(-1, -1, 1, 1);
 }

@@ -5,16 +5,17 @@
 #include <QPainter>
 #include <QRegion>
 
-#include "ui/ChartFrame.h"
+#include "ui/ChartPicture.h"
 #include "ui/look/Style.h"
 
 namespace tollbeam {
 
 class ChartMarker {
  public:
-  /// For a point at `at` inside `plot`; `time` and `percent` as they are to be read.
-  ChartMarker(QPointF at, const QRectF& plot, QString time, QString percent, const Style& style,
-              Qt::LayoutDirection direction);
+  /// For one of the picture's points, which lies in its plot; `time` and `percent` as they are to
+  /// be read.
+  ChartMarker(const ChartPicture& picture, std::size_t point, QString time, QString percent,
+              const Style& style, Qt::LayoutDirection direction);
 
   /// Everything that it paints.
   [[nodiscard]] const QRegion& region() const { return region_; }

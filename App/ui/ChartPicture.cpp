@@ -4,6 +4,7 @@
 #include <QFontMetricsF>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "ui/controls/PixelGrid.h"
@@ -34,7 +35,7 @@ std::vector<QPolygonF> linesOf(const std::vector<ChartPoint>& points, const Char
     if (begins) lines.emplace_back();
     const bool level = !begins && !ends && points[i - 1].pct == points[i].pct &&
                        points[i].pct == points[i + 1].pct;
-    if (!level) lines.back() << QPointF(frame.x(points[i].date), frame.y(points[i].pct));
+    if (!level) lines.back() << frame.at(points[i]);
   }
   return lines;
 }
@@ -86,6 +87,18 @@ ChartPicture::ChartPicture(Content content, const QRectF& area, Qt::LayoutDirect
   }
   columns_ = std::move(axis.lines);
   lines_ = linesOf(points_, frame_);
+}
+
+ChartPicture::Extent ChartPicture::extent(double left, double right) const {
+  std::optional<Extent> result;
+  for (const ChartPoint& point : points_) {
+    const QPointF at = frame_.at(point);
+    if (at.x() < left || at.x() > right) continue;
+    if (!result) result = {at.y(), at.y()};
+    result = {std::min(result->top, at.y()), std::max(result->bottom, at.y())};
+  }
+  const double middle = frame_.plot.center().y();
+  return result.value_or(Extent{middle, middle});
 }
 
 void ChartPicture::paint(QPainter& painter, const Style& style) const {

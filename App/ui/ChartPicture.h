@@ -32,6 +32,14 @@ class ChartPicture {
   [[nodiscard]] const std::vector<ChartPoint>& points() const { return points_; }
   [[nodiscard]] const ChartFrame& frame() const { return frame_; }
 
+  struct Extent {
+    double top = 0;
+    double bottom = 0;
+  };
+  /// From how high to how low the points between two places reach; a level of no height at the
+  /// plot's middle when there are none.
+  [[nodiscard]] Extent extent(double left, double right) const;
+
   /// As much of it as the painter's clip lets through.
   void paint(QPainter& painter, const Style& style) const;
 

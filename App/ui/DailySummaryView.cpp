@@ -36,7 +36,9 @@ void DailySummaryView::restyle() {
   const int reach = style_.px(kReach);
   layout()->setSpacing(open ? style_.px(kAboveTable) - reach : 0);
   layout()->setContentsMargins(0, 0, 0, open ? reach : 0);
+  if (table_) table_->restyle();
   refresh();
+  settle();
 }
 
 void DailySummaryView::onToggled(bool open) {
@@ -44,9 +46,8 @@ void DailySummaryView::onToggled(bool open) {
     table_ = new SummaryTable(style_, this);
     layout()->addWidget(table_);
   }
-  restyle();
   table_->setVisible(open);
-  settle();
+  restyle();
 }
 
 void DailySummaryView::refresh() {

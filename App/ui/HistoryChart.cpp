@@ -132,15 +132,13 @@ void HistoryChart::follow(std::optional<double> pointer) {
 
 std::optional<ChartMarker> HistoryChart::markerAt(std::size_t point) const {
   const ChartPoint& p = picture_.points()[point];
-  const ChartFrame& frame = picture_.frame();
   const QLocale locale;
   QString time = timeText(platform_.calendar.timeOfDay(p.date), locale);
   if (days_ > 1) {
     time = tr("%1 %2", "weekday and time")
                .arg(weekdayText(platform_.calendar.day(p.date), locale), time);
   }
-  return ChartMarker({frame.x(p.date), frame.y(p.pct)}, frame.plot, time, tr("%1%").arg(p.pct),
-                     style_, layoutDirection());
+  return ChartMarker(picture_, point, time, tr("%1%").arg(p.pct), style_, layoutDirection());
 }
 
 void HistoryChart::paintEvent(QPaintEvent* /*event*/) {

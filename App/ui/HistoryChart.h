@@ -26,6 +26,8 @@ class HistoryChart final : public QWidget {
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+  /// The placeholder's words do not decide it.
+  [[nodiscard]] bool hasHeightForWidth() const override { return false; }
 
   /// What is shown at the moment, for tests; the placeholder alone has no marker and no points.
   [[nodiscard]] const ChartPicture& picture() const { return picture_; }

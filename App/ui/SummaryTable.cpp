@@ -19,7 +19,7 @@ constexpr int kCharging = 62;
 constexpr int kGap = 8;
 constexpr int kRowHeight = 18;
 // How far a duration may run into the gap before its column.
-constexpr int kIntoGap = 4;
+constexpr int kIntoGap = 2;
 
 int widthOf(const QString& text, const QFont& font) {
   return static_cast<int>(std::ceil(tabularWidth(text, font)));
@@ -76,16 +76,15 @@ SummaryTable::SummaryTable(const Style& style, QWidget* parent)
   column_->setContentsMargins(0, 0, 0, 0);
   column_->setSpacing(0);
   column_->addWidget(heads_);
-  connect(&style_, &Style::changed, this, &SummaryTable::layOut);
-  layOut();
+  restyle();
 }
 
 void SummaryTable::setDays(std::vector<SummaryText> days) {
   days_ = std::move(days);
-  layOut();
+  restyle();
 }
 
-void SummaryTable::layOut() {
+void SummaryTable::restyle() {
   const QFont font = style_.font(Role::caption);
   const SummaryText heads = summaryHeads();
   SummaryColumns columns{.average = std::max(style_.px(kAverage), widthOf(heads.average, font)),
@@ -107,6 +106,8 @@ void SummaryTable::layOut() {
   while (rows_.size() < days_.size()) {
     rows_.push_back(new SummaryRow(style_, Ink::primary, this));
     column_->addWidget(rows_.back());
+    // Now, not in the event loop's next turn, so that the new height is known at once.
+    rows_.back()->show();
   }
   for (std::size_t i = 0; i < days_.size(); ++i) rows_[i]->setContent(days_[i], columns_);
 }

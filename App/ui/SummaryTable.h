@@ -51,12 +51,12 @@ class SummaryTable final : public QWidget {
   explicit SummaryTable(const Style& style, QWidget* parent = nullptr);
 
   void setDays(std::vector<SummaryText> days);
+  /// Whoever owns the table tells it when the style has changed, to lay itself out after it.
+  void restyle();
   [[nodiscard]] const std::vector<SummaryText>& days() const { return days_; }
   [[nodiscard]] const SummaryColumns& columns() const { return columns_; }
 
  private:
-  void layOut();
-
   const Style& style_;
   std::vector<SummaryText> days_;
   SummaryColumns columns_;

@@ -108,7 +108,6 @@ std::vector<Picture> chartPictures() {
   const QLocale german(QLocale::German, QLocale::Germany);
   const QLocale arabic(QLocale::Arabic, QLocale::Egypt);
   const QLocale portuguese(QLocale::Portuguese, QLocale::Portugal);
-  const QLocale japanese(QLocale::Japanese, QLocale::Japan);
   return {
       picture("day", {}),
       picture("day-pointed", {.pointer = 0.3}),
@@ -121,7 +120,6 @@ std::vector<Picture> chartPictures() {
       picture("twelve-hours-pointed", {.locale = us, .pointer = 0.86}),
       picture("german", {.stretches = kWeek, .days = 7, .open = true, .locale = german}),
       picture("portuguese", {.stretches = kWeek, .days = 7, .locale = portuguese}),
-      picture("japanese", {.stretches = kWeek, .days = 7, .open = true, .locale = japanese}),
       picture("arabic", {.open = true, .locale = arabic, .direction = Qt::RightToLeft}),
       picture("arabic-week", {.stretches = kWeek,
                               .days = 7,

@@ -1,4 +1,4 @@
-// Histories for stories and pictures: corners of a line, joined by a sample every few minutes.
+// Histories for stories and pictures: corners of a line, joined by samples.
 #pragma once
 
 #include <cmath>
@@ -16,7 +16,7 @@ struct Corner {
 
 /// Samples along each stretch, charging where it rises; nothing between two stretches.
 inline std::vector<Sample> samplesAlong(const std::vector<std::vector<Corner>>& stretches,
-                                        Date origin, double minutesApart = 5) {
+                                        Date origin, double minutesApart = 1) {
   std::vector<Sample> samples;
   const auto add = [&](double hours, double percent, bool charging) {
     samples.push_back({.t = origin.secondsSince1970 + hours * 3600,
