@@ -23,6 +23,7 @@
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/freedesktop/SystemClock.h"
 #include "platform/freedesktop/TerminationSignals.h"
+#include "platform/freedesktop/X11Compositor.h"
 #include "platform/freedesktop/X11OutsideClicks.h"
 #include "platform/freedesktop/statusbar/FreedesktopStatusBar.h"
 #include "texts/Translations.h"
@@ -91,7 +92,8 @@ class Program {
                                .notificationCenter = notificationCenter_,
                                .dialogs = dialogs_,
                                .loginItem = loginItem_,
-                               .appearance = appearance_},
+                               .appearance = appearance_,
+                               .compositor = compositor_},
                       statusBar_, outsideClicks_);
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &*delegate_,
                      &AppDelegate::applicationWillTerminate);
@@ -123,6 +125,7 @@ class Program {
   QtDialogs dialogs_;
   AutostartEntry loginItem_;
   NoWishes appearance_;
+  X11Compositor compositor_;
   X11OutsideClicks outsideClicks_;
   FreedesktopStatusBar statusBar_;
   Subscription powerSourcesReady_;

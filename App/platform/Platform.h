@@ -7,6 +7,7 @@ namespace tollbeam {
 class Appearance;
 class Calendar;
 class Clock;
+class Compositor;
 class Dialogs;
 class FileManager;
 class LoginItem;
@@ -32,6 +33,7 @@ struct Platform {
   Dialogs& dialogs;
   LoginItem& loginItem;
   Appearance& appearance;
+  Compositor& compositor;
 };
 
 }  // namespace tollbeam

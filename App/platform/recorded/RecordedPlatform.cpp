@@ -65,7 +65,8 @@ Platform RecordedPlatform::ports() {
           .notificationCenter = notificationCenter,
           .dialogs = dialogs,
           .loginItem = loginItem,
-          .appearance = appearance};
+          .appearance = appearance,
+          .compositor = compositor};
 }
 
 }  // namespace tollbeam
