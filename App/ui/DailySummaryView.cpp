@@ -1,5 +1,6 @@
 #include "ui/DailySummaryView.h"
 
+#include <QDate>
 #include <QLocale>
 #include <QVBoxLayout>
 
