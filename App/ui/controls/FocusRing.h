@@ -1,7 +1,10 @@
 // The ring around the control that the keyboard would work: two pixels of accent, two pixels away
-// from the control, in its shape. It shows only while the user works with the keyboard.
+// from the control, in its shape. It shows only while the user works with the keyboard. It lies in
+// the nearest widget around the control that has room for all of it.
 #pragma once
 
+#include <QList>
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 
@@ -25,6 +28,8 @@ class FocusRing final : public QWidget {
 
  private:
   FocusRing(QWidget& control, const Style& style, double radius, std::function<QRect()> shape);
+  [[nodiscard]] QRect around() const;
+  void moveIn();
   void follow();
   void appear();
 
@@ -32,6 +37,7 @@ class FocusRing final : public QWidget {
   const Style& style_;
   const double radius_;
   const std::function<QRect()> shape_;
+  QList<QPointer<QWidget>> between_;
 };
 
 }  // namespace tollbeam
