@@ -1,12 +1,11 @@
 #include <QAbstractButton>
-#include <QAccessible>
 #include <QPainter>
-#include <algorithm>
 #include <cmath>
 #include <optional>
 
 #include "Pictures.h"
 #include "platform/recorded/RecordedPlatform.h"
+#include "support/Histories.h"
 #include "ui/Popover.h"
 #include "ui/PopoverView.h"
 
@@ -24,14 +23,14 @@ class NoClicks final : public OutsideClicks {
   }
 };
 
-// Hours from today's midnight and the charge there; between two points it was recorded.
-using Stretch = std::vector<std::pair<double, double>>;
+using Stretches = std::vector<std::vector<test::Corner>>;
 
-const std::vector<Stretch> kDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-1.2, 80}, {-0.3, 76}},
+// Hours from today's midnight.
+const Stretches kDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-1.2, 80}, {-0.3, 76}},
                                 {{7.5, 74}, {8.2, 80}, {10.4, 80}, {14.33, 64}}};
-const std::vector<Stretch> kLowDay{{{-9.7, 52}, {-8.3, 42}, {-6.7, 80}, {-3.0, 80}, {-0.6, 70}},
+const Stretches kLowDay{{{-9.7, 52}, {-8.3, 42}, {-6.7, 80}, {-3.0, 80}, {-0.6, 70}},
                                    {{6.9, 67}, {14.33, 14}}};
-const std::vector<Stretch> kWeek{
+const Stretches kWeek{
     {{-153.6, 58}, {-151, 45}, {-149.6, 80}, {-143.6, 80}},
     {{-137, 78}, {-135, 80}, {-131, 80}, {-126.5, 52}, {-124.8, 80}, {-111.5, 80}, {-107, 61},
      {-97.5, 43}},
@@ -41,31 +40,11 @@ const std::vector<Stretch> kWeek{
      {-0.6, 51}},
     {{7.4, 50}, {9, 41}, {11.1, 34}, {14.33, 82}}};
 
-std::string historyFile(const std::vector<Stretch>& stretches) {
-  std::string json = "[";
-  for (const Stretch& stretch : stretches) {
-    for (std::size_t i = 0; i + 1 < stretch.size(); ++i) {
-      const auto [from, start] = stretch[i];
-      const auto [to, end] = stretch[i + 1];
-      for (double hour = from; hour < to; hour += 1.0 / 12) {
-        const double part = (hour - from) / (to - from);
-        if (json.size() > 1) json += ',';
-        const char* charging = end > start ? "true" : "false";
-        json += QString::asprintf("{\"t\":%.0f,\"p\":%d,\"c\":%s,\"a\":%s}", kMidnight + hour * 3600,
-                                  static_cast<int>(std::lround(start + (end - start) * part)),
-                                  charging, charging)
-                    .toStdString();
-      }
-    }
-  }
-  return json + "]";
-}
-
 struct Scene {
-  Scene(Dictionary battery, Dictionary properties, const std::vector<Stretch>& history) {
+  Scene(Dictionary battery, Dictionary properties, const Stretches& history) {
     if (!battery.empty()) platform.powerSources.table = List{std::move(battery)};
     if (!properties.empty()) platform.powerSources.properties = std::move(properties);
-    platform.fileManager.files["/support/Tollbeam/history.json"] = historyFile(history);
+    test::store(test::samplesAlong(history, Date{kMidnight}), platform.fileManager);
     platform.compositor.running = true;
   }
 
@@ -148,7 +127,7 @@ Dictionary controller(int cycles, int full, double celsius, double watts) {
 }
 
 Picture picture(std::string name, Dictionary table, Dictionary properties,
-                const std::vector<Stretch>& history,
+                const Stretches& history,
                 const std::function<void(Scene&)>& arrange = {},
                 const std::function<void(Scene&)>& use = {}) {
   return {"popover-" + std::move(name), [=] {
@@ -166,9 +145,32 @@ std::vector<Picture> popoverPictures() {
   const auto snoozed = [](Scene& scene) {
     scene.platform.userDefaults.values.insert_or_assign("snoozeUntil", kNow + 45 * 60);
   };
+  const auto week = [](Scene& scene) { scene.press("7 days"); };
+  const auto weekAndSummary = [](Scene& scene) {
+    scene.press("7 days");
+    scene.press("Daily summary");
+  };
+  const Dictionary good = controller(212, 4650, 31.4, -7.3);
+  const auto adapter = [](Dictionary properties, int watts) {
+    properties.insert_or_assign("AdapterDetails", Dictionary{{"Watts", watts}});
+    return properties;
+  };
   return {
-      picture("a-on-battery", battery(64, {{"Time to Empty", 227}}),
-              controller(212, 4650, 31.4, -7.3), kDay)};
+      picture("a-on-battery", battery(64, {{"Time to Empty", 227}}), good, kDay),
+      picture("b-charging-snoozed-week", charger(82, true, {{"Time to Full Charge", 41}}),
+              adapter(controller(742, 4300, 34.8, 28.6), 65), kWeek, snoozed, weekAndSummary),
+      picture("c-low-worn", battery(14, {{"Time to Empty", 38}}),
+              controller(934, 3850, 36.2, -14.9), kLowDay),
+      picture("d-none", {}, {}, {}),
+      picture("e-longest", charger(82, true), adapter(good, 65), {}, snoozed),
+      picture("f-full", charger(100, false, {{"Is Charged", true}}),
+              adapter(controller(0, 5000, 28, 0), 100), kDay),
+      picture("g-held-at-99", charger(99, false), adapter(good, 65), kDay, snoozed),
+      picture("h-no-figures", battery(100), {}, kDay),
+      picture("i-empty-worn-out", battery(0, {{"Time to Empty", 0}}),
+              controller(1500, 2500, -3, -3), kLowDay),
+      picture("j-week", battery(21, {{"Time to Empty", 61}}), good, kWeek, {}, week),
+  };
 }
 
 }  // namespace tollbeam::gallery
