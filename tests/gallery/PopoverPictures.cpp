@@ -1,5 +1,6 @@
 #include <QAbstractButton>
 #include <QPainter>
+#include <QTest>
 #include <cmath>
 #include <optional>
 
@@ -44,17 +45,22 @@ struct Scene {
   Scene(Dictionary battery, Dictionary properties, const Stretches& history) {
     if (!battery.empty()) platform.powerSources.table = List{std::move(battery)};
     if (!properties.empty()) platform.powerSources.properties = std::move(properties);
-    test::store(test::samplesAlong(history, Date{kMidnight}), platform.fileManager);
+    samples = test::samplesAlong(history, Date{kMidnight});
     platform.compositor.running = true;
   }
 
+  void pluggedInFor(double minutes) {
+    for (Sample& sample : samples) sample.a = sample.t >= kNow - minutes * 60;
+  }
+
   void open() {
+    test::store(samples, platform.fileManager);
     model.emplace(platform.ports());
     model->start();
     view = new PopoverView(*model, platform.ports(), style, [] {});
     popover.emplace(clicks, platform.compositor, platform.clock, style, view);
     QObject::connect(&*popover, &Popover::aboutToShow, view, &PopoverView::refresh);
-    popover->showAt({});
+    popover->showAt({.x = 1000, .y = 15, .known = true});
   }
 
   void press(const char* words) const {
@@ -64,6 +70,7 @@ struct Scene {
   }
 
   RecordedPlatform platform{Date{kNow}};
+  std::vector<Sample> samples;
   NoClicks clicks;
   Style style{platform.appearance};
   std::optional<AppModel> model;
@@ -74,20 +81,20 @@ struct Scene {
 // The popover on a plain desktop, below an empty panel.
 class Desk final : public QWidget {
  public:
-  explicit Desk(std::shared_ptr<Scene> scene) : scene_(std::move(scene)) {}
-
-  [[nodiscard]] QSize sizeHint() const override {
-    return scene_->popover->body().size() + QSize(2 * kAround, kPanel + kGap + kAround);
+  explicit Desk(Scene& scene)
+      : dark_(scene.style.colours().dark), corner_(scene.popover->body().topLeft()) {
+    const QSize body = scene.popover->body().size();
+    setFixedSize(body + QSize(2 * kAround, kPanel + kGap + kAround));
+    popover_ = scene.popover->grab();
   }
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
     QPainter painter(this);
-    const bool dark = scene_->style.colours().dark;
-    painter.fillRect(rect(), dark ? QColor(0x3B, 0x44, 0x52) : QColor(0xC9, 0xD1, 0xDC));
-    painter.fillRect(0, 0, width(), kPanel, dark ? QColor(0x19, 0x1B, 0x1F) : QColor(0xF0, 0xF1, 0xF3));
-    const QPoint corner = scene_->popover->body().topLeft();
-    painter.drawPixmap(QPoint(kAround, kPanel + kGap) - corner, scene_->popover->grab());
+    painter.fillRect(rect(), dark_ ? QColor(0x3B, 0x44, 0x52) : QColor(0xC9, 0xD1, 0xDC));
+    painter.drawPixmap(QPoint(kAround, kPanel + kGap) - corner_, popover_);
+    const QRect panel(0, 0, width(), kPanel);
+    painter.fillRect(panel, dark_ ? QColor(0x19, 0x1B, 0x1F) : QColor(0xF0, 0xF1, 0xF3));
   }
 
  private:
@@ -95,12 +102,17 @@ class Desk final : public QWidget {
   static constexpr int kPanel = 30;
   static constexpr int kGap = 8;
 
-  std::shared_ptr<Scene> scene_;
+  bool dark_;
+  QPoint corner_;
+  QPixmap popover_;
 };
 
-std::shared_ptr<QWidget> shown(const std::shared_ptr<Scene>& scene) {
+std::shared_ptr<QWidget> shown(Scene& scene) {
+  // Motions come to rest. Then the desk takes the activation, and the popover closes.
+  if (!QTest::qWaitForWindowExposed(&*scene.popover)) return nullptr;
+  constexpr int kRest = 400;
+  QTest::qWait(kRest);
   auto desk = std::make_shared<Desk>(scene);
-  desk->setFixedSize(desk->sizeHint());
   desk->show();
   return desk;
 }
@@ -135,7 +147,7 @@ Picture picture(std::string name, Dictionary table, Dictionary properties,
             if (arrange) arrange(*scene);
             scene->open();
             if (use) use(*scene);
-            return shown(scene);
+            return shown(*scene);
           }};
 }
 
@@ -143,6 +155,7 @@ Picture picture(std::string name, Dictionary table, Dictionary properties,
 
 std::vector<Picture> popoverPictures() {
   const auto snoozed = [](Scene& scene) {
+    scene.pluggedInFor(192);
     scene.platform.userDefaults.values.insert_or_assign("snoozeUntil", kNow + 45 * 60);
   };
   const auto week = [](Scene& scene) { scene.press("7 days"); };

@@ -90,7 +90,7 @@ SegmentedPicker::SegmentedPicker(const Style& style, const QString& name,
                                  const QStringList& choices, QWidget* parent)
     : QWidget(parent), style_(style), thumb_(*this, style, kMilliseconds) {
   setAccessibleName(name);
-  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
   for (const QString& choice : choices) {
