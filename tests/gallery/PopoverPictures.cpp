@@ -31,6 +31,10 @@ const Stretches kDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-1.2, 80}, {-0.3, 76}
                                 {{7.5, 74}, {8.2, 80}, {10.4, 80}, {14.33, 64}}};
 const Stretches kLowDay{{{-9.7, 52}, {-8.3, 42}, {-6.7, 80}, {-3.0, 80}, {-0.6, 70}},
                                    {{6.9, 67}, {14.33, 14}}};
+const Stretches kFullDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-0.3, 80}},
+                         {{7.5, 81}, {9.2, 60}, {10.4, 63}, {13.33, 100}, {14.33, 100}}};
+const Stretches kEmptyDay{{{-6, 100}, {-1, 40}}, {{8.2, 62}, {14.33, 0}}};
+const Stretches kLongWeek{{{-153.6, 58}, {-100, 80}, {-80, 20}, {-78, 100}, {-30, 100}, {14.33, 21}}};
 const Stretches kWeek{
     {{-153.6, 58}, {-151, 45}, {-149.6, 80}, {-143.6, 80}},
     {{-137, 78}, {-135, 80}, {-131, 80}, {-126.5, 52}, {-124.8, 80}, {-111.5, 80}, {-107, 61},
@@ -45,7 +49,8 @@ struct Scene {
   Scene(Dictionary battery, Dictionary properties, const Stretches& history) {
     if (!battery.empty()) platform.powerSources.table = List{std::move(battery)};
     if (!properties.empty()) platform.powerSources.properties = std::move(properties);
-    samples = test::samplesAlong(history, Date{kMidnight});
+    // As densely as the program records.
+    samples = test::samplesAlong(history, Date{kMidnight}, 1);
     platform.compositor.running = true;
   }
 
@@ -154,6 +159,7 @@ Picture picture(std::string name, Dictionary table, Dictionary properties,
 }  // namespace
 
 std::vector<Picture> popoverPictures() {
+  const auto plugged = [](Scene& scene) { scene.pluggedInFor(192); };
   const auto snoozed = [](Scene& scene) {
     scene.pluggedInFor(192);
     scene.platform.userDefaults.values.insert_or_assign("snoozeUntil", kNow + 45 * 60);
@@ -177,12 +183,13 @@ std::vector<Picture> popoverPictures() {
       picture("d-none", {}, {}, {}),
       picture("e-longest", charger(82, true), adapter(good, 65), {}, snoozed),
       picture("f-full", charger(100, false, {{"Is Charged", true}}),
-              adapter(controller(0, 5000, 28, 0), 100), kDay),
-      picture("g-held-at-99", charger(99, false), adapter(good, 65), kDay, snoozed),
-      picture("h-no-figures", battery(100), {}, kDay),
+              adapter(controller(0, 5000, 28, 0), 100), kFullDay, plugged),
+      picture("g-held-at-99", charger(99, false), adapter(controller(701, 4500, 30, 0.04), 65),
+              kFullDay, snoozed),
+      picture("h-no-figures", battery(100), {}, kFullDay),
       picture("i-empty-worn-out", battery(0, {{"Time to Empty", 0}}),
-              controller(1500, 2500, -3, -3), kLowDay),
-      picture("j-week", battery(21, {{"Time to Empty", 61}}), good, kWeek, {}, week),
+              controller(1500, 2500, -3, -3), kEmptyDay),
+      picture("j-long-history", battery(21, {{"Time to Empty", 1265}}), good, kLongWeek, {}, week),
   };
 }
 
