@@ -66,7 +66,8 @@ Platform RecordedPlatform::ports() {
           .dialogs = dialogs,
           .systemSounds = systemSounds,
           .loginItem = loginItem,
-          .appearance = appearance};
+          .appearance = appearance,
+          .compositor = compositor};
 }
 
 }  // namespace tollbeam
