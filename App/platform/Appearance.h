@@ -21,8 +21,8 @@ class Appearance {
   /// False: nothing may move. True where the desktop does not say.
   [[nodiscard]] virtual bool animations() const = 0;
 
-  /// Calls `changed` on the main thread when any of the above, or the toolkit's palette or font, was
-  /// changed; they are already new then.
+  /// Calls `changed` on the main thread when any of the above, or the toolkit's palette or font,
+  /// was changed; they are already new then.
   virtual Subscription onChange(std::function<void()> changed) = 0;
 };
 

@@ -5,6 +5,7 @@
 #include <QVariantMap>
 
 #include "platform/freedesktop/sounds/DefaultSound.h"
+#include "texts/Translated.h"
 
 namespace tollbeam {
 
@@ -31,7 +32,7 @@ QStringList actionPairs(const std::vector<NotificationAction>& actions) {
   // a label the default action is no button (xfce would draw one).
   QStringList pairs{QStringLiteral("default"), QString()};
   for (const auto& action : actions) {
-    pairs << QString::fromStdString(action.identifier) << QString::fromStdString(action.title);
+    pairs << QString::fromStdString(action.identifier) << translated(action.title);
   }
   return pairs;
 }
@@ -59,7 +60,7 @@ ServerCapabilities ServerCapabilities::from(const QStringList& names) {
 
 QVariantList notifyArguments(const Bubble& bubble, const NotificationLook& look,
                              const ServerCapabilities& server, uint replacesId) {
-  const QString body = QString::fromStdString(bubble.body);
+  const QString body = translated(bubble.body);
   const QString icon = iconName(look.icon);
   QVariantMap hints{
       {QStringLiteral("urgency"), QVariant::fromValue(kNormalUrgency)},
@@ -73,7 +74,7 @@ QVariantList notifyArguments(const Bubble& bubble, const NotificationLook& look,
   return {QString::fromStdString(look.applicationName),
           replacesId,
           icon,
-          QString::fromStdString(bubble.title),
+          translated(bubble.title),
           server.bodyMarkup ? escaped(body) : body,
           server.actions ? actionPairs(bubble.actions) : QStringList(),
           hints,

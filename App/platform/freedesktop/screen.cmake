@@ -2,9 +2,8 @@
 pkg_check_modules(XCB_SCREEN REQUIRED IMPORTED_TARGET xcb)
 
 tollbeam_room(tollbeam_freedesktop_screen
-  Contrast.cpp
   x11/ManagerSelection.cpp
   x11/XServer.cpp)
 target_link_libraries(tollbeam_freedesktop_screen
-  PUBLIC Qt6::Core Qt6::Gui PkgConfig::XCB_SCREEN)
+  PUBLIC tollbeam_colour Qt6::Core Qt6::Gui PkgConfig::XCB_SCREEN)
 set_target_properties(tollbeam_freedesktop_screen PROPERTIES AUTOMOC ON)

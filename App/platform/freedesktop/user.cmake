@@ -21,5 +21,5 @@ tollbeam_room(tollbeam_freedesktop_user
 set_target_properties(tollbeam_freedesktop_user PROPERTIES AUTOMOC ON)
 target_link_libraries(tollbeam_freedesktop_user
   PUBLIC tollbeam_ports Qt6::Core Qt6::DBus Qt6::Widgets
-  PRIVATE simdjson::simdjson)
+  PRIVATE simdjson::simdjson tollbeam_texts)
 target_link_libraries(tollbeam_platform_freedesktop INTERFACE tollbeam_freedesktop_user)

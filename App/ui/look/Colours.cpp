@@ -1,6 +1,6 @@
 #include "ui/look/Colours.h"
 
-#include "ui/look/Contrast.h"
+#include "colour/Contrast.h"
 
 namespace tollbeam {
 

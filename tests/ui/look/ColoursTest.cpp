@@ -5,7 +5,7 @@
 #include <cmath>
 #include <random>
 
-#include "ui/look/Contrast.h"
+#include "colour/Contrast.h"
 
 namespace tollbeam {
 namespace {

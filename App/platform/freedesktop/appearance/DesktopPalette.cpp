@@ -1,13 +1,12 @@
 #include "platform/freedesktop/appearance/DesktopPalette.h"
 
-#include "platform/freedesktop/Contrast.h"
+#include "colour/Contrast.h"
 
 namespace tollbeam {
 namespace {
 
 constexpr double kTextContrast = 4.5;
 constexpr double kHighContrast = 7;
-constexpr int kSteps = 20;
 
 struct Ground {
   QColor window, text, base, highlight;
@@ -20,25 +19,10 @@ const QColor kOnLight(0x0e, 0x11, 0x16);
 const QColor kVisited(0x9b, 0x4d, 0xca);
 
 /// `share` of `b` in `a`: 0 to 1.
-QColor mix(const QColor& a, const QColor& b, double share) {
-  const auto part = [share](float from, float to) {
-    return static_cast<float>(from + (to - from) * share);
-  };
-  return QColor::fromRgbF(part(a.redF(), b.redF()), part(a.greenF(), b.greenF()),
-                          part(a.blueF(), b.blueF()))
-      .toRgb();
-}
-
-/// `colour`, moved as far towards `text` as it takes to be seen that well on `ground`.
-QColor readable(const QColor& colour, const QColor& ground, const QColor& text, double ratio) {
-  QColor shown = colour;
-  for (int step = 1; contrast(shown, ground) < ratio && step <= kSteps; ++step)
-    shown = mix(colour, text, static_cast<double>(step) / kSteps);
-  return shown;
-}
+QColor mix(const QColor& a, const QColor& b, double share) { return mixed(b, a, share); }
 
 QColor onColour(const QColor& ground) {
-  return contrast(kOnDark, ground) >= contrast(kOnLight, ground) ? kOnDark : kOnLight;
+  return contrastRatio(kOnDark, ground) >= contrastRatio(kOnLight, ground) ? kOnDark : kOnLight;
 }
 
 Ground groundOf(const Look& look) {
@@ -51,7 +35,7 @@ Ground groundOf(const Look& look) {
   if (look.highContrast) {
     ground.window = ground.base = dark ? Qt::black : Qt::white;
     ground.text = dark ? Qt::white : Qt::black;
-    ground.highlight = readable(ground.highlight, ground.window, ground.text, kHighContrast);
+    ground.highlight = readable(ground.highlight, ground.text, ground.window, kHighContrast);
   }
   return ground;
 }
@@ -75,7 +59,7 @@ void setRelief(QPalette& palette, const Ground& ground, const Look& look) {
 void setDisabled(QPalette& palette, const Ground& ground, const Look& look) {
   const double ratio = look.highContrast ? kTextContrast : 1;
   const QColor faint =
-      readable(mix(ground.text, ground.window, 0.55), ground.window, ground.text, ratio);
+      readable(mix(ground.text, ground.window, 0.55), ground.text, ground.window, ratio);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
                           QPalette::Link, QPalette::LinkVisited, QPalette::PlaceholderText})
     palette.setColor(QPalette::Disabled, role, faint);
@@ -94,7 +78,7 @@ QPalette desktopPalette(const Look& look) {
   const Ground ground = groundOf(look);
   const double ratio = look.highContrast ? kHighContrast : kTextContrast;
   const auto seen = [&](const QColor& colour) {
-    return readable(colour, ground.base, ground.text, ratio);
+    return readable(colour, ground.text, ground.base, ratio);
   };
   QPalette palette;
   // For all groups; the inactive one stays like this, since a status utility's windows are often

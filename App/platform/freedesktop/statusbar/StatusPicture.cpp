@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/freedesktop/Contrast.h"
+#include "colour/Contrast.h"
 
 namespace tollbeam {
 namespace {
@@ -134,7 +134,9 @@ QColor colourOnDark() { return {0xec, 0xee, 0xf1}; }
 
 QColor colourOn(const QColor& background) {
   const QColor dark(0x1b, 0x1e, 0x23);
-  return contrast(colourOnDark(), background) > contrast(dark, background) ? colourOnDark() : dark;
+  return contrastRatio(colourOnDark(), background) > contrastRatio(dark, background)
+             ? colourOnDark()
+             : dark;
 }
 
 }  // namespace tollbeam

@@ -8,7 +8,7 @@
 #include <chrono>
 #include <cmath>
 
-#include "platform/freedesktop/Contrast.h"
+#include "colour/Contrast.h"
 #include "platform/freedesktop/statusbar/PanelColour.h"
 
 namespace tollbeam {
@@ -110,7 +110,7 @@ StatusPicture XEmbedIcon::picture() const {
 QColor XEmbedIcon::colour() const {
   const auto told = tray_.foreground();
   const auto behind = ground();
-  if (told && (!behind || contrast(*told, *behind) >= kReadable)) return *told;
+  if (told && (!behind || contrastRatio(*told, *behind) >= kReadable)) return *told;
   return behind ? colourOn(*behind) : QGuiApplication::palette().color(QPalette::WindowText);
 }
 

@@ -5,7 +5,7 @@
 #include <array>
 #include <random>
 
-#include "platform/freedesktop/Contrast.h"
+#include "colour/Contrast.h"
 
 namespace tollbeam {
 namespace {
@@ -73,7 +73,7 @@ TEST(DesktopPalette, TextIsReadableOnItsGround) {
     const auto palette = desktopPalette(look);
     const auto seen = [&](QPalette::ColorRole text, QPalette::ColorRole ground,
                           QPalette::ColorGroup group = QPalette::Active) {
-      return contrast(of(palette, text, group), of(palette, ground, group));
+      return contrastRatio(of(palette, text, group), of(palette, ground, group));
     };
     for (const auto group : {QPalette::Active, QPalette::Inactive}) {
       EXPECT_GE(seen(QPalette::WindowText, QPalette::Window, group), 7);
@@ -125,10 +125,12 @@ TEST(DesktopPalette, AnyAccentLeavesTextReadable) {
       look.accent = Accent{part(random), part(random), part(random)};
       const auto palette = desktopPalette(look);
       const double least = look.highContrast ? 7 : 4.5;
-      EXPECT_GE(contrast(of(palette, QPalette::HighlightedText), of(palette, QPalette::Highlight)),
-                4.3);
-      EXPECT_GE(contrast(of(palette, QPalette::Link), of(palette, QPalette::Base)), least);
-      EXPECT_GE(contrast(of(palette, QPalette::LinkVisited), of(palette, QPalette::Base)), least);
+      EXPECT_GE(
+          contrastRatio(of(palette, QPalette::HighlightedText), of(palette, QPalette::Highlight)),
+          4.3);
+      EXPECT_GE(contrastRatio(of(palette, QPalette::Link), of(palette, QPalette::Base)), least);
+      EXPECT_GE(contrastRatio(of(palette, QPalette::LinkVisited), of(palette, QPalette::Base)),
+                least);
     }
   }
 }

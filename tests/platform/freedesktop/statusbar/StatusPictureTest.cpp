@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/freedesktop/Contrast.h"
+#include "colour/Contrast.h"
 
 namespace tollbeam {
 namespace {
@@ -76,8 +76,8 @@ TEST(StatusPicture, WithoutASymbolShowsTheTextAlone) {
 TEST(StatusPicture, ColourStandsOutOnItsGround) {
   for (const QColor& ground : {QColor(Qt::black), QColor(Qt::white), QColor(0x80, 0x80, 0x80),
                                QColor(0x33, 0x66, 0x99), QColor(0xd6, 0xd2, 0x6a)})
-    EXPECT_GE(contrast(colourOn(ground), ground), 4) << ground.name().toStdString();
-  EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 0.01);
+    EXPECT_GE(contrastRatio(colourOn(ground), ground), 4) << ground.name().toStdString();
+  EXPECT_NEAR(contrastRatio(Qt::black, Qt::white), 21, 0.01);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "ui/look/Contrast.h"
+#include "colour/Contrast.h"
 
 #include <algorithm>
 #include <cmath>
