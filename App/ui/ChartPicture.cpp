@@ -21,21 +21,29 @@ constexpr double kValueColumn = 34;
 constexpr double kBesideValue = 6;
 constexpr double kLineWidth = 2;
 constexpr double kBeyondPlot = 1;
+constexpr qsizetype kLongestPiece = 10;
 
 QString valueText(int percent) {
   return QCoreApplication::translate("tollbeam::HistoryChart", "%1%").arg(percent);
 }
 
-// The line without the points in the middle of its level stretches: nobody sees them.
+// The line without the points in the middle of its level stretches: nobody sees them. A long
+// stretch comes in pieces that share a point, because the time to paint one grows with the square
+// of its length.
 std::vector<QPolygonF> linesOf(const std::vector<ChartPoint>& points, const ChartFrame& frame) {
   std::vector<QPolygonF> lines;
   for (std::size_t i = 0; i < points.size(); ++i) {
     const bool begins = i == 0 || points[i - 1].seg != points[i].seg;
     const bool ends = i + 1 == points.size() || points[i + 1].seg != points[i].seg;
-    if (begins) lines.emplace_back();
     const bool level = !begins && !ends && points[i - 1].pct == points[i].pct &&
                        points[i].pct == points[i + 1].pct;
-    if (!level) lines.back() << frame.at(points[i]);
+    if (level) continue;
+    if (begins) {
+      lines.emplace_back();
+    } else if (lines.back().size() >= kLongestPiece) {
+      lines.push_back({lines.back().last()});
+    }
+    lines.back() << frame.at(points[i]);
   }
   return lines;
 }
@@ -44,49 +52,61 @@ std::vector<QPolygonF> linesOf(const std::vector<ChartPoint>& points, const Char
 
 ChartPicture::ChartPicture(Content content, const QRectF& area, Qt::LayoutDirection direction,
                            const Style& style, const Calendar& calendar, const QLocale& locale)
-    : points_(std::move(content.points)), right_(area.right()) {
+    : points_(std::move(content.points)), area_(area), mirrored_(direction == Qt::RightToLeft) {
   const QFontMetricsF metrics(style.font(Role::caption2));
   const auto widthOf = [&metrics](const QString& text) { return metrics.horizontalAdvance(text); };
   const double column = std::max<double>(
       style.px(kValueColumn), std::ceil(widthOf(valueText(100))) + style.px(kBesideValue));
-  const bool mirrored = direction == Qt::RightToLeft;
   const double width = std::max(area.width() - column, 1.0);
-  const double left = mirrored ? area.right() - width : area.left();
-  const auto plotTo = [&](double bottom) {
-    const double top = area.top() + style.px(kAbovePlot);
-    frame_ = {QRectF(left, top, width, std::max(bottom - top, 1.0)), content.from, content.now};
-  };
-  plotTo(area.bottom() - style.px(kBelowPlot));
+  const double left = mirrored_ ? area.right() - width : area.left();
+  frame_ = {QRectF(left, area.top() + style.px(kAbovePlot), width, 1), content.from, content.now};
 
   const LabelRoom room{widthOf, style.scale(), area.left(), area.right()};
   TimeAxis axis = content.hours ? hourAxis(frame_, calendar, locale, room)
                                 : dayAxis(frame_, calendar, locale, room);
+  columns_ = std::move(axis.lines);
+  const double baseline = makeRoomFor(axis.labels, metrics, style);
+  for (TimeLabel& label : axis.labels) {
+    const double start = label.centre - widthOf(label.text) / 2;
+    put(std::move(label.text), {start, baseline}, metrics);
+  }
+  addRows(metrics);
+  lines_ = linesOf(points_, frame_);
+}
 
-  // Scripts with deep or high letters lift the baseline and press the plot a little.
+// Gives the plot its height and the labels below it their baseline: scripts with deep or high
+// letters lift the baseline and press the plot a little.
+double ChartPicture::makeRoomFor(const std::vector<TimeLabel>& labels, const QFontMetricsF& metrics,
+                                 const Style& style) {
   double ascent = 0;
   double descent = style.px(kBelowBaseline);
-  for (const TimeLabel& label : axis.labels) {
+  for (const TimeLabel& label : labels) {
     const QRectF ink = metrics.tightBoundingRect(label.text);
     ascent = std::max(ascent, std::ceil(-ink.top()));
     descent = std::max(descent, std::ceil(ink.bottom()));
   }
-  const double baseline = area.bottom() - descent;
-  plotTo(std::min(frame_.plot.bottom(), baseline - ascent - style.px(kBetweenPlotAndLabels)));
+  const double baseline = area_.bottom() - descent;
+  const double bottom = std::min(area_.bottom() - style.px(kBelowPlot),
+                                 baseline - ascent - style.px(kBetweenPlotAndLabels));
+  frame_.plot.setBottom(std::max(bottom, frame_.plot.top() + 1));
+  return baseline;
+}
 
-  for (TimeLabel& label : axis.labels) {
-    const double start = label.centre - widthOf(label.text) / 2;
-    labels_.push_back({{start, baseline}, std::move(label.text)});
-  }
+void ChartPicture::addRows(const QFontMetricsF& metrics) {
   const double halfDigit = metrics.tightBoundingRect(QStringLiteral("0")).height() / 2;
   for (const int percent : {0, 50, 100}) {
     const double y = std::round(frame_.y(percent));
     rows_.push_back(y);
-    QString text = valueText(percent);
-    const double start = mirrored ? area.left() : area.right() - widthOf(text);
-    labels_.push_back({{start, std::round(y + halfDigit)}, std::move(text)});
+    const QString text = valueText(percent);
+    const double end = area_.right() - metrics.horizontalAdvance(text);
+    put(text, {mirrored_ ? area_.left() : end, std::round(y + halfDigit)}, metrics);
   }
-  columns_ = std::move(axis.lines);
-  lines_ = linesOf(points_, frame_);
+}
+
+void ChartPicture::put(QString text, QPointF start, const QFontMetricsF& metrics) {
+  const QRectF box(start.x(), start.y() - metrics.ascent(), metrics.horizontalAdvance(text),
+                   metrics.height());
+  labels_.push_back({start, box.toAlignedRect(), std::move(text)});
 }
 
 ChartPicture::Extent ChartPicture::extent(double left, double right) const {
@@ -101,15 +121,16 @@ ChartPicture::Extent ChartPicture::extent(double left, double right) const {
   return result.value_or(Extent{middle, middle});
 }
 
-void ChartPicture::paint(QPainter& painter, const Style& style) const {
+void ChartPicture::paint(QPainter& painter, const Style& style, const QRegion& dirty) const {
   paintGrid(painter, style);
   painter.setPen(style.colours().secondary);
   painter.setFont(style.font(Role::caption2));
   for (const Label& label : labels_) {
+    if (!dirty.intersects(label.box)) continue;
     painter.setLayoutDirection(label.text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     painter.drawText(label.start, label.text);
   }
-  paintLines(painter, style);
+  paintLines(painter, style, dirty);
 }
 
 void ChartPicture::paintGrid(QPainter& painter, const Style& style) const {
@@ -120,12 +141,12 @@ void ChartPicture::paintGrid(QPainter& painter, const Style& style) const {
   }
   for (const double x : columns_) {
     // The last pixel of the widget, not the first one beyond it.
-    const double inside = std::min(x, right_ - style.px(1) / 2.0);
+    const double inside = std::min(x, area_.right() - style.px(1) / 2.0);
     painter.fillRect(grid.column(inside, plot.top(), plot.bottom()), style.colours().gridLine);
   }
 }
 
-void ChartPicture::paintLines(QPainter& painter, const Style& style) const {
+void ChartPicture::paintLines(QPainter& painter, const Style& style, const QRegion& dirty) const {
   const double width = style.px(kLineWidth);
   const double beyond = style.px(kBeyondPlot);
   painter.save();
@@ -133,6 +154,8 @@ void ChartPicture::paintLines(QPainter& painter, const Style& style) const {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(style.colours().accent, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   for (const QPolygonF& line : lines_) {
+    const QRectF box = line.boundingRect().adjusted(-width, -width, width, width);
+    if (!dirty.intersects(box.toAlignedRect())) continue;
     if (line.size() == 1) {
       painter.drawPoint(line.first());
     } else {

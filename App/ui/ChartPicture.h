@@ -2,8 +2,10 @@
 // it computes nothing.
 #pragma once
 
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QPolygonF>
+#include <QRegion>
 #include <vector>
 
 #include "history/ChartPoints.h"
@@ -40,21 +42,28 @@ class ChartPicture {
   /// plot's middle when there are none.
   [[nodiscard]] Extent extent(double left, double right) const;
 
-  /// As much of it as the painter's clip lets through.
-  void paint(QPainter& painter, const Style& style) const;
+  /// What of it lies in `dirty`, to which the painter is clipped.
+  void paint(QPainter& painter, const Style& style, const QRegion& dirty) const;
 
  private:
   struct Label {
     QPointF start;  // on the baseline
+    QRect box;
     QString text;
   };
 
+  double makeRoomFor(const std::vector<TimeLabel>& labels, const QFontMetricsF& metrics,
+                     const Style& style);
+  void addRows(const QFontMetricsF& metrics);
+  void put(QString text, QPointF start, const QFontMetricsF& metrics);
+
   void paintGrid(QPainter& painter, const Style& style) const;
-  void paintLines(QPainter& painter, const Style& style) const;
+  void paintLines(QPainter& painter, const Style& style, const QRegion& dirty) const;
 
   std::vector<ChartPoint> points_;
+  QRectF area_;
+  bool mirrored_ = false;
   ChartFrame frame_;
-  double right_ = 0;
   std::vector<double> rows_;
   std::vector<double> columns_;
   std::vector<Label> labels_;

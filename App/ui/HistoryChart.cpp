@@ -3,6 +3,7 @@
 #include <QAccessibleWidget>
 #include <QEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 
@@ -141,10 +142,10 @@ std::optional<ChartMarker> HistoryChart::markerAt(std::size_t point) const {
   return ChartMarker(picture_, point, time, tr("%1%").arg(p.pct), style_, layoutDirection());
 }
 
-void HistoryChart::paintEvent(QPaintEvent* /*event*/) {
+void HistoryChart::paintEvent(QPaintEvent* event) {
   if (picture_.points().empty()) return;
   QPainter painter(this);
-  picture_.paint(painter, style_);
+  picture_.paint(painter, style_, event->region());
   if (marker_) marker_->paint(painter, style_);
 }
 

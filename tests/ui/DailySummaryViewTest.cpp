@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "support/Histories.h"
+#include "ui/controls/FocusRing.h"
 
 namespace tollbeam {
 namespace {
@@ -91,6 +92,21 @@ TEST_F(DailySummaryViewTest, TheWholeRowIsTheTarget) {
   show();
   EXPECT_EQ(view->title().width(), view->width());
   EXPECT_GE(view->title().height(), 24);
+}
+
+TEST_F(DailySummaryViewTest, ItsFocusRingIsNotCutOffAndMovesAlong) {
+  show();
+  view->title().setFocus(Qt::TabFocusReason);
+  QFocusEvent focus(QEvent::FocusIn, Qt::TabFocusReason);
+  QCoreApplication::sendEvent(&view->title(), &focus);
+  auto* ring = window.findChild<FocusRing*>();
+  ASSERT_NE(ring, nullptr);
+  EXPECT_TRUE(ring->isVisible());
+  EXPECT_TRUE(ring->parentWidget()->rect().contains(ring->geometry()));
+  EXPECT_LT(ring->mapTo(&window, QPoint()).x(), view->title().mapTo(&window, QPoint()).x());
+  const int before = ring->mapTo(&window, QPoint()).y();
+  view->move(view->x(), view->y() + 7);
+  EXPECT_EQ(ring->mapTo(&window, QPoint()).y(), before + 7);
 }
 
 TEST_F(DailySummaryViewTest, ShowsTheNumbersOfADay) {

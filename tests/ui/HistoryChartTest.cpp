@@ -119,6 +119,20 @@ TEST_F(HistoryChartTest, DrawsInTheAccentWhereTheChargeWas) {
   EXPECT_NE(colourAt(xOf(-18), yOf(75)), style.colours().accent) << "empty to its left";
 }
 
+TEST_F(HistoryChartTest, JoinsAllPointsOfAStretch) {
+  history({{{-24, 10}, {-18, 90}, {-12, 10}, {-6, 90}, {0, 10}}});
+  shown();
+  const QImage image = chart->grab().toImage();
+  for (int x = 2; x < xOf(0) - 2; ++x) {
+    int drawn = 0;
+    for (int y = 0; y < image.height(); ++y) {
+      const QColor pixel = image.pixelColor(x, y);
+      drawn += pixel.blue() - pixel.red() > 60;
+    }
+    ASSERT_GT(drawn, 0) << x;
+  }
+}
+
 TEST_F(HistoryChartTest, LeavesAGapUnconnected) {
   history({{{-20, 75}, {-15, 75}}, {{-5, 75}, {-1, 75}}});
   shown();
