@@ -9,10 +9,10 @@ packages_run="libqt6svg6 qt6-qpa-plugins libcanberra0 sound-theme-freedesktop"
 
 # The simulated laptop: real services, a screen, panels, notification servers, and a clock to turn.
 packages_desk="upower umockdev gir1.2-umockdev-1.0 power-profiles-daemon python3-dbusmock
-  python3-dbus python3-gi gir1.2-glib-2.0 dbus libglib2.0-bin xdg-desktop-portal at-spi2-core
-  gir1.2-atspi-2.0 xvfb x11-utils x11-xserver-utils xdotool imagemagick xfwm4 openbox xfconf
-  xfce4-panel xfce4-notifyd lxqt-panel dunst fonts-dejavu-core adwaita-icon-theme librsvg2-common
-  libfaketime"
+  python3-dbus python3-gi gir1.2-glib-2.0 dbus libglib2.0-bin xdg-desktop-portal
+  xdg-desktop-portal-gtk at-spi2-core gir1.2-atspi-2.0 xvfb x11-utils x11-xserver-utils xdotool
+  imagemagick xfwm4 openbox xfconf xfce4-panel xfce4-settings xfce4-notifyd lxqt-panel dunst
+  fonts-dejavu-core adwaita-icon-theme librsvg2-common libfaketime"
 
 packages_test="git libgtest-dev tzdata clang-format clang-tidy appstream desktop-file-utils dbus libglib2.0-bin xvfb
   xdg-desktop-portal"

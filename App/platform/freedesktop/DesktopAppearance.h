@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "platform/Appearance.h"
+#include "platform/freedesktop/appearance/LiveScale.h"
 #include "platform/freedesktop/appearance/Look.h"
 #include "platform/freedesktop/appearance/PortalSettings.h"
 #include "platform/freedesktop/appearance/ToolkitTheme.h"
@@ -41,6 +42,7 @@ class DesktopAppearance final : public QObject, public Appearance {
   const QFont usualFont_;
   PortalSettings portal_;
   std::optional<XSettingsWatch> daemon_;
+  LiveScale scale_;
   Look look_;
   Observers<> observers_;
 };

@@ -10,6 +10,7 @@ tollbeam_room(tollbeam_freedesktop_appearance
   DesktopAppearance.cpp
   appearance/DesktopFont.cpp
   appearance/DesktopPalette.cpp
+  appearance/LiveScale.cpp
   appearance/PortalSettings.cpp
   appearance/ToolkitTheme.cpp
   appearance/XSettingsWatch.cpp)

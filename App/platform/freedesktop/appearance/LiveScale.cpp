@@ -1,0 +1,42 @@
+#include "platform/freedesktop/appearance/LiveScale.h"
+
+#include <QApplication>
+#include <QBackingStore>
+#include <QScreen>
+#include <QWidget>
+
+namespace tollbeam {
+namespace {
+
+// Another size than any window's: the store is made anew when the window is painted next, in the
+// pixels of then.
+constexpr QSize kOutdated(1, 1);
+
+void renew(QWidget& window) {
+  auto* store = window.backingStore();
+  if (store == nullptr) return;
+  const bool shown = window.isVisible();
+  // A window gets its size in dots when it appears.
+  window.hide();
+  store->resize(kOutdated);
+  // A popover has its place and its clicks from whoever opens it.
+  if (shown && window.windowType() == Qt::Window) window.show();
+}
+
+}  // namespace
+
+LiveScale::LiveScale() {
+  for (auto* screen : QGuiApplication::screens()) watch(screen);
+  connect(qApp, &QGuiApplication::screenAdded, this, &LiveScale::watch);
+}
+
+void LiveScale::watch(QScreen* screen) {
+  connect(screen, &QScreen::logicalDotsPerInchChanged, this,
+          [screen, ratio = screen->devicePixelRatio()]() mutable {
+            if (screen->devicePixelRatio() == ratio) return;
+            ratio = screen->devicePixelRatio();
+            for (auto* window : QApplication::topLevelWidgets()) renew(*window);
+          });
+}
+
+}  // namespace tollbeam
