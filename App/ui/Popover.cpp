@@ -3,9 +3,9 @@
 #include <QApplication>
 #include <QCursor>
 #include <QKeyEvent>
-#include <QLayout>
 #include <QPainter>
 #include <QScreen>
+#include <QWindow>
 #include <algorithm>
 #include <utility>
 
@@ -138,6 +138,7 @@ void Popover::mousePressEvent(QMouseEvent* event) {
 // By now the view's parts have heard that they are shown, and nothing is on the screen yet.
 void Popover::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
+  placed_ = QRect();
   place();
 }
 
@@ -180,15 +181,18 @@ void Popover::place() {
   const int distance = style_.px(kPopoverDistance);
   const QSize room = area.size() - 2 * QSize(distance, distance);
 
-  if (auto* layout = view_->layout()) layout->invalidate();
-  const int width = std::min(view_->sizeHint().width(), room.width());
-  const QSize page(width, view_->heightForWidth(width));
+  QSize page = view_->sizeHint();
+  page.setWidth(std::min(page.width(), room.width()));
+  if (view_->hasHeightForWidth()) page.setHeight(view_->heightForWidth(page.width()));
   const QSize size = page.boundedTo(room);
   const QRect body(popoverPosition(*anchor_, screen->geometry(), area, size, distance), size);
-  shadowMargins_ = testAttribute(Qt::WA_TranslucentBackground)
-                       ? within(area, body, Shadow::reach(style_))
-                       : QMargins();
-  const QRect window = body.marginsAdded(shadowMargins_);
+  const QMargins margins = testAttribute(Qt::WA_TranslucentBackground)
+                               ? within(area, body, Shadow::reach(style_))
+                               : QMargins();
+  const QRect window = body.marginsAdded(margins);
+  if (window == placed_ && margins == shadowMargins_ && page == view_->size()) return;
+  placed_ = window;
+  shadowMargins_ = margins;
 
   // Tiling window managers leave windows of a fixed size alone.
   setMinimumSize(0, 0);
@@ -198,10 +202,12 @@ void Popover::place() {
   scroll_->setGeometry(this->body());
   view_->resize(page);
 
+  // The toolkit's own number may be that of a window that was closed since.
+  const WId number = windowHandle() ? windowHandle()->winId() : winId();
   const double ratio = screen->devicePixelRatio();
   const auto pixels = [ratio](int length) { return qRound(length * ratio); };
   const QMargins& m = shadowMargins_;
-  compositor_.setShadow(winId(), {.left = pixels(m.left()),
+  compositor_.setShadow(number, {.left = pixels(m.left()),
                                   .top = pixels(m.top()),
                                   .right = pixels(m.right()),
                                   .bottom = pixels(m.bottom()),

@@ -63,6 +63,7 @@ class Popover final : public QWidget {
   ScrollArea* scroll_;
   Shadow shadow_;
   QMargins shadowMargins_;
+  QRect placed_;
   std::optional<Subscription> clicks_;
   std::optional<QPoint> anchor_;
   bool pressedOutside_ = false;

@@ -126,7 +126,9 @@ void PopoverView::refresh() {
     details_->hide();
     setAccessibleName(translated(state.stateText()));
   }
+  // At once, so that it can be measured.
   layout()->invalidate();
+  layout()->activate();
 }
 
 void PopoverView::refreshBattery(const BatteryState& state) {

@@ -18,8 +18,8 @@ from .screen import Screen
 from .sound import Speaker
 from .waiting import wait_for
 
-OPTIONS = {'panel': 'xfce', 'notify': 'xfce', 'wm': 'xfwm4', 'dark': False, 'scale': 1, 'size': '1280x800',
-           'sound': False}
+OPTIONS = {'panel': 'xfce', 'notify': 'xfce', 'wm': 'xfwm4', 'compositor': False, 'dark': False, 'scale': 1,
+           'size': '1280x800', 'sound': False}
 INHIBIT_DELAY_MAX = 5.0  # seconds; logind's own default
 
 # The parts in the order in which they come up; down is the reverse.
