@@ -1,0 +1,8 @@
+# An X server of its own, without a window manager.
+pkg_check_modules(XCB_SESSION REQUIRED IMPORTED_TARGET xcb xcb-shape)
+tollbeam_test(session_x11_tests
+  SOURCES
+    platform/freedesktop/X11CompositorTest.cpp
+    platform/freedesktop/statusbar/XvfbMain.cpp
+  LIBS tollbeam_freedesktop_session tollbeam_freedesktop_screen Qt6::Widgets
+    PkgConfig::XCB_SESSION)
