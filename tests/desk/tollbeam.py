@@ -288,9 +288,9 @@ class ProgramTest(unittest.TestCase):
         return seen
 
     def popover(self):
-        """What the popover says, one text a label and button; empty while it is closed."""
-        return [name for role, names in self.window('Tollbeam').items() if role in ('label', 'push button', 'button')
-                for name in names]
+        """What the popover says, one text a label, ring and button; empty while it is closed."""
+        speaking = ('label', 'progress bar', 'push button', 'button', 'radio button')
+        return [name for role, names in self.window('Tollbeam').items() if role in speaking for name in names]
 
     def popover_says(self, text, seconds=8.0):
         """Waits until one of the texts of the open popover holds `text`, and returns that."""

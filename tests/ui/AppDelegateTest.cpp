@@ -128,6 +128,32 @@ TEST_F(AppDelegateTest, ThePopoverOpensOnFreshData) {
   EXPECT_EQ(percentWhenShown, 40);
 }
 
+TEST_F(AppDelegateTest, AnOpenPopoverComesToRest) {
+  class Busy : public QObject {
+   public:
+    bool eventFilter(QObject*, QEvent* event) override {
+      if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Paint) ++count;
+      return false;
+    }
+    int count = 0;
+  };
+  launch();
+  click();
+  const auto live = [](int turns) {
+    for (int turn = 0; turn < turns; ++turn) QCoreApplication::processEvents();
+  };
+  live(20);
+  Busy busy;
+  qApp->installEventFilter(&busy);
+  live(50);
+  EXPECT_EQ(busy.count, 0);
+  platform.mainQueue.advance(60);
+  live(20);
+  busy.count = 0;
+  live(50);
+  EXPECT_EQ(busy.count, 0) << "after a refresh, too";
+}
+
 TEST_F(AppDelegateTest, TheItemIsDrawnBeforeTheLaunchReturns) {
   delegate->applicationDidFinishLaunching();
   ASSERT_EQ(statusBar.drawn.size(), 1U);
