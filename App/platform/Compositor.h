@@ -1,6 +1,6 @@
-// Whether windows may be transparent, and so cast a shadow of their own: only where something blends
-// them. It may come and go while the program runs; without it, what is not painted opaque is black.
-// Main thread only.
+// Whether windows may be transparent, and so cast a shadow of their own: only where something
+// blends them. It may come and go while the program runs; without it, what is not painted opaque is
+// black. Main thread only.
 #pragma once
 
 #include <cstdint>

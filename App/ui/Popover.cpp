@@ -150,8 +150,7 @@ void Popover::hideEvent(QHideEvent* event) {
 void Popover::onButton(OutsideClicks::Button button) {
   if (button == OutsideClicks::Button::pressed) {
     const QPoint at = QCursor::pos();
-    pressedOutside_ =
-        !body().translated(pos()).contains(at) && !QApplication::activePopupWidget();
+    pressedOutside_ = !body().translated(pos()).contains(at) && !QApplication::activePopupWidget();
   } else if (pressedOutside_) {
     // At the release, because panels tell of a click on the item at the release.
     closeForAClick();
@@ -208,11 +207,11 @@ void Popover::place() {
   const auto pixels = [ratio](int length) { return qRound(length * ratio); };
   const QMargins& m = shadowMargins_;
   compositor_.setShadow(number, {.left = pixels(m.left()),
-                                  .top = pixels(m.top()),
-                                  .right = pixels(m.right()),
-                                  .bottom = pixels(m.bottom()),
-                                  .bodyWidth = pixels(size.width()),
-                                  .bodyHeight = pixels(size.height())});
+                                 .top = pixels(m.top()),
+                                 .right = pixels(m.right()),
+                                 .bottom = pixels(m.bottom()),
+                                 .bodyWidth = pixels(size.width()),
+                                 .bodyHeight = pixels(size.height())});
 }
 
 }  // namespace tollbeam

@@ -115,8 +115,7 @@ void PopoverView::refresh() {
   stale_ = false;
   const BatteryState& state = model_.state();
   noBattery_->setVisible(!state.hasBattery);
-  for (QWidget* block :
-       std::initializer_list<QWidget*>{header_, range_, chart_, summary_}) {
+  for (QWidget* block : std::initializer_list<QWidget*>{header_, range_, chart_, summary_}) {
     block->setVisible(state.hasBattery);
   }
   if (state.hasBattery) {

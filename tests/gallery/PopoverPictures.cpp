@@ -28,22 +28,41 @@ using Stretches = std::vector<std::vector<test::Corner>>;
 
 // Hours from today's midnight.
 const Stretches kDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-1.2, 80}, {-0.3, 76}},
-                                {{7.5, 74}, {8.2, 80}, {10.4, 80}, {14.33, 64}}};
+                     {{7.5, 74}, {8.2, 80}, {10.4, 80}, {14.33, 64}}};
 const Stretches kLowDay{{{-9.7, 52}, {-8.3, 42}, {-6.7, 80}, {-3.0, 80}, {-0.6, 70}},
-                                   {{6.9, 67}, {14.33, 14}}};
+                        {{6.9, 67}, {14.33, 14}}};
 const Stretches kFullDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-0.3, 80}},
                          {{7.5, 81}, {9.2, 60}, {10.4, 63}, {13.33, 100}, {14.33, 100}}};
 const Stretches kEmptyDay{{{-6, 100}, {-1, 40}}, {{8.2, 62}, {14.33, 0}}};
-const Stretches kLongWeek{{{-153.6, 58}, {-100, 80}, {-80, 20}, {-78, 100}, {-30, 100}, {14.33, 21}}};
-const Stretches kWeek{
-    {{-153.6, 58}, {-151, 45}, {-149.6, 80}, {-143.6, 80}},
-    {{-137, 78}, {-135, 80}, {-131, 80}, {-126.5, 52}, {-124.8, 80}, {-111.5, 80}, {-107, 61},
-     {-97.5, 43}},
-    {{-87.6, 42}, {-85, 64}, {-80.5, 38}, {-78.4, 80}, {-63.2, 80}, {-57.8, 49}, {-56, 80},
-     {-52.5, 80}, {-49, 66}},
-    {{-40.4, 65}, {-35.6, 33}, {-33, 80}, {-15.4, 80}, {-11.9, 58}, {-10.5, 80}, {-6.4, 80},
-     {-0.6, 51}},
-    {{7.4, 50}, {9, 41}, {11.1, 34}, {14.33, 82}}};
+const Stretches kLongWeek{
+    {{-153.6, 58}, {-100, 80}, {-80, 20}, {-78, 100}, {-30, 100}, {14.33, 21}}};
+const Stretches kWeek{{{-153.6, 58}, {-151, 45}, {-149.6, 80}, {-143.6, 80}},
+                      {{-137, 78},
+                       {-135, 80},
+                       {-131, 80},
+                       {-126.5, 52},
+                       {-124.8, 80},
+                       {-111.5, 80},
+                       {-107, 61},
+                       {-97.5, 43}},
+                      {{-87.6, 42},
+                       {-85, 64},
+                       {-80.5, 38},
+                       {-78.4, 80},
+                       {-63.2, 80},
+                       {-57.8, 49},
+                       {-56, 80},
+                       {-52.5, 80},
+                       {-49, 66}},
+                      {{-40.4, 65},
+                       {-35.6, 33},
+                       {-33, 80},
+                       {-15.4, 80},
+                       {-11.9, 58},
+                       {-10.5, 80},
+                       {-6.4, 80},
+                       {-0.6, 51}},
+                      {{7.4, 50}, {9, 41}, {11.1, 34}, {14.33, 82}}};
 
 struct Scene {
   Scene(Dictionary battery, Dictionary properties, const Stretches& history) {
@@ -143,8 +162,7 @@ Dictionary controller(int cycles, int full, double celsius, double watts) {
           {"Amperage", static_cast<int>(std::lround(watts / 12 * 1000))}};
 }
 
-Picture picture(std::string name, Dictionary table, Dictionary properties,
-                const Stretches& history,
+Picture picture(std::string name, Dictionary table, Dictionary properties, const Stretches& history,
                 const std::function<void(Scene&)>& arrange = {},
                 const std::function<void(Scene&)>& use = {}) {
   return {"popover-" + std::move(name), [=] {

@@ -187,7 +187,8 @@ TEST_F(PopoverTest, CastsAShadowWithACompositor) {
   EXPECT_GT(alpha(body.center().x(), below + 5), alpha(body.center().x(), below + 20));
   EXPECT_GT(alpha(body.center().x(), below + 20), alpha(body.center().x(), below + 36));
   EXPECT_GT(alpha(body.center().x(), below + 5), alpha(body.left() - 5, body.center().y()));
-  EXPECT_EQ(alpha(body.left() - 10, body.center().y()), alpha(body.right() + 10, body.center().y()));
+  EXPECT_EQ(alpha(body.left() - 10, body.center().y()),
+            alpha(body.right() + 10, body.center().y()));
 }
 
 TEST_F(PopoverTest, FollowsACompositorThatComesAndGoesAtTheNextOpening) {

@@ -65,9 +65,7 @@ class PopoverViewTest : public testing::Test {
     return result;
   }
   bool says(const char* text) { return texts().contains(QString::fromUtf8(text)); }
-  bool saysAnything(const char* part) {
-    return !texts().filter(QString::fromUtf8(part)).isEmpty();
-  }
+  bool saysAnything(const char* part) { return !texts().filter(QString::fromUtf8(part)).isEmpty(); }
   QAbstractButton* button(const char* text) {
     for (auto* candidate : view->findChildren<QAbstractButton*>()) {
       if (candidate->text() == QString::fromUtf8(text)) return candidate;
@@ -90,17 +88,18 @@ class PopoverViewTest : public testing::Test {
 };
 
 TEST_F(PopoverViewTest, ShowsTheBatteryFromTopToBottom) {
-  battery(82, {{"Power Source State", "AC Power"},
-               {"Is Charging", true},
-               {"Time to Full Charge", 41}});
-  platform.powerSources.properties =
-      Dictionary{{"CycleCount", 742},     {"DesignCapacity", 5000}, {"AppleRawMaxCapacity", 4300},
-                 {"Temperature", 3480},   {"Voltage", 12000},       {"Amperage", 2383},
-                 {"AdapterDetails", Dictionary{{"Watts", 65}}}};
+  battery(82,
+          {{"Power Source State", "AC Power"}, {"Is Charging", true}, {"Time to Full Charge", 41}});
+  platform.powerSources.properties = Dictionary{{"CycleCount", 742},
+                                                {"DesignCapacity", 5000},
+                                                {"AppleRawMaxCapacity", 4300},
+                                                {"Temperature", 3480},
+                                                {"Voltage", 12000},
+                                                {"Amperage", 2383},
+                                                {"AdapterDetails", Dictionary{{"Watts", 65}}}};
   platform.userDefaults.set("snoozeUntil", kStart.secondsSince1970 + 2700);
   open();
-  const QString until = QString::fromUtf8("Alerts snoozed until ") +
-                        timeText({15, 5}, QLocale());
+  const QString until = QString::fromUtf8("Alerts snoozed until ") + timeText({15, 5}, QLocale());
   EXPECT_EQ(texts().join(u'\n').toStdString(),
             "Charging, 41 min to full\nPlugged in for 1 min\nCancel\n" + until.toStdString() +
                 "\nCycle count: 742 of 1000\nBattery health: 86% · Fair\nTemperature: 34.8 °C\n"
@@ -351,8 +350,7 @@ TEST_F(PopoverViewTest, GrowsWithTheFontAndCutsNothingOff) {
       const int needed = label->hasHeightForWidth() ? label->heightForWidth(label->width())
                                                     : label->sizeHint().height();
       EXPECT_GE(label->height(), needed) << pixels << " " << label->text().toStdString();
-      EXPECT_TRUE(view->rect().contains(
-          QRect(label->mapTo(view.get(), QPoint()), label->size())))
+      EXPECT_TRUE(view->rect().contains(QRect(label->mapTo(view.get(), QPoint()), label->size())))
           << pixels << " " << label->text().toStdString();
     }
     for (auto* control : view->findChildren<QAbstractButton*>()) {

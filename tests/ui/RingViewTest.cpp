@@ -78,7 +78,8 @@ TEST_F(RingViewTest, KeepsThePercentageInsideTheRing) {
       for (int x = 0; x < image.width(); ++x) {
         if (image.pixelColor(x, y) != ink) continue;
         ++inked;
-        const double away = std::hypot(x + 0.5 - image.width() / 2.0, y + 0.5 - image.height() / 2.0);
+        const double away =
+            std::hypot(x + 0.5 - image.width() / 2.0, y + 0.5 - image.height() / 2.0);
         ASSERT_LT(away, 40 * image.width() / 104.0) << percent;
       }
     }

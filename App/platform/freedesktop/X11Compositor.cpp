@@ -52,10 +52,9 @@ void X11Compositor::setShadow(std::uintptr_t window, const WindowShadow& shadow)
   x->tolerate(xcb_change_property_checked(connection, XCB_PROP_MODE_REPLACE, id, extents,
                                           XCB_ATOM_CARDINAL, 32, sides.size(), sides.data()));
   if (!shapes) return;
-  const xcb_rectangle_t body{static_cast<std::int16_t>(shadow.left),
-                             static_cast<std::int16_t>(shadow.top),
-                             static_cast<std::uint16_t>(shadow.bodyWidth),
-                             static_cast<std::uint16_t>(shadow.bodyHeight)};
+  const xcb_rectangle_t body{
+      static_cast<std::int16_t>(shadow.left), static_cast<std::int16_t>(shadow.top),
+      static_cast<std::uint16_t>(shadow.bodyWidth), static_cast<std::uint16_t>(shadow.bodyHeight)};
   x->tolerate(xcb_shape_rectangles_checked(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
                                            XCB_CLIP_ORDERING_UNSORTED, id, 0, 0, 1, &body));
 }

@@ -20,8 +20,9 @@ LinkButton::LinkButton(const Style& style, const QString& text, QWidget* parent)
     : QPushButton(text, parent), style_(style) {
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  FocusRing::surround(*this, style, kRadius,
-                      [this] { return rect().marginsRemoved({reach(), reach(), reach(), reach()}); });
+  FocusRing::surround(*this, style, kRadius, [this] {
+    return rect().marginsRemoved({reach(), reach(), reach(), reach()});
+  });
   connect(&style_, &Style::changed, this, &LinkButton::restyle);
   restyle();
 }

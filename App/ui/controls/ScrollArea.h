@@ -16,7 +16,8 @@ class ScrollArea final : public QScrollArea {
   /// `style` must outlive the area.
   explicit ScrollArea(const Style& style, QWidget* parent = nullptr);
 
-  /// Takes the page over. Its size is up to the caller, and its ground is what lies behind the area.
+  /// Takes the page over. Its size is up to the caller, and its ground is what lies behind the
+  /// area.
   void setPage(QWidget* page);
 
  protected:

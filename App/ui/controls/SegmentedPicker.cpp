@@ -98,9 +98,8 @@ SegmentedPicker::SegmentedPicker(const Style& style, const QString& name,
     const auto index = static_cast<int>(segments_.size());
     segment->setChecked(index == 0);
     // The whole picker has the focus, whichever segment it is that takes the keys.
-    FocusRing::surround(*segment, style, kRadius, [this, segment] {
-      return rect().translated(-segment->pos());
-    });
+    FocusRing::surround(*segment, style, kRadius,
+                        [this, segment] { return rect().translated(-segment->pos()); });
     connect(segment, &QRadioButton::toggled, this, [this, index](bool on) {
       if (!on) return;
       thumb_.glideTo(index);
@@ -132,7 +131,7 @@ QSize SegmentedPicker::sizeHint() const {
   double widest = 0;
   for (const Segment* segment : segments_) {
     widest = std::max(widest, widthOfLine(segment->text(), style_.font(Role::calloutMedium),
-                                        Figures::proportional));
+                                          Figures::proportional));
   }
   const double each = widest + 2 * style_.px(kPadding);
   return {static_cast<int>(std::ceil(each)) * static_cast<int>(segments_.size()) +
@@ -143,9 +142,11 @@ QSize SegmentedPicker::sizeHint() const {
 QSize SegmentedPicker::minimumSizeHint() const { return {0, style_.px(kHeight)}; }
 
 int SegmentedPicker::heightForWidth(int width) const {
-  const int each = (width - 2 * style_.px(kInset)) / std::max<int>(1, static_cast<int>(segments_.size()));
+  const int each =
+      (width - 2 * style_.px(kInset)) / std::max<int>(1, static_cast<int>(segments_.size()));
   int height = style_.px(kHeight);
-  for (const Segment* segment : segments_) height = std::max(height, heightOf(segment->text(), each));
+  for (const Segment* segment : segments_)
+    height = std::max(height, heightOf(segment->text(), each));
   return height;
 }
 

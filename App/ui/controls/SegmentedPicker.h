@@ -16,8 +16,8 @@ class SegmentedPicker final : public QWidget {
   Q_OBJECT
 
  public:
-  /// The first choice is chosen. `style` must outlive the picker. `name` is what the whole is called
-  /// where it cannot be seen.
+  /// The first choice is chosen. `style` must outlive the picker. `name` is what the whole is
+  /// called where it cannot be seen.
   SegmentedPicker(const Style& style, const QString& name, const QStringList& choices,
                   QWidget* parent = nullptr);
 

@@ -42,9 +42,7 @@ void Text::setTabularDigits() {
   updateGeometry();
 }
 
-double Text::widthOf(const QString& line) const {
-  return widthOfLine(line, font(), figures_);
-}
+double Text::widthOf(const QString& line) const { return widthOfLine(line, font(), figures_); }
 
 QStringList Text::linesAt(int width) const {
   return brokenLines(text(), width, breaks_, [this](const QString& line) { return widthOf(line); });

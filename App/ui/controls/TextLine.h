@@ -1,5 +1,5 @@
-// One line of text as every control sets it: on a whole pixel's baseline, in the middle of its line's
-// height, in its own direction inside a mirrored window.
+// One line of text as every control sets it: on a whole pixel's baseline, in the middle of its
+// line's height, in its own direction inside a mirrored window.
 #pragma once
 
 #include <QFont>

@@ -9,7 +9,8 @@ namespace tollbeam {
 namespace {
 
 constexpr double kPicture = 48;
-// Of the picture's height the line of a font of 36 points; the rest is empty and counts for nothing.
+// Of the picture's height the line of a font of 36 points; the rest is empty and counts for
+// nothing.
 constexpr double kSymbol = 36;
 constexpr double kAround = 20;
 constexpr double kBetween = 8;

@@ -86,9 +86,8 @@ void Shadow::make(const Style& style, double ratio) {
                    static_cast<int>(std::ceil(side + margins.top() + margins.bottom())));
   const QRectF body(margins.left(), margins.top(), side, side);
 
-  std::vector<float> light(static_cast<std::size_t>(size.width()) *
-                               static_cast<std::size_t>(size.height()),
-                           1);
+  std::vector<float> light(
+      static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height()), 1);
   for (const Layer& layer : kLayers) {
     const auto shade = blurredBody(size, body.translated(0, layer.down * scale_),
                                    kPopoverRadius * scale_, layer.blur / 2 * scale_);
@@ -110,8 +109,7 @@ void Shadow::make(const Style& style, double ratio) {
 
 void Shadow::paint(QPainter& painter, const QRect& body, const QRect& exposed, const Style& style) {
   const double ratio = painter.device()->devicePixelRatioF();
-  if (picture_.isNull() || dark_ != style.colours().dark ||
-      scale_ != style.scale() * ratio) {
+  if (picture_.isNull() || dark_ != style.colours().dark || scale_ != style.scale() * ratio) {
     make(style, ratio);
   }
   const QMargins margins = reach(style);

@@ -69,9 +69,9 @@ void SnoozeBanner::placeParts() {
   const int high = text_->heightForWidth(wide);
   const QRect text(beside, (height() - high) / 2, wide, high);
   const QSize link = cancel_->sizeHint();
-  const QRect cancel(QPoint(width() - beside + cancel_->reach() - link.width(),
-                            (height() - link.height()) / 2),
-                     link);
+  const QRect cancel(
+      QPoint(width() - beside + cancel_->reach() - link.width(), (height() - link.height()) / 2),
+      link);
   text_->setGeometry(QStyle::visualRect(layoutDirection(), rect(), text));
   cancel_->setGeometry(QStyle::visualRect(layoutDirection(), rect(), cancel));
 }

@@ -39,9 +39,8 @@ class OtherProgram {
   }
 
   std::vector<std::uint32_t> numbers(WId window, const char* property) {
-    const auto cookie =
-        xcb_get_property(connection_, 0, static_cast<xcb_window_t>(window), atom(property),
-                         XCB_ATOM_CARDINAL, 0, 16);
+    const auto cookie = xcb_get_property(connection_, 0, static_cast<xcb_window_t>(window),
+                                         atom(property), XCB_ATOM_CARDINAL, 0, 16);
     const auto reply = xcbReply(xcb_get_property_reply(connection_, cookie, nullptr));
     const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
     return {values, values + reply->value_len};

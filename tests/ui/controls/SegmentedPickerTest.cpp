@@ -26,9 +26,8 @@ class SegmentedPickerTest : public testing::Test {
 
   RecordedAppearance appearance;
   Style style{appearance};
-  SegmentedPicker picker{style,
-                         QStringLiteral("History"),
-                         {QStringLiteral("24 hours"), QStringLiteral("7 days")}};
+  SegmentedPicker picker{
+      style, QStringLiteral("History"), {QStringLiteral("24 hours"), QStringLiteral("7 days")}};
 };
 
 TEST_F(SegmentedPickerTest, BeginsWithTheFirst) {

@@ -151,8 +151,8 @@ TEST(PluggedInText, CountsWholeMinutes) {
 
 class SnoozeText : public testing::Test {
  protected:
-  QString until(double seconds, const QLocale& locale = QLocale(QLocale::English,
-                                                                QLocale::UnitedKingdom)) {
+  QString until(double seconds,
+                const QLocale& locale = QLocale(QLocale::English, QLocale::UnitedKingdom)) {
     return snoozeText(Date{seconds}, calendar, locale);
   }
 
