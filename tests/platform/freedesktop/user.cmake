@@ -7,6 +7,7 @@ tollbeam_test(user_tests
     platform/freedesktop/DesktopNotificationCenterTest.cpp
     platform/freedesktop/JsonUserDefaultsTest.cpp
     platform/freedesktop/LocalTimeTest.cpp
+    platform/freedesktop/MinutesBindingTest.cpp
     platform/freedesktop/NotificationCallTest.cpp
     platform/freedesktop/NotificationPermissionTest.cpp
     platform/freedesktop/PosixFileManagerTest.cpp
@@ -16,4 +17,4 @@ tollbeam_test(user_tests
     platform/freedesktop/ValueJsonTest.cpp
     platform/freedesktop/support/RecordingServer.cpp
     platform/freedesktop/support/Sandbox.cpp
-  LIBS tollbeam_freedesktop_user tollbeam_test_support)
+  LIBS tollbeam_core tollbeam_freedesktop_user tollbeam_test_support)
