@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "ui/controls/Digits.h"
+#include "ui/controls/Fill.h"
 
 namespace tollbeam {
 
@@ -69,6 +70,7 @@ int Text::heightForWidth(int width) const {
 
 void Text::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
+  if (!isEnabled()) painter.setOpacity(kDisabledOpacity);
   painter.setPen(style_.colours().ink(ink_));
   painter.setFont(font());
   const int lineHeight = style_.lineHeight(role_);
