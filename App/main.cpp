@@ -14,6 +14,7 @@
 #include "platform/freedesktop/DesktopNotificationCenter.h"
 #include "platform/freedesktop/FreedesktopPowerSources.h"
 #include "platform/freedesktop/JsonUserDefaults.h"
+#include "platform/freedesktop/Links.h"
 #include "platform/freedesktop/LocalCalendar.h"
 #include "platform/freedesktop/LogindWorkspace.h"
 #include "platform/freedesktop/PosixFileManager.h"
@@ -24,6 +25,7 @@
 #include "platform/freedesktop/SystemClock.h"
 #include "platform/freedesktop/TerminationSignals.h"
 #include "platform/freedesktop/X11OutsideClicks.h"
+#include "platform/freedesktop/sounds/DesktopSounds.h"
 #include "platform/freedesktop/statusbar/FreedesktopStatusBar.h"
 #include "texts/Translations.h"
 #include "ui/AppDelegate.h"
@@ -56,7 +58,9 @@ class Program {
         powerSources_(QDBusConnection::systemBus()),
         processInfo_(QDBusConnection::systemBus()),
         workspace_(QDBusConnection::systemBus()),
-        notificationCenter_(sessionBus, mainQueue_, {.look = {.icon = icon()}}),
+        systemSounds_(folderOf(bundle_.executable()) + "tollbeam-sound",
+                      bundle_.resources() + "/sounds/tollbeam"),
+        notificationCenter_(sessionBus, mainQueue_, notificationOptions()),
         loginItem_(files_, BundleFolder::runningExecutable()),
         statusBar_(sessionBus, {}, QString::fromStdString(bundle_.resources() + "/icons")) {
     QApplication::setWindowIcon(QIcon(QString::fromStdString(icon())));
@@ -90,6 +94,7 @@ class Program {
                                .workspace = workspace_,
                                .notificationCenter = notificationCenter_,
                                .dialogs = dialogs_,
+                               .systemSounds = systemSounds_,
                                .loginItem = loginItem_,
                                .appearance = appearance_},
                       statusBar_, outsideClicks_);
@@ -100,6 +105,18 @@ class Program {
                      &AppDelegate::applicationWillTerminate);
     delegate_->applicationDidFinishLaunching();
     if (activateAtLaunch_) delegate_->showPopover();
+  }
+
+  [[nodiscard]] DesktopNotificationCenter::Options notificationOptions() {
+    return {.look = {.icon = icon(),
+                     .soundFile = [this](const auto& name) { return systemSounds_.fileOf(name); }},
+            .playSound = [this](const NotificationSound& sound) {
+              if (sound.name) {
+                systemSounds_.play(*sound.name);
+              } else {
+                systemSounds_.playDefault();
+              }
+            }};
   }
 
   /// The bundle's own, because a bundle that was not installed has none in the icon theme.
@@ -119,6 +136,7 @@ class Program {
   FreedesktopPowerSources powerSources_;
   PowerProfilesProcessInfo processInfo_;
   LogindWorkspace workspace_;
+  DesktopSounds systemSounds_;
   DesktopNotificationCenter notificationCenter_;
   QtDialogs dialogs_;
   AutostartEntry loginItem_;

@@ -15,6 +15,7 @@ class MainQueue;
 class NotificationCenter;
 class PowerSources;
 class ProcessInfo;
+class SystemSounds;
 class UserDefaults;
 class Workspace;
 
@@ -30,6 +31,7 @@ struct Platform {
   Workspace& workspace;
   NotificationCenter& notificationCenter;
   Dialogs& dialogs;
+  SystemSounds& systemSounds;
   LoginItem& loginItem;
   Appearance& appearance;
 };

@@ -4,6 +4,8 @@
 #include <QUrl>
 #include <QVariantMap>
 
+#include "platform/freedesktop/sounds/DefaultSound.h"
+
 namespace tollbeam {
 
 namespace {
@@ -39,8 +41,7 @@ void addSound(QVariantMap& hints, const std::optional<NotificationSound>& sound,
   if (!sound) {
     hints[QStringLiteral("suppress-sound")] = true;
   } else if (!sound->name) {
-    // What sound themes call the sound of a message that just came.
-    hints[QStringLiteral("sound-name")] = QStringLiteral("message-new-instant");
+    hints[QStringLiteral("sound-name")] = QLatin1String(kDefaultSound);
   } else if (const auto file = look.soundFile ? look.soundFile(*sound->name) : std::nullopt) {
     hints[QStringLiteral("sound-file")] = QString::fromStdString(*file);
   } else {
@@ -66,8 +67,9 @@ QVariantList notifyArguments(const Bubble& bubble, const NotificationLook& look,
       {QStringLiteral("category"), QStringLiteral("device")},
       {QStringLiteral("image-path"), icon},
   };
-  // Silence is asked of every server; a sound only of one that says it can.
-  if (!bubble.sound || server.sound) addSound(hints, bubble.sound, look);
+  // A server that does not say it can is asked for silence, in case it can: the sound is ours then,
+  // and must not be heard twice.
+  addSound(hints, server.sound ? bubble.sound : std::nullopt, look);
   return {QString::fromStdString(look.applicationName),
           replacesId,
           icon,

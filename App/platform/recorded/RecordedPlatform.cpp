@@ -70,6 +70,7 @@ Platform RecordedPlatform::ports() {
           .workspace = workspace,
           .notificationCenter = notificationCenter,
           .dialogs = dialogs,
+          .systemSounds = systemSounds,
           .loginItem = loginItem,
           .appearance = appearance};
 }

@@ -18,6 +18,7 @@
 #include "platform/Platform.h"
 #include "platform/PowerSources.h"
 #include "platform/ProcessInfo.h"
+#include "platform/SystemSounds.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 #include "platform/recorded/ManualClock.h"
@@ -185,6 +186,15 @@ class RecordedDialogs final : public Dialogs {
   std::vector<std::pair<std::string, std::string>> errors;
 };
 
+class RecordedSystemSounds final : public SystemSounds {
+ public:
+  void play(const std::string& name) override { played.push_back(name); }
+  void playDefault() override { ++defaultsPlayed; }
+
+  std::vector<std::string> played;
+  int defaultsPlayed = 0;
+};
+
 class RecordedLoginItem final : public LoginItem {
  public:
   std::optional<std::string> registerItem() override { return become(Status::enabled); }
@@ -217,6 +227,7 @@ struct RecordedPlatform {
   RecordedWorkspace workspace;
   RecordedNotificationCenter notificationCenter;
   RecordedDialogs dialogs;
+  RecordedSystemSounds systemSounds;
   RecordedLoginItem loginItem;
   RecordedAppearance appearance;
 

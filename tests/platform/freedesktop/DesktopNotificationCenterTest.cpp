@@ -399,6 +399,32 @@ TEST_F(DesktopNotificationCenterTest, SoundsThatTheServerDoesNotPlayAreOurs) {
   EXPECT_TRUE(waitFor([&] { return played.size() == 2; }));
   settle();
   EXPECT_EQ(played, (std::vector<NotificationSound>{{}, {.name = "Glass"}}));
+  for (const auto& call : server.calls) {
+    EXPECT_EQ(call.hints.value(QStringLiteral("suppress-sound")), QVariant(true));
+    EXPECT_FALSE(call.hints.contains(QStringLiteral("sound-name")));
+  }
+}
+
+TEST_F(DesktopNotificationCenterTest, AReplacedRequestSoundsAgain) {
+  server.capabilities = {QStringLiteral("actions")};
+  server.start();
+  addShown("low", "15%");
+  EXPECT_EQ(played.size(), 1U);
+  add("low", "10%");
+  ASSERT_TRUE(shows({QStringLiteral("10%")}));
+  settle();
+  EXPECT_EQ(played.size(), 2U);
+}
+
+TEST_F(DesktopNotificationCenterTest, ARequestThatTheServerRefusesIsSilent) {
+  server.capabilities = {QStringLiteral("actions")};
+  server.start();
+  server.fails = QStringLiteral("org.freedesktop.Notifications.Error.ExcessNotificationGeneration");
+  add("low", "15%");
+  ASSERT_TRUE(waitFor([&] { return server.calls.size() == 1; }));
+  server.fails.clear();
+  settle();
+  EXPECT_TRUE(played.empty());
 }
 
 TEST_F(DesktopNotificationCenterTest, SoundsThatTheServerPlaysAreNot) {
@@ -406,6 +432,18 @@ TEST_F(DesktopNotificationCenterTest, SoundsThatTheServerPlaysAreNot) {
   addShown("low", "15%");
   EXPECT_EQ(server.calls[0].hints.value(QStringLiteral("sound-name")),
             QLatin1String("message-new-instant"));
+  auto named = request("tooLong", "8 hours");
+  named.content.sound = NotificationSound{.name = "No Such Sound"};
+  center.add(named);
+  settle();
+  EXPECT_EQ(server.calls[2].hints.value(QStringLiteral("sound-name")),
+            QLatin1String("No Such Sound"));
+  add("low", "10%");
+  settle();
+  for (const auto& call : server.calls) {
+    EXPECT_EQ(call.hints.contains(QStringLiteral("suppress-sound")),
+              call.summary == QLatin1String("settle"));
+  }
   EXPECT_TRUE(played.empty());
 }
 

@@ -73,10 +73,20 @@ TEST(NotificationCall, ASoundGoesToAServerThatPlaysIt) {
   named.sound = NotificationSound{.name = "No Such Sound"};
   EXPECT_EQ(hint(notifyArguments(named, {}, kFull, 0), "sound-name"),
             QLatin1String("No Such Sound"));
-  EXPECT_FALSE(hint(notifyArguments(named, {}, {}, 0), "sound-name").isValid());
   const auto usual = notifyArguments(bubble(), {}, kFull, 0);
   EXPECT_EQ(hint(usual, "sound-name"), QLatin1String("message-new-instant"));
   EXPECT_FALSE(hint(usual, "suppress-sound").isValid());
+}
+
+TEST(NotificationCall, AServerThatPlaysNoSoundIsAskedForSilence) {
+  Bubble named = bubble();
+  named.sound = NotificationSound{.name = "Glass"};
+  for (const Bubble& each : {bubble(), named}) {
+    const auto call = notifyArguments(each, {}, {}, 0);
+    EXPECT_EQ(hint(call, "suppress-sound"), QVariant(true));
+    EXPECT_FALSE(hint(call, "sound-name").isValid());
+    EXPECT_FALSE(hint(call, "sound-file").isValid());
+  }
 }
 
 TEST(NotificationCall, ASoundOfOurOwnIsSentAsAFile) {

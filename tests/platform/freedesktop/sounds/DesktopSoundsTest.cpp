@@ -1,0 +1,98 @@
+#include "platform/freedesktop/sounds/DesktopSounds.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "platform/freedesktop/support/Sandbox.h"
+#include "support/PrivateBus.h"
+
+namespace tollbeam {
+
+namespace {
+
+using test::waitFor;
+
+/// A player that writes down what it is told to play, one word a line, and then an empty line.
+class DesktopSoundsTest : public testing::Test {
+ protected:
+  DesktopSoundsTest() {
+    std::filesystem::create_directories(folder / "theme/stereo");
+    test::put(folder / "theme/stereo/Glass.oga", "");
+    test::put(folder / "secret.oga", "");
+    putPlayer("printf '%s\\n' \"$@\" '' >>" + log);
+  }
+
+  void putPlayer(const std::string& script) const {
+    test::put(player, "#!/bin/sh\n" + script + "\n");
+    std::filesystem::permissions(player, std::filesystem::perms::owner_all);
+  }
+  bool wasTold(const std::string& words) const {
+    return waitFor([&] { return test::bytesOf(log).value_or("") == words; });
+  }
+
+  test::Folder folder;
+  std::string player = folder / "player";
+  std::string log = folder / "log";
+  DesktopSounds sounds{player, folder / "theme"};
+};
+
+}  // namespace
+
+TEST_F(DesktopSoundsTest, OurOwnAreFilesOfTheBundle) {
+  EXPECT_EQ(sounds.fileOf("Glass"), folder / "theme/stereo/Glass.oga");
+  sounds.play("Glass");
+  EXPECT_TRUE(wasTold("file\n" + (folder / "theme/stereo/Glass.oga") + "\n\n"));
+}
+
+TEST_F(DesktopSoundsTest, AnyOtherNameIsLeftToTheSoundTheme) {
+  EXPECT_EQ(sounds.fileOf("No Such Sound"), std::nullopt);
+  sounds.play("No Such Sound");
+  EXPECT_TRUE(wasTold("event\nNo Such Sound\n\n"));
+}
+
+TEST_F(DesktopSoundsTest, TheDesktopsOwnFallsBackOnItsBell) {
+  sounds.playDefault();
+  EXPECT_TRUE(wasTold("event\nmessage-new-instant\nbell\n\n"));
+}
+
+TEST_F(DesktopSoundsTest, EachSoundIsPlayedOnce) {
+  sounds.play("one");
+  ASSERT_TRUE(wasTold("event\none\n\n"));
+  sounds.play("one");
+  EXPECT_TRUE(wasTold("event\none\n\nevent\none\n\n"));
+}
+
+TEST_F(DesktopSoundsTest, ANameIsNoPath) {
+  EXPECT_EQ(sounds.fileOf("../../secret"), std::nullopt);
+  EXPECT_EQ(sounds.fileOf(folder / "secret"), std::nullopt);
+  EXPECT_EQ(sounds.fileOf(""), std::nullopt);
+}
+
+TEST_F(DesktopSoundsTest, NobodyWaitsForTheEndOfASound) {
+  putPlayer("while ! test -e " + (folder / "goOn") + "; do sleep 0.01; done; echo done >" + log);
+  sounds.play("long");
+  EXPECT_EQ(test::bytesOf(log), std::nullopt);
+  test::put(folder / "goOn", "");
+  EXPECT_TRUE(wasTold("done\n"));
+}
+
+TEST_F(DesktopSoundsTest, WhatAPlayerSaysIsNotHeard) {
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  putPlayer("echo out; echo err >&2; echo done >" + log);
+  sounds.playDefault();
+  EXPECT_TRUE(wasTold("done\n"));
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(DesktopSoundsTest, WithoutAPlayerThereIsSilence) {
+  DesktopSounds without(folder / "none", folder / "none");
+  without.play("Glass");
+  without.playDefault();
+  EXPECT_EQ(without.fileOf("Glass"), std::nullopt);
+}
+
+}  // namespace tollbeam
