@@ -24,6 +24,7 @@
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/freedesktop/SystemClock.h"
 #include "platform/freedesktop/TerminationSignals.h"
+#include "platform/freedesktop/X11Compositor.h"
 #include "platform/freedesktop/X11OutsideClicks.h"
 #include "platform/freedesktop/sounds/DesktopSounds.h"
 #include "platform/freedesktop/statusbar/FreedesktopStatusBar.h"
@@ -96,7 +97,8 @@ class Program {
                                .dialogs = dialogs_,
                                .systemSounds = systemSounds_,
                                .loginItem = loginItem_,
-                               .appearance = appearance_},
+                               .appearance = appearance_,
+                               .compositor = compositor_},
                       statusBar_, outsideClicks_);
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &*delegate_,
                      &AppDelegate::applicationWillTerminate);
@@ -141,6 +143,7 @@ class Program {
   QtDialogs dialogs_;
   AutostartEntry loginItem_;
   NoWishes appearance_;
+  X11Compositor compositor_;
   X11OutsideClicks outsideClicks_;
   FreedesktopStatusBar statusBar_;
   Subscription powerSourcesReady_;

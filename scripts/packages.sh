@@ -2,7 +2,8 @@
 # installs what is missing. Asking costs a blink when nothing is.
 
 packages_build="g++ cmake ninja-build ccache pkg-config qt6-base-dev
-  qt6-svg-dev qt6-l10n-tools libgl-dev libsimdjson-dev libudev-dev libcanberra-dev libxcb1-dev libxcb-render0-dev libxcb-xinput-dev"
+  qt6-svg-dev qt6-l10n-tools libgl-dev libsimdjson-dev libudev-dev libcanberra-dev libxcb1-dev
+  libxcb-render0-dev libxcb-shape0-dev libxcb-xinput-dev"
 
 packages_run="libqt6svg6 qt6-qpa-plugins"
 

@@ -7,6 +7,7 @@ namespace tollbeam {
 class Appearance;
 class Calendar;
 class Clock;
+class Compositor;
 class Dialogs;
 class FileManager;
 class LoginItem;
@@ -34,6 +35,7 @@ struct Platform {
   SystemSounds& systemSounds;
   LoginItem& loginItem;
   Appearance& appearance;
+  Compositor& compositor;
 };
 
 }  // namespace tollbeam

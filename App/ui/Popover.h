@@ -1,14 +1,19 @@
 // The window that drops down from the status item. Built once and kept: it shows its view, stays
 // out of the taskbar and in the accessibility tree, and closes when the user clicks elsewhere,
-// presses Escape or turns to another window. It never grabs the pointer.
+// presses Escape or turns to another window. It never grabs the pointer. Around the popover the
+// window may be shadow; only its `body` is to be placed and clicked.
 #pragma once
 
+#include <QScrollArea>
 #include <QWidget>
 #include <optional>
 
 #include "platform/Clock.h"
+#include "platform/Compositor.h"
 #include "platform/OutsideClicks.h"
 #include "platform/StatusBar.h"
+#include "ui/look/Style.h"
+#include "ui/popover/Shadow.h"
 
 namespace tollbeam {
 
@@ -16,7 +21,10 @@ class Popover final : public QWidget {
   Q_OBJECT
 
  public:
-  Popover(OutsideClicks& outsideClicks, const Clock& clock, QWidget* view);
+  /// `view` is as wide as its size hint and as high as it needs to be at that width; the popover
+  /// takes it over. The others must outlive the popover.
+  Popover(OutsideClicks& outsideClicks, Compositor& compositor, const Clock& clock,
+          const Style& style, QWidget* view);
 
   /// Opens beside the place that was clicked, or, when that is not known, where it was last opened.
   void showAt(ClickPosition position);
@@ -25,19 +33,35 @@ class Popover final : public QWidget {
   /// not open it again: panels tell of a click a moment later. True once for each closing click.
   [[nodiscard]] bool takeClosingClick();
 
+  /// The window less its shadow.
+  [[nodiscard]] QRect body() const { return rect().marginsRemoved(shadowMargins_); }
+
+ Q_SIGNALS:
+  /// The moment to bring the view up to date: it is measured next.
+  void aboutToShow();
+
  protected:
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   void hideEvent(QHideEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void onButton(OutsideClicks::Button button);
   void closeForAClick();
+  void followCompositor();
   void place();
 
   OutsideClicks& outsideClicks_;
+  Compositor& compositor_;
   const Clock& clock_;
+  const Style& style_;
+  QWidget* view_;
+  QScrollArea* scroll_;
+  Shadow shadow_;
+  QMargins shadowMargins_;
   std::optional<Subscription> clicks_;
   std::optional<QPoint> anchor_;
   bool pressedOutside_ = false;

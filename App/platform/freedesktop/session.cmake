@@ -1,8 +1,12 @@
+pkg_check_modules(XCB_SHAPE REQUIRED IMPORTED_TARGET xcb-shape)
+
 tollbeam_room(tollbeam_freedesktop_session
   SingleInstance.cpp
   TerminationSignals.cpp
+  X11Compositor.cpp
   X11OutsideClicks.cpp)
 target_link_libraries(tollbeam_freedesktop_session
-  PUBLIC tollbeam_ports Qt6::Core Qt6::DBus PRIVATE Qt6::Gui PkgConfig::XCB)
+  PUBLIC tollbeam_ports Qt6::Core Qt6::DBus 
+  PRIVATE tollbeam_freedesktop_statusbar Qt6::Gui PkgConfig::XCB PkgConfig::XCB_SHAPE)
 set_target_properties(tollbeam_freedesktop_session PROPERTIES AUTOMOC ON)
 target_link_libraries(tollbeam_platform_freedesktop INTERFACE tollbeam_freedesktop_session)

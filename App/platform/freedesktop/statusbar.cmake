@@ -14,7 +14,6 @@ tollbeam_room(tollbeam_freedesktop_statusbar
   statusbar/StatusMenu.cpp
   statusbar/StatusNotifierItem.cpp
   statusbar/StatusPicture.cpp
-  statusbar/Symbols.cpp
   statusbar/TrayCanvas.cpp
   statusbar/TrayOwner.cpp
   statusbar/TrayWindow.cpp
@@ -22,14 +21,8 @@ tollbeam_room(tollbeam_freedesktop_statusbar
   statusbar/XEmbedIcon.cpp
   statusbar/XServer.cpp)
 target_link_libraries(tollbeam_freedesktop_statusbar
-  PUBLIC tollbeam_ports Qt6::Core Qt6::Gui Qt6::DBus PkgConfig::XCB_STATUSBAR
-  PRIVATE Qt6::Widgets Qt6::Svg)
+  PUBLIC tollbeam_ports tollbeam_symbols Qt6::Core Qt6::Gui Qt6::DBus PkgConfig::XCB_STATUSBAR
+  PRIVATE Qt6::Widgets)
 set_target_properties(tollbeam_freedesktop_statusbar PROPERTIES AUTOMOC ON)
-
-file(GLOB TOLLBEAM_SYMBOLS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/App/resources/symbols/*/*.svg)
-qt_add_resources(tollbeam_freedesktop_statusbar symbols
-  PREFIX /
-  BASE ${PROJECT_SOURCE_DIR}/App/resources
-  FILES ${TOLLBEAM_SYMBOLS})
 
 target_link_libraries(tollbeam_platform_freedesktop INTERFACE tollbeam_freedesktop_statusbar)

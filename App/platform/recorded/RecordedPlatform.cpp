@@ -72,7 +72,8 @@ Platform RecordedPlatform::ports() {
           .dialogs = dialogs,
           .systemSounds = systemSounds,
           .loginItem = loginItem,
-          .appearance = appearance};
+          .appearance = appearance,
+          .compositor = compositor};
 }
 
 }  // namespace tollbeam

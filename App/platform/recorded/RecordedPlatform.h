@@ -10,6 +10,7 @@
 
 #include "platform/Appearance.h"
 #include "platform/Calendar.h"
+#include "platform/Compositor.h"
 #include "platform/Dialogs.h"
 #include "platform/FileManager.h"
 #include "platform/LoginItem.h"
@@ -64,6 +65,17 @@ class RecordedAppearance final : public Appearance {
   bool contrast = false;
   bool animated = true;
   Observers<> changes;
+};
+
+class RecordedCompositor final : public Compositor {
+ public:
+  [[nodiscard]] bool isRunning() const override { return running; }
+  void setShadow(std::uintptr_t window, const WindowShadow& shadow) override {
+    shadows.emplace_back(window, shadow);
+  }
+
+  bool running = false;
+  std::vector<std::pair<std::uintptr_t, WindowShadow>> shadows;
 };
 
 class RecordedWorkspace final : public Workspace {
@@ -230,6 +242,7 @@ struct RecordedPlatform {
   RecordedSystemSounds systemSounds;
   RecordedLoginItem loginItem;
   RecordedAppearance appearance;
+  RecordedCompositor compositor;
 
   [[nodiscard]] Platform ports();
 };

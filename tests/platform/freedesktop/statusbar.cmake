@@ -6,7 +6,7 @@ tollbeam_test(statusbar_tests
     platform/freedesktop/statusbar/StatusHostTest.cpp
     platform/freedesktop/statusbar/StatusNotifierItemTest.cpp
     platform/freedesktop/statusbar/StatusPictureTest.cpp
-    platform/freedesktop/statusbar/SymbolsTest.cpp
+    resources/SymbolsTest.cpp
   LIBS tollbeam_freedesktop_statusbar tollbeam_core tollbeam_test_support Qt6::Widgets)
 
 # These bring an X server of their own (Xvfb), with a tray in it.

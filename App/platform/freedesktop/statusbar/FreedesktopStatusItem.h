@@ -12,7 +12,7 @@
 #include "platform/freedesktop/statusbar/DBusMenu.h"
 #include "platform/freedesktop/statusbar/PanelThemeWatch.h"
 #include "platform/freedesktop/statusbar/StatusNotifierItem.h"
-#include "platform/freedesktop/statusbar/Symbols.h"
+#include "resources/Symbols.h"
 #include "platform/freedesktop/statusbar/WatcherMonitor.h"
 #include "platform/freedesktop/statusbar/XEmbedIcon.h"
 

@@ -9,7 +9,7 @@
 #include "platform/StatusBar.h"
 #include "platform/freedesktop/statusbar/SniTypes.h"
 #include "platform/freedesktop/statusbar/StatusHost.h"
-#include "platform/freedesktop/statusbar/Symbols.h"
+#include "resources/Symbols.h"
 
 namespace tollbeam {
 

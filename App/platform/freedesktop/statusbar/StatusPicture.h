@@ -7,7 +7,7 @@
 #include <QImage>
 #include <QString>
 
-#include "platform/freedesktop/statusbar/Symbols.h"
+#include "resources/Symbols.h"
 
 namespace tollbeam {
 

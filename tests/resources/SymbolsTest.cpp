@@ -1,4 +1,4 @@
-#include "platform/freedesktop/statusbar/Symbols.h"
+#include "resources/Symbols.h"
 
 #include <gtest/gtest.h>
 
