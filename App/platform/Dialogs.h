@@ -12,8 +12,10 @@ namespace tollbeam {
 struct AlertDialog {
   std::string message;
   std::string informativeText;
-  /// First the one that goes on.
+  /// First the one that goes on, last the one that does not.
   std::vector<std::string> buttons;
+  /// Going on cannot be undone: it is marked, and the keyboard is on the last button.
+  bool destructive = false;
 };
 
 struct SavePanel {
