@@ -35,15 +35,15 @@ std::unique_ptr<QWidget> makeSettingsWindow(SettingsView* view) {
 
 AppDelegate::AppDelegate(const Platform& platform, StatusBar& statusBar,
                          OutsideClicks& outsideClicks)
-    : platform_(platform),
-      statusBar_(statusBar),
-      model_(platform),
-      style_(platform.appearance),
-      popover_(std::make_unique<Popover>(
-          outsideClicks, platform.clock,
-          new PopoverView(model_, platform, style_, [self = QPointer<AppDelegate>(this)] {
-            if (self) self->openSettings();
-          }))) {}
+    : platform_(platform), statusBar_(statusBar), model_(platform), style_(platform.appearance) {
+  auto* view =
+      new PopoverView(model_, platform, style_, [self = QPointer<AppDelegate>(this)] {
+        if (self) self->openSettings();
+      });
+  popover_ = std::make_unique<Popover>(outsideClicks, platform.compositor, platform.clock, style_,
+                                       view);
+  connect(popover_.get(), &Popover::aboutToShow, view, &PopoverView::refresh);
+}
 
 AppDelegate::~AppDelegate() = default;
 

@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QCursor>
 #include <QKeyEvent>
+#include <QLayout>
+#include <QPainter>
 #include <QScreen>
-#include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "ui/PopoverPlacement.h"
@@ -38,25 +40,42 @@ QPoint anchorOf(ClickPosition position, std::optional<QPoint> last) {
   return last.value_or(cornerOfPrimaryScreen());
 }
 
+// Shadow only falls on the work area: window managers push back what reaches out of it, and panels
+// are not to be darkened.
+QMargins within(const QRect& area, const QRect& body, const QMargins& wanted) {
+  return {std::clamp(body.left() - area.left(), 0, wanted.left()),
+          std::clamp(body.top() - area.top(), 0, wanted.top()),
+          std::clamp(area.right() - body.right(), 0, wanted.right()),
+          std::clamp(area.bottom() - body.bottom(), 0, wanted.bottom())};
+}
+
 }  // namespace
 
-Popover::Popover(OutsideClicks& outsideClicks, const Clock& clock, QWidget* view)
+Popover::Popover(OutsideClicks& outsideClicks, Compositor& compositor, const Clock& clock,
+                 const Style& style, QWidget* view)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
       outsideClicks_(outsideClicks),
-      clock_(clock) {
+      compositor_(compositor),
+      clock_(clock),
+      style_(style),
+      view_(view),
+      scroll_(new ScrollArea(style, this)) {
   setWindowTitle(QStringLiteral("Tollbeam"));
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSizeConstraint(QLayout::SetFixedSize);
-  layout->addWidget(view);
+  scroll_->setPage(view);
+  view_->installEventFilter(this);
+  connect(&style_, &Style::changed, this, [this] { update(); });
 }
 
 void Popover::showAt(ClickPosition position) {
   anchor_ = anchorOf(position, anchor_);
   pressedOutside_ = false;
   clicks_ = outsideClicks_.observe([this](OutsideClicks::Button button) { onButton(button); });
-  layout()->activate();
+  followCompositor();
+  Q_EMIT aboutToShow();
+  scroll_->verticalScrollBar()->setValue(0);
   place();
+  // The keyboard begins before the first control.
+  view_->setFocus(Qt::OtherFocusReason);
   show();
   raise();
   activateWindow();
@@ -77,6 +96,33 @@ bool Popover::event(QEvent* event) {
   return QWidget::event(event);
 }
 
+bool Popover::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == view_ && event->type() == QEvent::LayoutRequest && isVisible()) place();
+  return QWidget::eventFilter(watched, event);
+}
+
+void Popover::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  const Colours& colours = style_.colours();
+  const bool blends = testAttribute(Qt::WA_TranslucentBackground);
+  const double radius = blends ? style_.px(kPopoverRadius) : 0;
+  const QRect body = this->body();
+  const int corner = static_cast<int>(radius) + 1;
+  if (body.adjusted(corner, 1, -corner, -1).contains(event->rect())) {
+    painter.fillRect(event->rect(), colours.surface);
+    return;
+  }
+  if (!shadowMargins_.isNull()) shadow_.paint(painter, body, event->rect(), style_);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(colours.surface);
+  painter.drawRoundedRect(body, radius, radius);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(colours.edge, 1));
+  painter.drawRoundedRect(QRectF(body).adjusted(0.5, 0.5, -0.5, -0.5), std::max(0.0, radius - 0.5),
+                          std::max(0.0, radius - 0.5));
+}
+
 void Popover::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Cancel)) {
     close();
@@ -85,20 +131,21 @@ void Popover::keyPressEvent(QKeyEvent* event) {
   QWidget::keyPressEvent(event);
 }
 
+void Popover::mousePressEvent(QMouseEvent* event) {
+  // Where a click does not fall through the shadow, it is one elsewhere all the same.
+  if (!body().contains(event->position().toPoint())) closeForAClick();
+}
+
 void Popover::hideEvent(QHideEvent* event) {
   clicks_.reset();
   QWidget::hideEvent(event);
 }
 
-void Popover::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  if (isVisible()) place();
-}
-
 void Popover::onButton(OutsideClicks::Button button) {
   if (button == OutsideClicks::Button::pressed) {
     const QPoint at = QCursor::pos();
-    pressedOutside_ = !frameGeometry().contains(at) && !QApplication::activePopupWidget();
+    pressedOutside_ =
+        !body().translated(pos()).contains(at) && !QApplication::activePopupWidget();
   } else if (pressedOutside_) {
     // At the release, because panels tell of a click on the item at the release.
     closeForAClick();
@@ -111,10 +158,50 @@ void Popover::closeForAClick() {
   close();
 }
 
+// A window cannot become transparent: it is made anew, which is cheap and rare.
+void Popover::followCompositor() {
+  const bool blends = compositor_.isRunning();
+  if (isVisible() || blends == testAttribute(Qt::WA_TranslucentBackground)) return;
+  destroy();
+  setAttribute(Qt::WA_TranslucentBackground, blends);
+  setAttribute(Qt::WA_NoSystemBackground, blends);
+}
+
+// Size, place and shadow in one step, so that nothing is to be seen between them.
 void Popover::place() {
   const QScreen* screen = QGuiApplication::screenAt(*anchor_);
   if (!screen) screen = QGuiApplication::primaryScreen();
-  move(popoverPosition(*anchor_, screen->geometry(), screen->availableGeometry(), size()));
+  const QRect area = screen->availableGeometry();
+  const int distance = style_.px(kPopoverDistance);
+  const QSize room = area.size() - 2 * QSize(distance, distance);
+
+  if (auto* layout = view_->layout()) layout->invalidate();
+  const int width = std::min(view_->sizeHint().width(), room.width());
+  const QSize page(width, view_->heightForWidth(width));
+  const QSize size = page.boundedTo(room);
+  const QRect body(popoverPosition(*anchor_, screen->geometry(), area, size, distance), size);
+  shadowMargins_ = testAttribute(Qt::WA_TranslucentBackground)
+                       ? within(area, body, Shadow::reach(style_))
+                       : QMargins();
+  const QRect window = body.marginsAdded(shadowMargins_);
+
+  // Tiling window managers leave windows of a fixed size alone.
+  setMinimumSize(0, 0);
+  setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  setGeometry(window);
+  setFixedSize(window.size());
+  scroll_->setGeometry(this->body());
+  view_->resize(page);
+
+  const double ratio = screen->devicePixelRatio();
+  const auto pixels = [ratio](int length) { return qRound(length * ratio); };
+  const QMargins& m = shadowMargins_;
+  compositor_.setShadow(winId(), {.left = pixels(m.left()),
+                                  .top = pixels(m.top()),
+                                  .right = pixels(m.right()),
+                                  .bottom = pixels(m.bottom()),
+                                  .bodyWidth = pixels(size.width()),
+                                  .bodyHeight = pixels(size.height())});
 }
 
 }  // namespace tollbeam

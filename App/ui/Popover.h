@@ -4,7 +4,6 @@
 // window may be shadow; only its `body` is to be placed and clicked.
 #pragma once
 
-#include <QScrollArea>
 #include <QWidget>
 #include <optional>
 
@@ -12,6 +11,7 @@
 #include "platform/Compositor.h"
 #include "platform/OutsideClicks.h"
 #include "platform/StatusBar.h"
+#include "ui/controls/ScrollArea.h"
 #include "ui/look/Style.h"
 #include "ui/popover/Shadow.h"
 
@@ -59,7 +59,7 @@ class Popover final : public QWidget {
   const Clock& clock_;
   const Style& style_;
   QWidget* view_;
-  QScrollArea* scroll_;
+  ScrollArea* scroll_;
   Shadow shadow_;
   QMargins shadowMargins_;
   std::optional<Subscription> clicks_;

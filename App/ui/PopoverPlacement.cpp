@@ -6,17 +6,15 @@ namespace tollbeam {
 
 namespace {
 
-constexpr int kDistance = 8;
-
 int within(int wanted, int least, int most) { return std::max(least, std::min(wanted, most)); }
 
 }  // namespace
 
-QPoint popoverPosition(QPoint anchor, QRect screen, QRect workArea, QSize size) {
-  const int left = workArea.left() + kDistance;
-  const int top = workArea.top() + kDistance;
-  const int right = workArea.left() + workArea.width() - kDistance - size.width();
-  const int bottom = workArea.top() + workArea.height() - kDistance - size.height();
+QPoint popoverPosition(QPoint anchor, QRect screen, QRect workArea, QSize size, int distance) {
+  const int left = workArea.left() + distance;
+  const int top = workArea.top() + distance;
+  const int right = workArea.left() + workArea.width() - distance - size.width();
+  const int bottom = workArea.top() + workArea.height() - distance - size.height();
 
   // The item stands in a panel, and panels stand at edges: the nearest edge is the panel's.
   const int toTop = anchor.y() - screen.top();

@@ -1,95 +1,153 @@
 #include "ui/PopoverView.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QHBoxLayout>
 #include <QLocale>
-#include <QVBoxLayout>
-#include <algorithm>
 #include <utility>
+
+#include "platform/Clock.h"
+#include "texts/Translated.h"
+#include "ui/popover/PopoverContent.h"
 
 namespace tollbeam {
 
 namespace {
 
-constexpr int kWidth = 340;
-constexpr int kPadding = 16;
-constexpr int kSpacing = 14;
-constexpr double kLastSecond = 253402300799;  // of the year 9999
+constexpr double kWidth = 340;
+constexpr double kPadding = 16;
+constexpr double kBetween = 14;
+constexpr double kBetweenBlocks = 16;
 
-QString details(const BatteryState& state) {
-  QStringList lines;
-  if (state.hasBattery) lines << QStringLiteral("%1%").arg(state.percent);
-  if (state.cycleCount) lines << QStringLiteral("Cycle count: %1").arg(*state.cycleCount);
-  const auto health = state.healthPercent();
-  const auto label = state.healthLabel();
-  if (health && label) {
-    lines << QString::asprintf("Battery health: %.0f%% · %s", *health, label->c_str());
-  }
-  return lines.join(QLatin1Char('\n'));
-}
+constexpr int kDaysOfFirstChoice = 1;
+constexpr int kDaysOfOthers = 7;
 
 }  // namespace
 
-PopoverView::PopoverView(AppModel& model, const Platform& /*platform*/, const Style& /*style*/,
+PopoverView::PopoverView(AppModel& model, const Platform& platform, const Style& style,
                          std::function<void()> openSettings)
     : model_(model),
-      state_(new QLabel(this)),
-      details_(new QLabel(this)),
-      banner_(new QWidget(this)),
-      bannerText_(new QLabel(banner_)) {
-  setFixedWidth(kWidth);
-  auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
-  column->setSpacing(kSpacing);
+      platform_(platform),
+      style_(style),
+      noBattery_(new NoBattery(style, this)),
+      header_(new Header(style, this)),
+      cycles_(new CycleBlock(style, this)),
+      details_(new Details(style, this)),
+      range_(new SegmentedPicker(style, tr("History"), {tr("24 hours"), tr("7 days")}, this)),
+      chart_(new HistoryChart(model, platform, style, this)),
+      summary_(new DailySummaryView(model, platform, style, this)),
+      divider_(new Divider(style, this)),
+      note_(new Text(style, Role::caption2, Ink::secondary, this)),
+      settings_(new Button(style, tr("Settings"), this)),
+      quit_(new Button(style, tr("Quit"), this)) {
+  note_->setText(tr("Tollbeam can only remind you. A Mac app cannot stop the charger."));
+  note_->setBreaks(Breaks::afterSentence);
+  layOut();
 
-  QFont headline = state_->font();
-  headline.setWeight(QFont::DemiBold);
-  state_->setFont(headline);
-  state_->setWordWrap(true);
-  column->addWidget(state_);
-  column->addWidget(details_);
+  connect(&header_->banner(), &SnoozeBanner::cancelled, &model_, &AppModel::cancelSnooze);
+  connect(range_, &SegmentedPicker::chosenChanged, chart_, [this](int choice) {
+    chart_->setDays(choice == 0 ? kDaysOfFirstChoice : kDaysOfOthers);
+  });
+  connect(settings_, &QPushButton::clicked, this, std::move(openSettings));
+  connect(quit_, &QPushButton::clicked, qApp, &QCoreApplication::quit);
 
-  auto* cancel = new QPushButton(tr("Cancel"), banner_);
-  auto* bannerRow = new QHBoxLayout(banner_);
-  bannerRow->setContentsMargins(0, 0, 0, 0);
-  bannerRow->addWidget(bannerText_, 1);
-  bannerRow->addWidget(cancel);
-  column->addWidget(banner_);
-  connect(cancel, &QPushButton::clicked, &model_, &AppModel::cancelSnooze);
-
-  auto* note = new QLabel(tr("Tollbeam can only remind you. A Mac app cannot stop the charger."));
-  note->setWordWrap(true);
-  column->addWidget(note);
-
-  auto* settings = new QPushButton(tr("Settings"), this);
-  auto* quit = new QPushButton(tr("Quit"), this);
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(settings);
-  buttons->addStretch();
-  buttons->addWidget(quit);
-  column->addLayout(buttons);
-  connect(settings, &QPushButton::clicked, this, std::move(openSettings));
-  connect(quit, &QPushButton::clicked, qApp, &QCoreApplication::quit);
-
-  connect(&model_, &AppModel::stateChanged, this, &PopoverView::update);
-  connect(&model_, &AppModel::snoozeUntilChanged, this, &PopoverView::update);
-  update();
+  // The history changes with every refresh, so the minutes on the charger count on with it.
+  for (const auto signal : {&AppModel::stateChanged, &AppModel::pluggedSinceChanged,
+                            &AppModel::historyVersionChanged, &AppModel::snoozeUntilChanged}) {
+    connect(&model_, signal, this, &PopoverView::modelChanged);
+  }
+  connect(&style_, &Style::changed, this, &PopoverView::restyle);
+  restyle();
+  refresh();
 }
 
-void PopoverView::update() {
+void PopoverView::layOut() {
+  column_ = new QVBoxLayout(this);
+  battery_ = new QVBoxLayout;
+  history_ = new QVBoxLayout;
+  column_->addWidget(noBattery_);
+  column_->addLayout(battery_);
+  battery_->addWidget(header_);
+  battery_->addWidget(cycles_);
+  battery_->addWidget(details_);
+  battery_->addWidget(range_);
+  battery_->addLayout(history_);
+  history_->addWidget(chart_);
+  history_->addWidget(summary_);
+  column_->addWidget(divider_);
+  column_->addWidget(note_);
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(settings_);
+  buttons->addStretch();
+  buttons->addWidget(quit_);
+  column_->addLayout(buttons);
+}
+
+void PopoverView::restyle() {
+  const int padding = style_.px(kPadding);
+  column_->setContentsMargins(padding, padding, padding, padding);
+  column_->setSpacing(style_.px(kBetween));
+  battery_->setSpacing(style_.px(kBetweenBlocks));
+  // The summary's title takes clicks beyond its words, inside the distance to its neighbours.
+  const int reach = style_.px(DailySummaryView::kReach);
+  history_->setSpacing(style_.px(kBetweenBlocks) - reach);
+  history_->setContentsMargins(0, 0, 0, -reach);
+  updateGeometry();
+}
+
+QSize PopoverView::sizeHint() const {
+  const int width = style_.px(kWidth);
+  return {width, heightForWidth(width)};
+}
+
+void PopoverView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (stale_) refresh();
+}
+
+void PopoverView::modelChanged() {
+  stale_ = true;
+  if (isVisible()) refresh();
+}
+
+void PopoverView::refresh() {
+  stale_ = false;
   const BatteryState& state = model_.state();
-  state_->setText(QString::fromStdString(state.stateText()));
-  details_->setText(details(state));
-  details_->setVisible(!details_->text().isEmpty());
-  banner_->setVisible(model_.snoozeUntil().has_value());
-  if (const auto until = model_.snoozeUntil()) {
-    // A deadline beyond all years can only have been written by hand.
-    const double seconds = std::min(until->secondsSince1970, kLastSecond);
-    const auto time = QDateTime::fromSecsSinceEpoch(static_cast<qint64>(seconds)).time();
-    bannerText_->setText(
-        tr("Alerts snoozed until %1").arg(QLocale().toString(time, QLocale::ShortFormat)));
+  noBattery_->setVisible(!state.hasBattery);
+  for (QWidget* block :
+       std::initializer_list<QWidget*>{header_, range_, chart_, summary_}) {
+    block->setVisible(state.hasBattery);
   }
+  if (state.hasBattery) {
+    refreshBattery(state);
+  } else {
+    cycles_->hide();
+    details_->hide();
+    setAccessibleName(translated(state.stateText()));
+  }
+  layout()->invalidate();
+}
+
+void PopoverView::refreshBattery(const BatteryState& state) {
+  const Date now = platform_.clock.now();
+  header_->ring().setCharge(static_cast<int>(state.percent), ringTint(state));
+  header_->setState(translated(state.stateText()));
+  std::optional<QString> pluggedIn;
+  if (const auto since = model_.pluggedSince()) pluggedIn = pluggedInText(*since, now);
+  header_->setPluggedIn(pluggedIn);
+  std::optional<QString> snooze;
+  if (const auto until = model_.snoozeUntil()) {
+    snooze = snoozeText(*until, platform_.calendar, QLocale());
+  }
+  header_->setSnooze(snooze);
+
+  if (state.cycleCount) cycles_->setCount(*state.cycleCount);
+  cycles_->setVisible(state.cycleCount.has_value());
+  const auto rows = readings(state);
+  details_->setReadings(rows);
+  details_->setVisible(!rows.empty());
+  // Where the keyboard begins, a screen reader tells the essence.
+  setAccessibleName(header_->ring().accessibleName() + QStringLiteral(". ") +
+                    translated(state.stateText()));
 }
 
 }  // namespace tollbeam

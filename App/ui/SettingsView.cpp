@@ -9,7 +9,7 @@ namespace tollbeam {
 
 namespace {
 
-constexpr Row::Measures kNote{.least = 0, .vertical = 12, .below = 12};
+constexpr FormRow::Measures kNote{.least = 0, .vertical = 12, .below = 12};
 
 }  // namespace
 
@@ -42,7 +42,7 @@ void SettingsView::addQuietHours(Form& form, const Platform& platform) {
   bindings_.bind(enabled, kEnabled);
   const auto addTime = [&](const QString& label, const char* key) {
     auto* field = new TimeField(form.style());
-    Row* row = form.row(label, field);
+    FormRow* row = form.row(label, field);
     card->add(row);
     bindings_.bind(field, MinutesBinding(platform.userDefaults, key, platform.calendar,
                                          platform.clock));
@@ -69,7 +69,7 @@ void SettingsView::addChargingNote(Form& form) {
   note->setText(
       tr("macOS may also hold charging at 80% itself (Optimized Battery Charging, System Settings, "
          "Battery). Tollbeam can only remind you; it cannot control charging."));
-  auto* row = new Row(form.style(), kNote);
+  auto* row = new FormRow(form.style(), kNote);
   row->fill(note);
   form.addCard(QString())->add(row);
 }

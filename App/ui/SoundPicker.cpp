@@ -28,7 +28,7 @@ bool isName(const QString& sound) {
 }  // namespace
 
 SoundPicker::SoundPicker(const Style& style, SystemSounds& sounds, const QString& alert)
-    : Row(style), button_(new DropDown(style, choices())) {
+    : FormRow(style), button_(new DropDown(style, choices())) {
   auto* label = new Text(style, Role::body, Ink::primary);
   label->setText(tr("Sound"));
   put(label, button_);

@@ -8,7 +8,7 @@
 
 namespace tollbeam {
 
-class SoundPicker final : public Row {
+class SoundPicker final : public FormRow {
   Q_OBJECT
 
  public:

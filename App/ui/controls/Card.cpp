@@ -15,13 +15,13 @@ constexpr int kSpacing = 8;
 
 }  // namespace
 
-Row::Row(const Style& style, Measures measures)
+FormRow::FormRow(const Style& style, Measures measures)
     : style_(style), measures_(measures), line_(new QHBoxLayout(this)) {
-  connect(&style_, &Style::changed, this, &Row::restyle);
+  connect(&style_, &Style::changed, this, &FormRow::restyle);
   restyle();
 }
 
-void Row::restyle() {
+void FormRow::restyle() {
   const int side = style_.px(measures_.horizontal);
   line_->setContentsMargins(side, style_.px(measures_.vertical), side, style_.px(measures_.below));
   line_->setSpacing(style_.px(kSpacing));
@@ -29,34 +29,34 @@ void Row::restyle() {
   update();
 }
 
-void Row::put(Text* label, QWidget* control) {
+void FormRow::put(Text* label, QWidget* control) {
   label->setBreaks(Breaks::words);
   control->setAccessibleName(label->text());
   line_->addWidget(label, 1);
   line_->addWidget(control);
 }
 
-void Row::put(QWidget* control) {
+void FormRow::put(QWidget* control) {
   line_->addWidget(control);
   line_->addStretch(1);
 }
 
-void Row::fill(Text* text) {
+void FormRow::fill(Text* text) {
   text->setBreaks(Breaks::words);
   line_->addWidget(text, 1);
 }
 
-void Row::setMeasures(Measures measures) {
+void FormRow::setMeasures(Measures measures) {
   measures_ = measures;
   restyle();
 }
 
-void Row::setHairline(bool on) {
+void FormRow::setHairline(bool on) {
   hairline_ = on;
   update();
 }
 
-void Row::paintEvent(QPaintEvent* /*event*/) {
+void FormRow::paintEvent(QPaintEvent* /*event*/) {
   if (!hairline_) return;
   QPainter painter(this);
   const int start = style_.px(kInset);
@@ -73,7 +73,7 @@ Card::Card(const Style& style, const QString& name, QWidget* parent)
   connect(&style_, &Style::changed, this, QOverload<>::of(&QWidget::update));
 }
 
-void Card::add(Row* row) {
+void Card::add(FormRow* row) {
   if (rows_->isEmpty()) row->setHairline(false);
   rows_->addWidget(row);
 }

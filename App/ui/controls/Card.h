@@ -12,7 +12,7 @@
 namespace tollbeam {
 
 /// One line of a card, with the hairline above it.
-class Row : public QWidget {
+class FormRow : public QWidget {
   Q_OBJECT
 
  public:
@@ -24,8 +24,8 @@ class Row : public QWidget {
     int below = vertical;
   };
 
-  explicit Row(const Style& style) : Row(style, Measures()) {}
-  Row(const Style& style, Measures measures);
+  explicit FormRow(const Style& style) : FormRow(style, Measures()) {}
+  FormRow(const Style& style, Measures measures);
 
   /// `label` at the leading edge, breaking into lines where it must, and the control at the trailing
   /// one. The control is called what the label says.
@@ -58,7 +58,7 @@ class Card final : public QWidget {
   Card(const Style& style, const QString& name, QWidget* parent = nullptr);
 
   /// Takes the row.
-  void add(Row* row);
+  void add(FormRow* row);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

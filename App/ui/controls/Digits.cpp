@@ -67,4 +67,12 @@ void paintTabular(QPainter& painter, QPointF start, const QString& text, const Q
   });
 }
 
+QPainterPath tabularOutline(QPointF start, const QString& text, const QFont& font) {
+  QPainterPath outline;
+  forEachPiece(text, QFontMetricsF(font), [&](double x, const QString& piece) {
+    outline.addText(start + QPointF(x, 0), font, piece);
+  });
+  return outline;
+}
+
 }  // namespace tollbeam

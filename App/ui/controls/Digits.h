@@ -4,6 +4,7 @@
 
 #include <QFont>
 #include <QPainter>
+#include <QPainterPath>
 #include <QString>
 
 namespace tollbeam {
@@ -13,5 +14,8 @@ namespace tollbeam {
 
 /// Paints it from `start`, on the baseline, in the painter's pen.
 void paintTabular(QPainter& painter, QPointF start, const QString& text, const QFont& font);
+
+/// Its outline, from `start` on the baseline.
+[[nodiscard]] QPainterPath tabularOutline(QPointF start, const QString& text, const QFont& font);
 
 }  // namespace tollbeam

@@ -98,6 +98,8 @@ DropDown::DropDown(const Style& style, QList<Choice> choices, QWidget* parent)
 
 DropDown::~DropDown() { delete list_; }
 
+DropDownList* DropDown::list() const { return list_; }
+
 void DropDown::restyle() {
   dismiss();
   setFont(style_.font(Role::body));

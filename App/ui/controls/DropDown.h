@@ -35,7 +35,7 @@ class DropDown final : public QAbstractButton, public SelfDescribing {
 
   void open();
   /// Null while closed.
-  [[nodiscard]] DropDownList* list() const { return list_; }
+  [[nodiscard]] DropDownList* list() const;
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }

@@ -57,9 +57,9 @@ class SpokenRow final : public QAccessibleWidget {
   [[nodiscard]] DropDownRow* row() const { return static_cast<DropDownRow*>(widget()); }
 };
 
-class Divider final : public QWidget {
+class ListDivider final : public QWidget {
  public:
-  explicit Divider(const Style& style) : style_(style) { setFixedHeight(style.px(kDivider)); }
+  explicit ListDivider(const Style& style) : style_(style) { setFixedHeight(style.px(kDivider)); }
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
@@ -150,7 +150,7 @@ DropDownList::DropDownList(const Style& style, const QList<Choice>& choices, int
       dismiss();
       Q_EMIT chosen(index);
     });
-    if (choices[i].startsGroup) column->addWidget(new Divider(style));
+    if (choices[i].startsGroup) column->addWidget(new ListDivider(style));
     column->addWidget(row);
     rows_ << row;
   }
@@ -158,8 +158,6 @@ DropDownList::DropDownList(const Style& style, const QList<Choice>& choices, int
   const int padding = style.px(kPadding);
   around->setContentsMargins(padding, padding, padding, padding);
   scroll_ = new ScrollPage(style, page);
-  scroll_->viewport()->setAutoFillBackground(false);
-  page->setAutoFillBackground(false);
   around->addWidget(scroll_);
 }
 

@@ -21,13 +21,18 @@ bool isOfTheKeyboard(Qt::FocusReason reason) {
 void FocusRing::surround(QWidget& control, const Style& style, double radius,
                          std::function<QRect()> shape) {
   // The control owns its ring until the ring becomes its neighbour.
-  new FocusRing(control, style, radius, std::move(shape));
+  new FocusRing(control, control, style, radius, std::move(shape));
 }
 
-FocusRing::FocusRing(QWidget& control, const Style& style, double radius,
+void FocusRing::surround(QWidget& control, QWidget& outlined, const Style& style, double radius) {
+  new FocusRing(control, outlined, style, radius, {});
+}
+
+FocusRing::FocusRing(QWidget& control, QWidget& outlined, const Style& style, double radius,
                      std::function<QRect()> shape)
     : QWidget(&control),
       control_(control),
+      outlined_(outlined),
       style_(style),
       radius_(radius),
       shape_(std::move(shape)) {
@@ -41,18 +46,18 @@ FocusRing::FocusRing(QWidget& control, const Style& style, double radius,
 
 void FocusRing::appear() {
   // Outside the control's own rectangle only its parent can show it.
-  if (control_.isWindow()) return;
-  if (parentWidget() != control_.parentWidget()) setParent(control_.parentWidget());
+  if (outlined_.isWindow()) return;
+  if (parentWidget() != outlined_.parentWidget()) setParent(outlined_.parentWidget());
   follow();
   raise();
   show();
 }
 
 void FocusRing::follow() {
-  if (parentWidget() != control_.parentWidget()) return;
-  const QRect shape = shape_ ? shape_() : control_.rect();
+  if (parentWidget() != outlined_.parentWidget()) return;
+  const QRect shape = shape_ ? shape_() : outlined_.rect();
   const int reach = style_.px(kGap + kWidth);
-  setGeometry(shape.translated(control_.pos()).adjusted(-reach, -reach, reach, reach));
+  setGeometry(shape.translated(outlined_.pos()).adjusted(-reach, -reach, reach, reach));
   update();
 }
 

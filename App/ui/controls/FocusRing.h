@@ -19,16 +19,21 @@ class FocusRing final : public QWidget {
   static void surround(QWidget& control, const Style& style, double radius,
                        std::function<QRect()> shape = {});
 
+  /// The same around `outlined`, of which `control` is a part.
+  static void surround(QWidget& control, QWidget& outlined, const Style& style, double radius);
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  FocusRing(QWidget& control, const Style& style, double radius, std::function<QRect()> shape);
+  FocusRing(QWidget& control, QWidget& outlined, const Style& style, double radius,
+            std::function<QRect()> shape);
   void follow();
   void appear();
 
   QWidget& control_;
+  QWidget& outlined_;
   const Style& style_;
   const double radius_;
   const std::function<QRect()> shape_;

@@ -1,13 +1,12 @@
 #include "ui/controls/Text.h"
 
-#include <QFontMetricsF>
 #include <QPainter>
 #include <QStyle>
 #include <algorithm>
 #include <cmath>
 
-#include "ui/controls/Digits.h"
 #include "ui/controls/Fill.h"
+#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 
@@ -40,12 +39,12 @@ void Text::setBreaks(Breaks breaks) {
 }
 
 void Text::setTabularDigits() {
-  tabular_ = true;
+  figures_ = Figures::tabular;
   updateGeometry();
 }
 
 double Text::widthOf(const QString& line) const {
-  return tabular_ ? tabularWidth(line, font()) : QFontMetricsF(font()).horizontalAdvance(line);
+  return widthOfLine(line, font(), figures_);
 }
 
 QStringList Text::linesAt(int width) const {
@@ -72,27 +71,18 @@ void Text::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   if (!isEnabled()) painter.setOpacity(kDisabledOpacity);
   painter.setPen(style_.colours().ink(ink_));
-  painter.setFont(font());
   const int lineHeight = style_.lineHeight(role_);
   const QStringList lines = linesAt(width());
-  const QFontMetricsF metrics(font());
   const auto where = QStyle::visualAlignment(layoutDirection(), alignment());
   double top = 0;
   const double free = height() - static_cast<double>(lines.size()) * lineHeight;
   if (where & Qt::AlignVCenter) top = std::floor(free / 2);
   for (const QString& line : lines) {
-    const double lineWidth = widthOf(line);
+    const double spare = width() - widthOf(line);
     double x = 0;
-    if (where & Qt::AlignHCenter) x = (width() - lineWidth) / 2;
-    if (where & Qt::AlignRight) x = width() - lineWidth;
-    const double baseline = std::round(
-        top + (lineHeight - metrics.ascent() - metrics.descent()) / 2 + metrics.ascent());
-    painter.setLayoutDirection(line.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-    if (tabular_) {
-      paintTabular(painter, {x, baseline}, line, font());
-    } else {
-      painter.drawText(QPointF(x, baseline), line);
-    }
+    if (where & Qt::AlignHCenter) x = spare / 2;
+    if (where & Qt::AlignRight) x = spare;
+    paintLine(painter, {x, top}, lineHeight, line, font(), figures_);
     top += lineHeight;
   }
 }

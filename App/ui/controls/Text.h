@@ -5,6 +5,7 @@
 #include <QLabel>
 
 #include "ui/controls/LineBreaks.h"
+#include "ui/controls/TextLine.h"
 #include "ui/look/Style.h"
 
 namespace tollbeam {
@@ -39,7 +40,7 @@ class Text final : public QLabel {
   Role role_;
   Ink ink_;
   Breaks breaks_ = Breaks::never;
-  bool tabular_ = false;
+  Figures figures_ = Figures::proportional;
 };
 
 }  // namespace tollbeam

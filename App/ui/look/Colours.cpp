@@ -117,4 +117,18 @@ QColor Colours::ink(Ink role) const {
   return primary;
 }
 
+QColor Colours::graphics(Tint tint) const {
+  switch (tint) {
+    case Tint::accent:
+      return accent;
+    case Tint::green:
+      return green;
+    case Tint::orange:
+      return orange;
+    case Tint::red:
+      return red;
+  }
+  return accent;
+}
+
 }  // namespace tollbeam

@@ -10,6 +10,9 @@ namespace tollbeam {
 /// What words are written in.
 enum class Ink { primary, secondary, link, green, orange, red };
 
+/// What ring and bar are painted in.
+enum class Tint { accent, green, orange, red };
+
 struct Colours {
   bool dark = false;
   bool highContrast = false;
@@ -44,6 +47,7 @@ struct Colours {
   QColor segmentText;
 
   [[nodiscard]] QColor ink(Ink role) const;
+  [[nodiscard]] QColor graphics(Tint tint) const;
 
   bool operator==(const Colours&) const = default;
 };

@@ -70,7 +70,7 @@ QFont ringFont(const QFont& base, double scale) {
   constexpr double kTracking = 98;
   QFont result(base);
   setPixels(result, base, kPixels * scale);
-  result.setWeight(QFont::DemiBold);
+  result.setWeight(QFont::Medium);
   result.setLetterSpacing(QFont::PercentageSpacing, kTracking);
   return result;
 }

@@ -22,7 +22,8 @@ enum class Role {
 /// The role's font, with a fraction of a pixel where the scale asks for one.
 [[nodiscard]] QFont font(Role role, const QFont& base);
 
-/// The ring's percentage at 28 pixels times `scale`, semibold and a little tighter.
+/// The ring's percentage at 28 pixels times `scale`, a little tighter. Its stroke (see RingView) makes
+/// it semibold.
 [[nodiscard]] QFont ringFont(const QFont& base, double scale);
 
 /// The role's line at scale 1, in logical pixels.

@@ -74,7 +74,7 @@ void addAlert(const Alert& alert, Form& form, Bindings& bindings, SystemSounds& 
               const std::function<void()>& switchedOn) {
   const Style& style = form.style();
   Card* card = form.addCard(text(alert.title));
-  const auto addEnabled = [&](Row* row) {
+  const auto addEnabled = [&](FormRow* row) {
     card->add(row);
     bindings.enable(row, alert.enabledKey);
   };
@@ -89,7 +89,7 @@ void addAlert(const Alert& alert, Form& form, Bindings& bindings, SystemSounds& 
   if (alert.number.label) {
     auto* stepper = new Stepper(style, alert.number.range);
     auto* label = new Text(style, Role::body, Ink::primary);
-    auto* row = new Row(style);
+    auto* row = new FormRow(style);
     row->put(label, stepper);
     addEnabled(row);
     bindings.bind(stepper, alert.number.key, label, text(alert.number.label));

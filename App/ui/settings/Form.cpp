@@ -61,10 +61,10 @@ Card* Form::addCard(const QString& name) {
 
 void Form::finish() { column_->addStretch(1); }
 
-Row* Form::row(const QString& label, QWidget* control, Role role) const {
+FormRow* Form::row(const QString& label, QWidget* control, Role role) const {
   auto* text = new Text(style_, role, Ink::primary);
   text->setText(label);
-  auto* row = new Row(style_);
+  auto* row = new FormRow(style_);
   row->put(text, control);
   return row;
 }

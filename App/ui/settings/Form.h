@@ -24,7 +24,7 @@ class Form final : public QWidget {
   Card* addCard(const QString& name);
 
   /// A row with a label in the given weight and a control.
-  Row* row(const QString& label, QWidget* control, Role role = Role::body) const;
+  FormRow* row(const QString& label, QWidget* control, Role role = Role::body) const;
 
   /// After the last card: what is left of a high window stays empty.
   void finish();

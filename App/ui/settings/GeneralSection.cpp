@@ -10,11 +10,11 @@ namespace tollbeam {
 
 namespace {
 
-constexpr Row::Measures kButtonRow{.least = 44};
-constexpr Row::Measures kNote{.least = 0, .vertical = 12, .below = 12};
+constexpr FormRow::Measures kButtonRow{.least = 44};
+constexpr FormRow::Measures kNote{.least = 0, .vertical = 12, .below = 12};
 // The error belongs to the switch above it: nearer to it, and without a line between.
-constexpr Row::Measures kAboveError{.least = 36, .below = 2};
-constexpr Row::Measures kError{.least = 0, .vertical = 0, .below = 12};
+constexpr FormRow::Measures kAboveError{.least = 36, .below = 2};
+constexpr FormRow::Measures kError{.least = 0, .vertical = 0, .below = 12};
 
 constexpr std::size_t kReset = 0;
 
@@ -34,7 +34,7 @@ GeneralSection::GeneralSection(Form& form, AppModel& model, const Platform& plat
 
   const auto addButton = [&](const QString& text) {
     auto* button = new Button(style, text);
-    auto* row = new Row(style, kButtonRow);
+    auto* row = new FormRow(style, kButtonRow);
     row->put(button);
     card->add(row);
     return button;
@@ -47,7 +47,7 @@ GeneralSection::GeneralSection(Form& form, AppModel& model, const Platform& plat
     auto* note = new Text(style, Role::caption, Ink::orange);
     note->setText(tr("Notifications need Tollbeam to run as an app bundle (see make_app.sh). Run "
                      "from the command line, alerts cannot be delivered."));
-    auto* row = new Row(style, kNote);
+    auto* row = new FormRow(style, kNote);
     row->fill(note);
     card->add(row);
   }
@@ -56,7 +56,7 @@ GeneralSection::GeneralSection(Form& form, AppModel& model, const Platform& plat
 void GeneralSection::addLaunchAtLogin(Form& form, Card& card) {
   launchRow_ = form.row(tr("Launch at Login"), launchAtLogin_);
   card.add(launchRow_);
-  errorRow_ = new Row(form.style(), kError);
+  errorRow_ = new FormRow(form.style(), kError);
   errorRow_->setHairline(false);
   errorRow_->fill(loginError_);
   errorRow_->hide();
@@ -79,7 +79,7 @@ void GeneralSection::setLoginError(const std::optional<std::string>& reason) {
                                     .arg(QString::fromStdString(*reason))
                               : QString());
   errorRow_->setVisible(reason.has_value());
-  launchRow_->setMeasures(reason ? kAboveError : Row::Measures());
+  launchRow_->setMeasures(reason ? kAboveError : FormRow::Measures());
   if (!reason) return;
   QAccessibleEvent event(loginError_, QAccessible::Alert);
   QAccessible::updateAccessibility(&event);

@@ -37,8 +37,8 @@ class GeneralSection final : public QObject {
   LoginItem& loginItem_;
   Dialogs& dialogs_;
   Switch* launchAtLogin_;
-  Row* launchRow_ = nullptr;
-  Row* errorRow_ = nullptr;
+  FormRow* launchRow_ = nullptr;
+  FormRow* errorRow_ = nullptr;
   Text* loginError_;
   bool confirmReset_ = false;
 };

@@ -1,0 +1,36 @@
+// A thin bar that fills from its beginning.
+#pragma once
+
+#include <QProgressBar>
+
+#include "ui/controls/Motion.h"
+#include "ui/look/Style.h"
+
+namespace tollbeam {
+
+class Bar final : public QProgressBar {
+  Q_OBJECT
+
+ public:
+  /// `style` must outlive the bar. `name` is what it is called where it cannot be seen.
+  Bar(const Style& style, const QString& name, int total, QWidget* parent = nullptr);
+
+  /// Values outside 0 to the total are as good as these.
+  void setFilled(std::int64_t value, Tint tint);
+
+  [[nodiscard]] Tint tint() const { return tint_; }
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void restyle();
+
+  const Style& style_;
+  Tint tint_ = Tint::accent;
+  Motion filled_;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,33 @@
+// A button that is drawn as a link, for an action inside a text. It reacts some pixels beyond its
+// words (`reach`), so that it is easy to hit: whoever lays it out takes them off its surroundings.
+#pragma once
+
+#include <QPushButton>
+
+#include "ui/look/Style.h"
+
+namespace tollbeam {
+
+class LinkButton final : public QPushButton {
+  Q_OBJECT
+
+ public:
+  /// `style` must outlive the button.
+  LinkButton(const Style& style, const QString& text, QWidget* parent = nullptr);
+
+  /// On every side of the words, in logical pixels.
+  [[nodiscard]] int reach() const;
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void restyle();
+
+  const Style& style_;
+};
+
+}  // namespace tollbeam

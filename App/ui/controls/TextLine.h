@@ -1,0 +1,23 @@
+// One line of text as every control sets it: on a whole pixel's baseline, in the middle of its line's
+// height, in its own direction inside a mirrored window.
+#pragma once
+
+#include <QFont>
+#include <QPainter>
+#include <QPointF>
+#include <QString>
+
+namespace tollbeam {
+
+enum class Figures {
+  proportional,
+  tabular,  ///< all digits as wide as the widest
+};
+
+[[nodiscard]] double widthOfLine(const QString& text, const QFont& font, Figures figures);
+
+/// Paints `text` in the painter's pen; `topLeft` is the corner of a line `height` high.
+void paintLine(QPainter& painter, QPointF topLeft, double height, const QString& text,
+               const QFont& font, Figures figures);
+
+}  // namespace tollbeam

@@ -1,0 +1,86 @@
+#include "ui/popover/PopoverContent.h"
+
+#include <QCoreApplication>
+#include <QTime>
+#include <algorithm>
+#include <cmath>
+
+#include "battery/FormatMinutes.h"
+#include "texts/Translated.h"
+
+namespace tollbeam {
+
+namespace {
+
+constexpr double kNoticeableWatts = 0.1;
+constexpr double kLastSecond = 253402300799;  // of the year 9999
+
+QString say(const char* text) { return QCoreApplication::translate("tollbeam::PopoverView", text); }
+
+Ink healthColor(double percent) {
+  if (percent > 90) return Ink::green;
+  return percent >= 80 ? Ink::orange : Ink::red;
+}
+
+}  // namespace
+
+Tint ringTint(const BatteryState& state) {
+  if (!state.pluggedIn && state.percent < 21) return Tint::red;
+  const bool full = state.isCharged || (state.pluggedIn && state.percent > 99);
+  return state.isCharging || full ? Tint::green : Tint::accent;
+}
+
+Tint cycleTint(std::int64_t count) {
+  if (count > 900) return Tint::red;
+  return count > 700 ? Tint::orange : Tint::accent;
+}
+
+QString cycleText(std::int64_t count) {
+  return say(QT_TRANSLATE_NOOP("tollbeam::PopoverView", "%1 of 1000")).arg(count);
+}
+
+std::vector<Reading> readings(const BatteryState& state) {
+  std::vector<Reading> rows;
+  const auto row = [&rows](const char* label, const QString& value, Ink color = Ink::secondary) {
+    rows.push_back({say(label), value, color});
+  };
+  const auto health = state.healthPercent();
+  const auto grade = state.healthLabel();
+  if (health && grade) {
+    row(QT_TRANSLATE_NOOP("tollbeam::PopoverView", "Battery health"),
+        QString::asprintf("%.0f%% · ", *health) + translated(*grade), healthColor(*health));
+  }
+  if (state.temperatureC) {
+    row(QT_TRANSLATE_NOOP("tollbeam::PopoverView", "Temperature"),
+        QString::asprintf("%.1f °C", *state.temperatureC));
+  }
+  if (state.voltage && state.amperage) {
+    const double watts = *state.voltage * *state.amperage;
+    if (std::abs(watts) >= kNoticeableWatts) {
+      row(watts > 0 ? QT_TRANSLATE_NOOP("tollbeam::PopoverView", "Power in")
+                    : QT_TRANSLATE_NOOP("tollbeam::PopoverView", "Power out"),
+          QString::asprintf("%.1f W", std::abs(watts)));
+    }
+  }
+  if (state.pluggedIn && state.adapterWatts) {
+    row(QT_TRANSLATE_NOOP("tollbeam::PopoverView", "Adapter"),
+        QStringLiteral("%1 W").arg(*state.adapterWatts));
+  }
+  return rows;
+}
+
+QString pluggedInText(Date since, Date now) {
+  const auto minutes = static_cast<std::int64_t>((now - since) / 60);
+  return say(QT_TRANSLATE_NOOP("tollbeam::PopoverView", "Plugged in for %1"))
+      .arg(translated(formatMinutes(minutes)));
+}
+
+QString snoozeText(Date until, const Calendar& calendar, const QLocale& locale) {
+  // A deadline beyond all years can only have been written by hand.
+  const TimeOfDay time =
+      calendar.timeOfDay(Date{std::min(until.secondsSince1970, kLastSecond)});
+  return say(QT_TRANSLATE_NOOP("tollbeam::PopoverView", "Alerts snoozed until %1"))
+      .arg(locale.toString(QTime(time.hour, time.minute), QLocale::ShortFormat));
+}
+
+}  // namespace tollbeam

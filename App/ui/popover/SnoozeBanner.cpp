@@ -1,0 +1,90 @@
+#include "ui/popover/SnoozeBanner.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <algorithm>
+
+namespace tollbeam {
+
+namespace {
+
+constexpr double kRadius = 8;
+constexpr double kAbove = 6;
+constexpr double kBeside = 10;
+constexpr double kGap = 8;
+
+}  // namespace
+
+SnoozeBanner::SnoozeBanner(const Style& style, QWidget* parent)
+    : QWidget(parent),
+      style_(style),
+      text_(new Text(style, Role::caption, Ink::primary, this)),
+      cancel_(new LinkButton(style, tr("Cancel"), this)) {
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  policy.setHeightForWidth(true);
+  setSizePolicy(policy);
+  text_->setBreaks(Breaks::balanced);
+  connect(cancel_, &QPushButton::clicked, this, &SnoozeBanner::cancelled);
+  connect(&style_, &Style::changed, this, [this] {
+    placeParts();
+    updateGeometry();
+    update();
+  });
+}
+
+void SnoozeBanner::setText(const QString& text) {
+  if (text == text_->text()) return;
+  text_->setText(text);
+  placeParts();
+  updateGeometry();
+}
+
+// The link's words end where the padding begins; what reaches beyond them lies in the padding.
+int SnoozeBanner::textWidth(int width) const {
+  return width - 2 * style_.px(kBeside) - style_.px(kGap) - cancel_->sizeHint().width() +
+         2 * cancel_->reach();
+}
+
+QSize SnoozeBanner::sizeHint() const {
+  const int width = text_->sizeHint().width() + style_.px(kGap) + cancel_->sizeHint().width() -
+                    2 * cancel_->reach() + 2 * style_.px(kBeside);
+  return {width, heightForWidth(width)};
+}
+
+QSize SnoozeBanner::minimumSizeHint() const { return {0, cancel_->sizeHint().height()}; }
+
+int SnoozeBanner::heightForWidth(int width) const {
+  return std::max(text_->heightForWidth(textWidth(width)) + 2 * style_.px(kAbove),
+                  cancel_->sizeHint().height());
+}
+
+void SnoozeBanner::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  placeParts();
+}
+
+void SnoozeBanner::placeParts() {
+  const int beside = style_.px(kBeside);
+  const int wide = textWidth(width());
+  const int high = text_->heightForWidth(wide);
+  const QRect text(beside, (height() - high) / 2, wide, high);
+  const QSize link = cancel_->sizeHint();
+  const QRect cancel(QPoint(width() - beside + cancel_->reach() - link.width(),
+                            (height() - link.height()) / 2),
+                     link);
+  text_->setGeometry(QStyle::visualRect(layoutDirection(), rect(), text));
+  cancel_->setGeometry(QStyle::visualRect(layoutDirection(), rect(), cancel));
+}
+
+void SnoozeBanner::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(style_.colours().banner);
+  const bool outlined = style_.colours().outline.alpha() > 0;
+  painter.setPen(outlined ? QPen(style_.colours().outline, 1) : QPen(Qt::NoPen));
+  const double inset = outlined ? 0.5 : 0;
+  const double radius = style_.px(kRadius) - inset;
+  painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+}
+
+}  // namespace tollbeam
