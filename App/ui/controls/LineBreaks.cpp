@@ -1,5 +1,6 @@
 #include "ui/controls/LineBreaks.h"
 
+#include <QTextBoundaryFinder>
 #include <cstdlib>
 
 namespace tollbeam {
@@ -34,19 +35,55 @@ qsizetype breakOf(const QString& text, Breaks breaks) {
   return 0;
 }
 
+// The pieces of a word that has no line to itself, such as a file's path: all but the last are full.
+QStringList brokenAnywhere(const QString& word, double width, const Measure& measure) {
+  QStringList pieces;
+  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, word);
+  qsizetype start = 0;
+  qsizetype end = finder.toNextBoundary();
+  for (qsizetype next = finder.toNextBoundary(); next >= 0; next = finder.toNextBoundary()) {
+    if (measure(word.mid(start, next - start)) > width) {
+      pieces << word.mid(start, end - start);
+      start = end;
+    }
+    end = next;
+  }
+  return pieces << word.mid(start);
+}
+
 QStringList brokenAtWords(const QString& text, double width, const Measure& measure) {
   QStringList lines;
   QString line;
   for (const QString& word : text.split(u' ', Qt::SkipEmptyParts)) {
     const QString longer = line.isEmpty() ? word : line + u' ' + word;
-    if (line.isEmpty() || measure(longer) <= width) {
+    if (measure(longer) <= width) {
       line = longer;
-    } else {
-      lines << line;
-      line = word;
+      continue;
     }
+    if (!line.isEmpty()) lines << line;
+    lines << brokenAnywhere(word, width, measure);
+    line = lines.takeLast();
   }
   if (!line.isEmpty()) lines << line;
+  return lines;
+}
+
+// As few lines as there can be, all about as long.
+QStringList brokenEvenly(const QString& text, double width, const Measure& measure) {
+  QStringList lines = brokenAtWords(text, width, measure);
+  const auto count = lines.size();
+  double tooNarrow = width / 2;
+  double enough = width;
+  while (enough - tooNarrow > 1) {
+    const double middle = (tooNarrow + enough) / 2;
+    const QStringList narrower = brokenAtWords(text, middle, measure);
+    if (narrower.size() > count) {
+      tooNarrow = middle;
+    } else {
+      enough = middle;
+      lines = narrower;
+    }
+  }
   return lines;
 }
 
@@ -55,7 +92,12 @@ QStringList brokenAtWords(const QString& text, double width, const Measure& meas
 QStringList brokenLines(const QString& text, double width, Breaks breaks, const Measure& measure) {
   if (text.isEmpty()) return {};
   if (breaks == Breaks::never || measure(text) <= width) return {text};
-  if (const qsizetype at = breakOf(text, breaks); at > 0 && at < text.size()) {
+  const qsizetype at = breakOf(text, breaks);
+  if (breaks == Breaks::balanced &&
+      (measure(text.left(at).trimmed()) > width || measure(text.mid(at)) > width)) {
+    return brokenEvenly(text, width, measure);
+  }
+  if (at > 0 && at < text.size()) {
     return brokenLines(text.left(at).trimmed(), width, Breaks::words, measure) +
            brokenLines(text.mid(at).trimmed(), width, Breaks::words, measure);
   }

@@ -11,8 +11,8 @@ tollbeam_test(user_tests
     platform/freedesktop/NotificationCallTest.cpp
     platform/freedesktop/NotificationPermissionTest.cpp
     platform/freedesktop/PosixFileManagerTest.cpp
-    platform/freedesktop/QtDialogsTest.cpp
     platform/freedesktop/QtMainQueueTest.cpp
+    platform/freedesktop/QtSavePanelsTest.cpp
     platform/freedesktop/UserFoldersTest.cpp
     platform/freedesktop/ValueJsonTest.cpp
     platform/freedesktop/support/RecordingServer.cpp
