@@ -1,13 +1,19 @@
 #include "ui/DailySummaryView.h"
 
-#include <QDate>
-#include <QLocale>
+#include <QEvent>
 #include <QVBoxLayout>
+#include <utility>
 
-#include "battery/FormatMinutes.h"
 #include "platform/Clock.h"
 
 namespace tollbeam {
+
+namespace {
+
+constexpr int kDays = 7;
+constexpr int kAboveTable = 6;
+
+}  // namespace
 
 DailySummaryView::DailySummaryView(AppModel& model, const Platform& platform, const Style& style,
                                    QWidget* parent)
@@ -15,19 +21,46 @@ DailySummaryView::DailySummaryView(AppModel& model, const Platform& platform, co
       model_(model),
       platform_(platform),
       style_(style),
-      title_(new QToolButton(this)),
-      table_(new QLabel(this)) {
+      title_(new Disclosure(style, tr("Daily summary"), this)) {
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(0, style.px(kReach), 0, style.px(kReach));
-  title_->setText(tr("Daily summary"));
-  title_->setCheckable(true);
-  title_->setAutoRaise(true);
+  column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(title_);
-  column->addWidget(table_);
-  table_->hide();
-  connect(title_, &QToolButton::toggled, table_, &QLabel::setVisible);
-  connect(title_, &QToolButton::toggled, this, &DailySummaryView::refresh);
+  connect(title_, &Disclosure::toggled, this, &DailySummaryView::onToggled);
   connect(&model_, &AppModel::historyVersionChanged, this, &DailySummaryView::refresh);
+  connect(&style_, &Style::changed, this, &DailySummaryView::restyle);
+  restyle();
+}
+
+void DailySummaryView::restyle() {
+  const bool open = title_->isChecked();
+  const int reach = style_.px(kReach);
+  layout()->setSpacing(open ? style_.px(kAboveTable) - reach : 0);
+  layout()->setContentsMargins(0, 0, 0, open ? reach : 0);
+  refresh();
+}
+
+void DailySummaryView::onToggled(bool open) {
+  if (open && !table_) {
+    table_ = new SummaryTable(style_, this);
+    layout()->addWidget(table_);
+  }
+  restyle();
+  table_->setVisible(open);
+  settle();
+}
+
+void DailySummaryView::refresh() {
+  if (!isVisible() || !title_->isChecked()) return;
+  std::vector<SummaryText> days;
+  const QLocale locale;
+  const Calendar& calendar = platform_.calendar;
+  for (const DaySummary& day :
+       model_.history().dailySummaries(kDays, platform_.clock.now(), calendar)) {
+    days.push_back(summaryText(day, calendar, locale));
+  }
+  if (days == table_->days()) return;
+  table_->setDays(std::move(days));
+  settle();
 }
 
 void DailySummaryView::showEvent(QShowEvent* event) {
@@ -35,22 +68,18 @@ void DailySummaryView::showEvent(QShowEvent* event) {
   refresh();
 }
 
-void DailySummaryView::refresh() {
-  if (!isVisible() || !title_->isChecked()) return;
-  QStringList rows;
-  for (const DaySummary& day :
-       model_.history().dailySummaries(7, platform_.clock.now(), platform_.calendar)) {
-    const CalendarDay on = platform_.calendar.day(day.day);
-    rows << QStringLiteral("%1  %2%  %3–%4%  %5")
-                .arg(QLocale().toString(QDate(on.year, on.month, on.day), QStringLiteral("ddd d")))
-                .arg(day.avgPercent)
-                .arg(day.minPercent)
-                .arg(day.maxPercent)
-                .arg(day.chargingMinutes >= 1
-                         ? QString::fromStdString(formatMinutes(day.chargingMinutes))
-                         : QStringLiteral("–"));
+void DailySummaryView::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::LocaleChange) refresh();
+}
+
+// The new height reaches the window at once: a step a turn of the event loop would be seen as a
+// flicker, and the window would be mapped at the height that it last had.
+void DailySummaryView::settle() {
+  for (QWidget* widget = this; widget; widget = widget->parentWidget()) {
+    if (widget->layout()) widget->layout()->activate();
+    if (widget->isWindow()) break;
   }
-  table_->setText(rows.join(QLatin1Char('\n')));
 }
 
 }  // namespace tollbeam

@@ -1,9 +1,14 @@
 #include "ui/HistoryChart.h"
 
+#include <QAccessibleWidget>
+#include <QEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 
 #include "platform/Clock.h"
+#include "ui/ChartText.h"
+#include "ui/LocaleFormats.h"
 
 namespace tollbeam {
 
@@ -11,7 +16,15 @@ namespace {
 
 constexpr int kWidth = 308;
 constexpr int kHeight = 110;
+constexpr int kPlaceholderPadding = 24;
 constexpr double kDaySeconds = 86400;
+constexpr std::size_t kFewestPoints = 2;
+constexpr double kReach = 4;
+
+QAccessibleInterface* spoken(const QString& /*className*/, QObject* object) {
+  auto* chart = qobject_cast<HistoryChart*>(object);
+  return chart ? new QAccessibleWidget(chart, QAccessible::Chart) : nullptr;
+}
 
 }  // namespace
 
@@ -22,8 +35,10 @@ HistoryChart::HistoryChart(AppModel& model, const Platform& platform, const Styl
       platform_(platform),
       style_(style),
       placeholder_(new Text(style, Role::caption, Ink::secondary, this)) {
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  QAccessible::installFactory(spoken);
   setAccessibleName(tr("Charge history"));
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  setMouseTracking(true);
   placeholder_->setText(tr("Collecting history… a graph appears after a few minutes."));
   placeholder_->setBreaks(Breaks::balanced);
   placeholder_->setAlignment(Qt::AlignCenter);
@@ -35,7 +50,7 @@ HistoryChart::HistoryChart(AppModel& model, const Platform& platform, const Styl
 }
 
 void HistoryChart::restyle() {
-  const int padding = style_.px(24);
+  const int padding = style_.px(kPlaceholderPadding);
   layout()->setContentsMargins(padding, 0, padding, 0);
   updateGeometry();
   refresh();
@@ -49,34 +64,90 @@ void HistoryChart::setDays(int days) {
 
 QSize HistoryChart::sizeHint() const { return {style_.px(kWidth), style_.px(kHeight)}; }
 
+void HistoryChart::refresh() {
+  if (!isVisible()) return;
+  const Date now = platform_.clock.now();
+  const Date from = now - days_ * kDaySeconds;
+  const auto samples = model_.history().samples(from);
+  auto points = chartPoints(samples);
+  const bool isEmpty = points.size() < kFewestPoints;
+  placeholder_->setVisible(isEmpty);
+  // The placeholder is read out as the text that it is.
+  setAccessibleDescription(isEmpty ? QString() : spokenChart(samples, days_, now));
+  picture_ = isEmpty ? ChartPicture()
+                     : ChartPicture({std::move(points), from, now, days_ <= 1}, rect(),
+                                    layoutDirection(), style_, platform_.calendar, QLocale());
+  marked_.reset();
+  marker_.reset();
+  follow(pointer_);
+  update();
+}
+
 void HistoryChart::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   refresh();
 }
 
-void HistoryChart::refresh() {
-  if (!isVisible()) return;
-  now_ = platform_.clock.now();
-  from_ = now_ - days_ * kDaySeconds;
-  points_ = chartPoints(model_.history().samples(from_));
-  placeholder_->setVisible(points_.size() < 2);
-  update();
+void HistoryChart::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  pointer_.reset();
+  marked_.reset();
+  marker_.reset();
+  picture_ = {};
+}
+
+void HistoryChart::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  refresh();
+}
+
+void HistoryChart::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::LayoutDirectionChange || event->type() == QEvent::LocaleChange) {
+    refresh();
+  }
+}
+
+void HistoryChart::mouseMoveEvent(QMouseEvent* event) {
+  QWidget::mouseMoveEvent(event);
+  follow(event->position().x());
+}
+
+void HistoryChart::leaveEvent(QEvent* event) {
+  QWidget::leaveEvent(event);
+  follow(std::nullopt);
+}
+
+void HistoryChart::follow(std::optional<double> pointer) {
+  pointer_ = pointer;
+  const auto point = pointer
+                         ? pointAt(*pointer, style_.px(kReach), picture_.points(), picture_.frame())
+                         : std::nullopt;
+  if (point == marked_) return;
+  if (marker_) update(marker_->region());
+  marked_ = point;
+  marker_ = point ? markerAt(*point) : std::nullopt;
+  if (marker_) update(marker_->region());
+}
+
+std::optional<ChartMarker> HistoryChart::markerAt(std::size_t point) const {
+  const ChartPoint& p = picture_.points()[point];
+  const ChartFrame& frame = picture_.frame();
+  const QLocale locale;
+  QString time = timeText(platform_.calendar.timeOfDay(p.date), locale);
+  if (days_ > 1) {
+    time = tr("%1 %2", "weekday and time")
+               .arg(weekdayText(platform_.calendar.day(p.date), locale), time);
+  }
+  return ChartMarker({frame.x(p.date), frame.y(p.pct)}, frame.plot, time, tr("%1%").arg(p.pct),
+                     style_, layoutDirection());
 }
 
 void HistoryChart::paintEvent(QPaintEvent* /*event*/) {
-  if (points_.size() < 2 || !(now_ > from_)) return;
+  if (picture_.points().empty()) return;
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(
-      QPen(style_.colours().accent, style_.px(2), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  for (std::size_t i = 1; i < points_.size(); ++i) {
-    if (points_[i].seg != points_[i - 1].seg) continue;
-    const auto at = [this](const ChartPoint& p) {
-      return QPointF(width() * ((p.date - from_) / (now_ - from_)),
-                     height() * (1 - static_cast<double>(p.pct) / 100));
-    };
-    painter.drawLine(at(points_[i - 1]), at(points_[i]));
-  }
+  picture_.paint(painter, style_);
+  if (marker_) marker_->paint(painter, style_);
 }
 
 }  // namespace tollbeam

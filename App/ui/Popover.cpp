@@ -73,7 +73,6 @@ void Popover::showAt(ClickPosition position) {
   followCompositor();
   Q_EMIT aboutToShow();
   scroll_->verticalScrollBar()->setValue(0);
-  place();
   // The keyboard begins before the first control.
   view_->setFocus(Qt::OtherFocusReason);
   show();
@@ -134,6 +133,12 @@ void Popover::keyPressEvent(QKeyEvent* event) {
 void Popover::mousePressEvent(QMouseEvent* event) {
   // Where a click does not fall through the shadow, it is one elsewhere all the same.
   if (!body().contains(event->position().toPoint())) closeForAClick();
+}
+
+// By now the view's parts have heard that they are shown, and nothing is on the screen yet.
+void Popover::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  place();
 }
 
 void Popover::hideEvent(QHideEvent* event) {

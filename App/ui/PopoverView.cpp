@@ -17,6 +17,7 @@ constexpr double kWidth = 340;
 constexpr double kPadding = 16;
 constexpr double kBetween = 14;
 constexpr double kBetweenBlocks = 16;
+constexpr double kChart = 110;
 
 constexpr int kDaysOfFirstChoice = 1;
 constexpr int kDaysOfOthers = 7;
@@ -87,6 +88,7 @@ void PopoverView::restyle() {
   column_->setContentsMargins(padding, padding, padding, padding);
   column_->setSpacing(style_.px(kBetween));
   battery_->setSpacing(style_.px(kBetweenBlocks));
+  chart_->setFixedHeight(style_.px(kChart));
   // The summary's title takes clicks beyond its words, inside the distance to its neighbours.
   const int reach = style_.px(DailySummaryView::kReach);
   history_->setSpacing(style_.px(kBetweenBlocks) - reach);

@@ -16,8 +16,8 @@ constexpr double kSide = 104;
 constexpr double kRadius = 46;
 constexpr double kPen = 11;
 constexpr double kBaseline = 62;
-// Between the pen's inner edges where the digits stand.
-constexpr double kRoomForText = 78;
+// Of the 78 between the pen's inner edges where the digits stand.
+constexpr double kRoomForText = 74;
 // Rounds the digits' corners and brings them to the weight of a semibold.
 constexpr double kStroke = 0.9;
 constexpr double kStrokeOfRegular = 1.5;
@@ -74,16 +74,24 @@ void RingView::paintEvent(QPaintEvent* /*event*/) {
 void RingView::paintPercent(QPainter& painter) const {
   const QFont font = style_.ringFont();
   const QString text = QStringLiteral("%1%").arg(value());
-  // Glyphs take the scale of the whole drawing from their font.
-  const double scale = style_.scale();
-  const double width = tabularWidth(text, font) / scale;
-  const double fit = std::min(1.0, kRoomForText / width);
-  QPainterPath outline = tabularOutline({0, 0}, text, font);
-  painter.translate(kSide / 2, kBaseline);
-  painter.scale(fit / scale, fit / scale);
-  painter.translate(-width * scale / 2, 0);
   const bool light = QFontInfo(font).weight() < QFont::Medium;
-  const double stroke = (light ? kStrokeOfRegular : kStroke) * scale;
+  const double stroke = (light ? kStrokeOfRegular : kStroke) * style_.scale();
+  // Two digits count up and down in their cells. Three are always the same and stand as they are.
+  const bool isFull = value() >= 100;
+  QPainterPath outline;
+  if (isFull) {
+    outline.addText({0, 0}, font, text);
+  } else {
+    outline = tabularOutline({0, 0}, text, font);
+  }
+  const QRectF ink = outline.boundingRect();
+  const double middle = isFull ? ink.center().x() : tabularWidth(text, font) / 2;
+  // The outline has the scale of the whole drawing from its font already.
+  const double scale = 1 / style_.scale();
+  const double fit = std::min(1.0, kRoomForText / ((ink.width() + stroke) * scale));
+  painter.translate(kSide / 2, kBaseline);
+  painter.scale(fit * scale, fit * scale);
+  painter.translate(-middle, 0);
   painter.setPen(QPen(style_.colours().primary, stroke, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
   painter.setBrush(style_.colours().primary);
   painter.drawPath(outline);

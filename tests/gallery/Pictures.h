@@ -16,6 +16,7 @@ struct Picture {
   std::function<std::shared_ptr<QWidget>()> show;
 };
 
+[[nodiscard]] std::vector<Picture> chartPictures();
 [[nodiscard]] std::vector<Picture> popoverPictures();
 [[nodiscard]] std::vector<Picture> settingsPictures();
 

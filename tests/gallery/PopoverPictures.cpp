@@ -1,12 +1,12 @@
 #include <QAbstractButton>
-#include <QAccessible>
 #include <QPainter>
-#include <algorithm>
+#include <QTest>
 #include <cmath>
 #include <optional>
 
 #include "Pictures.h"
 #include "platform/recorded/RecordedPlatform.h"
+#include "support/Histories.h"
 #include "ui/Popover.h"
 #include "ui/PopoverView.h"
 
@@ -24,14 +24,18 @@ class NoClicks final : public OutsideClicks {
   }
 };
 
-// Hours from today's midnight and the charge there; between two points it was recorded.
-using Stretch = std::vector<std::pair<double, double>>;
+using Stretches = std::vector<std::vector<test::Corner>>;
 
-const std::vector<Stretch> kDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-1.2, 80}, {-0.3, 76}},
+// Hours from today's midnight.
+const Stretches kDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-1.2, 80}, {-0.3, 76}},
                                 {{7.5, 74}, {8.2, 80}, {10.4, 80}, {14.33, 64}}};
-const std::vector<Stretch> kLowDay{{{-9.7, 52}, {-8.3, 42}, {-6.7, 80}, {-3.0, 80}, {-0.6, 70}},
+const Stretches kLowDay{{{-9.7, 52}, {-8.3, 42}, {-6.7, 80}, {-3.0, 80}, {-0.6, 70}},
                                    {{6.9, 67}, {14.33, 14}}};
-const std::vector<Stretch> kWeek{
+const Stretches kFullDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-0.3, 80}},
+                         {{7.5, 81}, {9.2, 60}, {10.4, 63}, {13.33, 100}, {14.33, 100}}};
+const Stretches kEmptyDay{{{-6, 100}, {-1, 40}}, {{8.2, 62}, {14.33, 0}}};
+const Stretches kLongWeek{{{-153.6, 58}, {-100, 80}, {-80, 20}, {-78, 100}, {-30, 100}, {14.33, 21}}};
+const Stretches kWeek{
     {{-153.6, 58}, {-151, 45}, {-149.6, 80}, {-143.6, 80}},
     {{-137, 78}, {-135, 80}, {-131, 80}, {-126.5, 52}, {-124.8, 80}, {-111.5, 80}, {-107, 61},
      {-97.5, 43}},
@@ -41,41 +45,27 @@ const std::vector<Stretch> kWeek{
      {-0.6, 51}},
     {{7.4, 50}, {9, 41}, {11.1, 34}, {14.33, 82}}};
 
-std::string historyFile(const std::vector<Stretch>& stretches) {
-  std::string json = "[";
-  for (const Stretch& stretch : stretches) {
-    for (std::size_t i = 0; i + 1 < stretch.size(); ++i) {
-      const auto [from, start] = stretch[i];
-      const auto [to, end] = stretch[i + 1];
-      for (double hour = from; hour < to; hour += 1.0 / 12) {
-        const double part = (hour - from) / (to - from);
-        if (json.size() > 1) json += ',';
-        const char* charging = end > start ? "true" : "false";
-        json += QString::asprintf("{\"t\":%.0f,\"p\":%d,\"c\":%s,\"a\":%s}", kMidnight + hour * 3600,
-                                  static_cast<int>(std::lround(start + (end - start) * part)),
-                                  charging, charging)
-                    .toStdString();
-      }
-    }
-  }
-  return json + "]";
-}
-
 struct Scene {
-  Scene(Dictionary battery, Dictionary properties, const std::vector<Stretch>& history) {
+  Scene(Dictionary battery, Dictionary properties, const Stretches& history) {
     if (!battery.empty()) platform.powerSources.table = List{std::move(battery)};
     if (!properties.empty()) platform.powerSources.properties = std::move(properties);
-    platform.fileManager.files["/support/Tollbeam/history.json"] = historyFile(history);
+    // As densely as the program records.
+    samples = test::samplesAlong(history, Date{kMidnight}, 1);
     platform.compositor.running = true;
   }
 
+  void pluggedInFor(double minutes) {
+    for (Sample& sample : samples) sample.a = sample.t >= kNow - minutes * 60;
+  }
+
   void open() {
+    test::store(samples, platform.fileManager);
     model.emplace(platform.ports());
     model->start();
     view = new PopoverView(*model, platform.ports(), style, [] {});
     popover.emplace(clicks, platform.compositor, platform.clock, style, view);
     QObject::connect(&*popover, &Popover::aboutToShow, view, &PopoverView::refresh);
-    popover->showAt({});
+    popover->showAt({.x = 1000, .y = 15, .known = true});
   }
 
   void press(const char* words) const {
@@ -85,6 +75,7 @@ struct Scene {
   }
 
   RecordedPlatform platform{Date{kNow}};
+  std::vector<Sample> samples;
   NoClicks clicks;
   Style style{platform.appearance};
   std::optional<AppModel> model;
@@ -95,20 +86,20 @@ struct Scene {
 // The popover on a plain desktop, below an empty panel.
 class Desk final : public QWidget {
  public:
-  explicit Desk(std::shared_ptr<Scene> scene) : scene_(std::move(scene)) {}
-
-  [[nodiscard]] QSize sizeHint() const override {
-    return scene_->popover->body().size() + QSize(2 * kAround, kPanel + kGap + kAround);
+  explicit Desk(Scene& scene)
+      : dark_(scene.style.colours().dark), corner_(scene.popover->body().topLeft()) {
+    const QSize body = scene.popover->body().size();
+    setFixedSize(body + QSize(2 * kAround, kPanel + kGap + kAround));
+    popover_ = scene.popover->grab();
   }
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
     QPainter painter(this);
-    const bool dark = scene_->style.colours().dark;
-    painter.fillRect(rect(), dark ? QColor(0x3B, 0x44, 0x52) : QColor(0xC9, 0xD1, 0xDC));
-    painter.fillRect(0, 0, width(), kPanel, dark ? QColor(0x19, 0x1B, 0x1F) : QColor(0xF0, 0xF1, 0xF3));
-    const QPoint corner = scene_->popover->body().topLeft();
-    painter.drawPixmap(QPoint(kAround, kPanel + kGap) - corner, scene_->popover->grab());
+    painter.fillRect(rect(), dark_ ? QColor(0x3B, 0x44, 0x52) : QColor(0xC9, 0xD1, 0xDC));
+    painter.drawPixmap(QPoint(kAround, kPanel + kGap) - corner_, popover_);
+    const QRect panel(0, 0, width(), kPanel);
+    painter.fillRect(panel, dark_ ? QColor(0x19, 0x1B, 0x1F) : QColor(0xF0, 0xF1, 0xF3));
   }
 
  private:
@@ -116,12 +107,17 @@ class Desk final : public QWidget {
   static constexpr int kPanel = 30;
   static constexpr int kGap = 8;
 
-  std::shared_ptr<Scene> scene_;
+  bool dark_;
+  QPoint corner_;
+  QPixmap popover_;
 };
 
-std::shared_ptr<QWidget> shown(const std::shared_ptr<Scene>& scene) {
+std::shared_ptr<QWidget> shown(Scene& scene) {
+  // Motions come to rest. Then the desk takes the activation, and the popover closes.
+  if (!QTest::qWaitForWindowExposed(&*scene.popover)) return nullptr;
+  constexpr int kRest = 400;
+  QTest::qWait(kRest);
   auto desk = std::make_shared<Desk>(scene);
-  desk->setFixedSize(desk->sizeHint());
   desk->show();
   return desk;
 }
@@ -148,7 +144,7 @@ Dictionary controller(int cycles, int full, double celsius, double watts) {
 }
 
 Picture picture(std::string name, Dictionary table, Dictionary properties,
-                const std::vector<Stretch>& history,
+                const Stretches& history,
                 const std::function<void(Scene&)>& arrange = {},
                 const std::function<void(Scene&)>& use = {}) {
   return {"popover-" + std::move(name), [=] {
@@ -156,19 +152,45 @@ Picture picture(std::string name, Dictionary table, Dictionary properties,
             if (arrange) arrange(*scene);
             scene->open();
             if (use) use(*scene);
-            return shown(scene);
+            return shown(*scene);
           }};
 }
 
 }  // namespace
 
 std::vector<Picture> popoverPictures() {
+  const auto plugged = [](Scene& scene) { scene.pluggedInFor(192); };
   const auto snoozed = [](Scene& scene) {
+    scene.pluggedInFor(192);
     scene.platform.userDefaults.values.insert_or_assign("snoozeUntil", kNow + 45 * 60);
   };
+  const auto week = [](Scene& scene) { scene.press("7 days"); };
+  const auto weekAndSummary = [](Scene& scene) {
+    scene.press("7 days");
+    scene.press("Daily summary");
+  };
+  const Dictionary good = controller(212, 4650, 31.4, -7.3);
+  const auto adapter = [](Dictionary properties, int watts) {
+    properties.insert_or_assign("AdapterDetails", Dictionary{{"Watts", watts}});
+    return properties;
+  };
   return {
-      picture("a-on-battery", battery(64, {{"Time to Empty", 227}}),
-              controller(212, 4650, 31.4, -7.3), kDay)};
+      picture("a-on-battery", battery(64, {{"Time to Empty", 227}}), good, kDay),
+      picture("b-charging-snoozed-week", charger(82, true, {{"Time to Full Charge", 41}}),
+              adapter(controller(742, 4300, 34.8, 28.6), 65), kWeek, snoozed, weekAndSummary),
+      picture("c-low-worn", battery(14, {{"Time to Empty", 38}}),
+              controller(934, 3850, 36.2, -14.9), kLowDay),
+      picture("d-none", {}, {}, {}),
+      picture("e-longest", charger(82, true), adapter(good, 65), {}, snoozed),
+      picture("f-full", charger(100, false, {{"Is Charged", true}}),
+              adapter(controller(0, 5000, 28, 0), 100), kFullDay, plugged),
+      picture("g-held-at-99", charger(99, false), adapter(controller(701, 4500, 30, 0.04), 65),
+              kFullDay, snoozed),
+      picture("h-no-figures", battery(100), {}, kFullDay),
+      picture("i-empty-worn-out", battery(0, {{"Time to Empty", 0}}),
+              controller(1500, 2500, -3, -3), kEmptyDay),
+      picture("j-long-history", battery(21, {{"Time to Empty", 1265}}), good, kLongWeek, {}, week),
+  };
 }
 
 }  // namespace tollbeam::gallery

@@ -60,6 +60,7 @@ int main(int argc, char** argv) {
   using namespace tollbeam::gallery;
   auto pictures = popoverPictures();
   for (auto& picture : settingsPictures()) pictures.push_back(std::move(picture));
+  for (auto& picture : chartPictures()) pictures.push_back(std::move(picture));
   for (const Picture& picture : pictures) {
     const QString name = QString::fromStdString(picture.name);
     if (!name.startsWith(options.value(QStringLiteral("only")))) continue;

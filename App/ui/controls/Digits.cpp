@@ -31,7 +31,8 @@ bool isAsciiDigit(QChar c) { return c >= u'0' && c <= u'9'; }
 double forEachPiece(const QString& text, const QFontMetricsF& metrics,
                     const std::function<void(double x, const QString& piece)>& visit) {
   const double cell = cellOf(metrics);
-  if (hasOneWidth(metrics, cell)) {
+  // Text from right to left cannot be put together from its left; it is set as one piece as well.
+  if (text.isRightToLeft() || hasOneWidth(metrics, cell)) {
     visit(0, text);
     return metrics.horizontalAdvance(text);
   }

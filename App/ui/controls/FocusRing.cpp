@@ -21,18 +21,13 @@ bool isOfTheKeyboard(Qt::FocusReason reason) {
 void FocusRing::surround(QWidget& control, const Style& style, double radius,
                          std::function<QRect()> shape) {
   // The control owns its ring until the ring becomes its neighbour.
-  new FocusRing(control, control, style, radius, std::move(shape));
+  new FocusRing(control, style, radius, std::move(shape));
 }
 
-void FocusRing::surround(QWidget& control, QWidget& outlined, const Style& style, double radius) {
-  new FocusRing(control, outlined, style, radius, {});
-}
-
-FocusRing::FocusRing(QWidget& control, QWidget& outlined, const Style& style, double radius,
+FocusRing::FocusRing(QWidget& control, const Style& style, double radius,
                      std::function<QRect()> shape)
     : QWidget(&control),
       control_(control),
-      outlined_(outlined),
       style_(style),
       radius_(radius),
       shape_(std::move(shape)) {
@@ -44,25 +39,48 @@ FocusRing::FocusRing(QWidget& control, QWidget& outlined, const Style& style, do
   control.installEventFilter(this);
 }
 
+QRect FocusRing::around() const {
+  const int reach = style_.px(kGap + kWidth);
+  return (shape_ ? shape_() : control_.rect()).adjusted(-reach, -reach, reach, reach);
+}
+
+// Into the first widget that does not cut it off. Those on the way there may move.
+void FocusRing::moveIn() {
+  for (QWidget* widget : std::as_const(between_)) {
+    if (widget) widget->removeEventFilter(this);
+  }
+  between_.clear();
+  QWidget* host = control_.parentWidget();
+  while (!host->isWindow() &&
+         !host->rect().contains(around().translated(control_.mapTo(host, QPoint())))) {
+    host->installEventFilter(this);
+    between_ << host;
+    host = host->parentWidget();
+  }
+  if (parentWidget() != host) setParent(host);
+}
+
 void FocusRing::appear() {
-  // Outside the control's own rectangle only its parent can show it.
-  if (outlined_.isWindow()) return;
-  if (parentWidget() != outlined_.parentWidget()) setParent(outlined_.parentWidget());
+  // Outside the control's own rectangle only a widget around it can show it.
+  if (control_.isWindow()) return;
+  moveIn();
   follow();
   raise();
   show();
 }
 
 void FocusRing::follow() {
-  if (parentWidget() != outlined_.parentWidget()) return;
-  const QRect shape = shape_ ? shape_() : outlined_.rect();
-  const int reach = style_.px(kGap + kWidth);
-  setGeometry(shape.translated(outlined_.pos()).adjusted(-reach, -reach, reach, reach));
+  QWidget* host = parentWidget();
+  if (host == &control_ || !host->isAncestorOf(&control_)) return;
+  setGeometry(around().translated(control_.mapTo(host, QPoint())));
   update();
 }
 
 bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != &control_) return QWidget::eventFilter(watched, event);
+  if (watched != &control_) {
+    if (event->type() == QEvent::Move) follow();
+    return QWidget::eventFilter(watched, event);
+  }
   switch (event->type()) {
     case QEvent::FocusIn:
       if (isOfTheKeyboard(static_cast<QFocusEvent*>(event)->reason())) appear();

@@ -1,7 +1,10 @@
 // The ring around the control that the keyboard would work: two pixels of accent, two pixels away
-// from the control, in its shape. It shows only while the user works with the keyboard.
+// from the control, in its shape. It shows only while the user works with the keyboard. It lies in
+// the nearest widget around the control that has room for all of it.
 #pragma once
 
+#include <QList>
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 
@@ -19,24 +22,22 @@ class FocusRing final : public QWidget {
   static void surround(QWidget& control, const Style& style, double radius,
                        std::function<QRect()> shape = {});
 
-  /// The same around `outlined`, of which `control` is a part.
-  static void surround(QWidget& control, QWidget& outlined, const Style& style, double radius);
-
  protected:
   void paintEvent(QPaintEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  FocusRing(QWidget& control, QWidget& outlined, const Style& style, double radius,
-            std::function<QRect()> shape);
+  FocusRing(QWidget& control, const Style& style, double radius, std::function<QRect()> shape);
+  [[nodiscard]] QRect around() const;
+  void moveIn();
   void follow();
   void appear();
 
   QWidget& control_;
-  QWidget& outlined_;
   const Style& style_;
   const double radius_;
   const std::function<QRect()> shape_;
+  QList<QPointer<QWidget>> between_;
 };
 
 }  // namespace tollbeam

@@ -90,14 +90,17 @@ SegmentedPicker::SegmentedPicker(const Style& style, const QString& name,
                                  const QStringList& choices, QWidget* parent)
     : QWidget(parent), style_(style), thumb_(*this, style, kMilliseconds) {
   setAccessibleName(name);
-  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
   for (const QString& choice : choices) {
     auto* segment = new Segment(style, choice, this);
     const auto index = static_cast<int>(segments_.size());
     segment->setChecked(index == 0);
-    FocusRing::surround(*segment, *this, style, kRadius);
+    // The whole picker has the focus, whichever segment it is that takes the keys.
+    FocusRing::surround(*segment, style, kRadius, [this, segment] {
+      return rect().translated(-segment->pos());
+    });
     connect(segment, &QRadioButton::toggled, this, [this, index](bool on) {
       if (!on) return;
       thumb_.glideTo(index);

@@ -1,12 +1,12 @@
 #include "ui/popover/PopoverContent.h"
 
 #include <QCoreApplication>
-#include <QTime>
 #include <algorithm>
 #include <cmath>
 
 #include "battery/FormatMinutes.h"
 #include "texts/Translated.h"
+#include "ui/LocaleFormats.h"
 
 namespace tollbeam {
 
@@ -77,10 +77,9 @@ QString pluggedInText(Date since, Date now) {
 
 QString snoozeText(Date until, const Calendar& calendar, const QLocale& locale) {
   // A deadline beyond all years can only have been written by hand.
-  const TimeOfDay time =
-      calendar.timeOfDay(Date{std::min(until.secondsSince1970, kLastSecond)});
+  const Date shown{std::min(until.secondsSince1970, kLastSecond)};
   return say(QT_TRANSLATE_NOOP("tollbeam::PopoverView", "Alerts snoozed until %1"))
-      .arg(locale.toString(QTime(time.hour, time.minute), QLocale::ShortFormat));
+      .arg(timeText(calendar.timeOfDay(shown), locale));
 }
 
 }  // namespace tollbeam

@@ -20,7 +20,7 @@ SnoozeBanner::SnoozeBanner(const Style& style, QWidget* parent)
       style_(style),
       text_(new Text(style, Role::caption, Ink::primary, this)),
       cancel_(new LinkButton(style, tr("Cancel"), this)) {
-  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
   text_->setBreaks(Breaks::balanced);

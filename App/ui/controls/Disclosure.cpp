@@ -1,0 +1,141 @@
+#include "ui/controls/Disclosure.h"
+
+#include <QAccessibleWidget>
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyle>
+#include <cmath>
+
+#include "ui/controls/FocusRing.h"
+
+namespace tollbeam {
+
+namespace {
+
+constexpr int kTurnMilliseconds = 120;
+constexpr int kTriangle = 10;
+constexpr int kGap = 6;
+constexpr double kRadius = 5;
+// Open, the triangle sinks a little, to stand on the line of the words.
+constexpr double kSink = 1;
+
+class SpokenDisclosure final : public QAccessibleWidget {
+ public:
+  explicit SpokenDisclosure(Disclosure* disclosure)
+      : QAccessibleWidget(disclosure, QAccessible::Button) {}
+
+  [[nodiscard]] QString text(QAccessible::Text kind) const override {
+    return kind == QAccessible::Name ? button().text() : QAccessibleWidget::text(kind);
+  }
+
+  [[nodiscard]] QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.expandable = true;
+    state.expanded = button().isChecked();
+    state.collapsed = !button().isChecked();
+    state.pressed = button().isDown();
+    return state;
+  }
+
+  [[nodiscard]] QStringList actionNames() const override {
+    return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+  }
+
+  void doAction(const QString& name) override {
+    if (name == pressAction()) {
+      button().click();
+    } else {
+      QAccessibleWidget::doAction(name);
+    }
+  }
+
+ private:
+  [[nodiscard]] QAbstractButton& button() const { return *static_cast<QAbstractButton*>(object()); }
+};
+
+QAccessibleInterface* spoken(const QString& /*className*/, QObject* object) {
+  auto* disclosure = qobject_cast<Disclosure*>(object);
+  return disclosure ? new SpokenDisclosure(disclosure) : nullptr;
+}
+
+}  // namespace
+
+Disclosure::Disclosure(const Style& style, const QString& text, QWidget* parent)
+    : QAbstractButton(parent), style_(style), turn_(*this, style, kTurnMilliseconds) {
+  QAccessible::installFactory(spoken);
+  setText(text);
+  setCheckable(true);
+  setAttribute(Qt::WA_Hover);
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  FocusRing::surround(*this, style, kRadius, [this] {
+    const int beside = style_.px(kReach);
+    const QRect words(-beside, 0, textWidth() + 2 * beside, height());
+    return QStyle::visualRect(layoutDirection(), rect(), words);
+  });
+  connect(this, &Disclosure::toggled, this, &Disclosure::onToggled);
+  connect(&style_, &Style::changed, this, &Disclosure::restyle);
+  restyle();
+}
+
+void Disclosure::restyle() {
+  setFont(style_.font(Role::callout));
+  updateGeometry();
+  update();
+}
+
+void Disclosure::onToggled(bool open) {
+  turn_.glideTo(open ? 1 : 0);
+  QAccessible::State changed;
+  changed.expanded = true;
+  changed.collapsed = true;
+  QAccessibleStateChangeEvent event(this, changed);
+  QAccessible::updateAccessibility(&event);
+}
+
+int Disclosure::textWidth() const {
+  const double words = QFontMetricsF(font()).horizontalAdvance(text());
+  return style_.px(kTriangle) + style_.px(kGap) + static_cast<int>(std::ceil(words));
+}
+
+QSize Disclosure::sizeHint() const {
+  return {textWidth(), style_.lineHeight(Role::callout) + 2 * style_.px(kReach)};
+}
+
+void Disclosure::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (!event->isAutoRepeat()) click();
+    return;
+  }
+  QAbstractButton::keyPressEvent(event);
+}
+
+void Disclosure::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const Colours& colours = style_.colours();
+  const int size = style_.px(kTriangle);
+  const QRect box =
+      QStyle::visualRect(layoutDirection(), rect(), QRect(0, (height() - size) / 2, size, size));
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(underMouse() || isDown() ? colours.primary : colours.secondary);
+  painter.translate(QRectF(box).center());
+  const double scale = size / static_cast<double>(kTriangle);
+  painter.scale(isRightToLeft() ? -scale : scale, scale);
+  painter.translate(0, kSink * turn_.value());
+  constexpr double kQuarter = 90;
+  painter.rotate(kQuarter * turn_.value());
+  painter.drawConvexPolygon(QPolygonF{{-3.5, -4.5}, {-3.5, 4.5}, {2.5, 0}});
+  painter.restore();
+
+  const int start = size + style_.px(kGap);
+  const QRect words =
+      QStyle::visualRect(layoutDirection(), rect(), rect().adjusted(start, 0, 0, 0));
+  painter.setPen(colours.primary);
+  painter.setFont(font());
+  painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, text());
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,135 @@
+#include <QGuiApplication>
+#include <QLocale>
+#include <QMouseEvent>
+#include <QVBoxLayout>
+
+#include "Pictures.h"
+#include "platform/recorded/RecordedPlatform.h"
+#include "support/Histories.h"
+#include "ui/DailySummaryView.h"
+#include "ui/HistoryChart.h"
+
+namespace tollbeam::gallery {
+
+namespace {
+
+constexpr Date kNow{1'763'648'400};       // 20 November 2025, 14:20 UTC
+constexpr Date kMidnight{1'763'596'800};  // the one before
+
+using Stretches = std::vector<std::vector<test::Corner>>;
+
+const Stretches kDay = {{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-1.2, 80}, {-0.3, 76}},
+                        {{7.5, 74}, {8.2, 80}, {10.4, 80}, {14.33, 64}}};
+
+const Stretches kWeek = {{{-153.6, 58}, {-151, 45}, {-149.6, 80}, {-143.6, 80}},
+                         {{-137, 78},
+                          {-135, 80},
+                          {-131, 80},
+                          {-126.5, 52},
+                          {-124.8, 80},
+                          {-111.5, 80},
+                          {-107, 61},
+                          {-97.5, 43}},
+                         {{-87.6, 42},
+                          {-85, 64},
+                          {-80.5, 38},
+                          {-78.4, 80},
+                          {-63.2, 80},
+                          {-57.8, 49},
+                          {-56, 80},
+                          {-52.5, 80},
+                          {-49, 66}},
+                         {{-40.4, 65},
+                          {-35.6, 33},
+                          {-33, 80},
+                          {-15.4, 80},
+                          {-11.9, 58},
+                          {-10.5, 80},
+                          {-6.4, 80},
+                          {-0.6, 51}},
+                         {{7.4, 50}, {9, 41}, {11.1, 34}, {14.33, 82}}};
+
+struct Given {
+  Stretches stretches = kDay;
+  int days = 1;
+  bool open = false;
+  QLocale locale = QLocale(QLocale::English, QLocale::UnitedKingdom);
+  Qt::LayoutDirection direction = QGuiApplication::layoutDirection();
+  std::optional<double> pointer = {};
+};
+
+struct Scene {
+  explicit Scene(const Given& given) : before(QLocale()) {
+    QLocale::setDefault(given.locale);
+    window.setLayoutDirection(given.direction);
+    test::store(test::samplesAlong(given.stretches, kMidnight), platform.fileManager);
+    model = std::make_unique<AppModel>(platform.ports());
+    auto* column = new QVBoxLayout(&window);
+    const int padding = style.px(16);
+    column->setContentsMargins(padding, padding, padding, padding);
+    column->setSpacing(style.px(16 - DailySummaryView::kReach));
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    auto* chart = new HistoryChart(*model, platform.ports(), style);
+    auto* summary = new DailySummaryView(*model, platform.ports(), style);
+    column->addWidget(chart);
+    column->addWidget(summary);
+    chart->setDays(given.days);
+    summary->title().setChecked(given.open);
+    window.show();
+    if (given.pointer) {
+      const QPointF at(*given.pointer * chart->width(), 40);
+      QMouseEvent move(QEvent::MouseMove, at, chart->mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                       Qt::NoModifier);
+      QCoreApplication::sendEvent(chart, &move);
+    }
+  }
+  ~Scene() { QLocale::setDefault(before); }
+  Scene(const Scene&) = delete;
+  Scene& operator=(const Scene&) = delete;
+
+  QLocale before;
+  RecordedPlatform platform{kNow};
+  Style style{platform.appearance};
+  std::unique_ptr<AppModel> model;
+  QWidget window;
+};
+
+Picture picture(const std::string& name, const Given& given) {
+  return {"chart-" + name, [given] {
+            auto scene = std::make_shared<Scene>(given);
+            return std::shared_ptr<QWidget>(scene, &scene->window);
+          }};
+}
+
+}  // namespace
+
+std::vector<Picture> chartPictures() {
+  const QLocale us(QLocale::English, QLocale::UnitedStates);
+  const QLocale german(QLocale::German, QLocale::Germany);
+  const QLocale arabic(QLocale::Arabic, QLocale::Egypt);
+  const QLocale portuguese(QLocale::Portuguese, QLocale::Portugal);
+  const QLocale japanese(QLocale::Japanese, QLocale::Japan);
+  return {
+      picture("day", {}),
+      picture("day-pointed", {.pointer = 0.3}),
+      picture("week", {.stretches = kWeek, .days = 7, .open = true}),
+      picture("week-pointed", {.stretches = kWeek, .days = 7, .pointer = 0.2}),
+      picture("short", {.stretches = {{{10, 90}, {11, 80}}, {{12, 60}}, {{13, 100}, {14.3, 100}}}}),
+      picture("full-and-empty", {.stretches = {{{-9, 100}, {-1, 100}, {7, 0}, {10, 0}}}}),
+      picture("placeholder", {.stretches = {}}),
+      picture("twelve-hours", {.locale = us}),
+      picture("twelve-hours-pointed", {.locale = us, .pointer = 0.86}),
+      picture("german", {.stretches = kWeek, .days = 7, .open = true, .locale = german}),
+      picture("portuguese", {.stretches = kWeek, .days = 7, .locale = portuguese}),
+      picture("japanese", {.stretches = kWeek, .days = 7, .open = true, .locale = japanese}),
+      picture("arabic", {.open = true, .locale = arabic, .direction = Qt::RightToLeft}),
+      picture("arabic-week", {.stretches = kWeek,
+                              .days = 7,
+                              .open = true,
+                              .locale = arabic,
+                              .direction = Qt::RightToLeft,
+                              .pointer = 0.6}),
+  };
+}
+
+}  // namespace tollbeam::gallery
