@@ -49,7 +49,6 @@ std::shared_ptr<QWidget> shown(const Prepare& prepare, const Finish& finish) {
   auto scene = std::make_shared<Scene>();
   scene->platform.userDefaults.values = {{"lowSound", "Submarine"},
                                          {"lowPowerEnabled", false},
-                                         {"longSound", "None"},
                                          {"longSound", "none"},
                                          {"quietEnabled", true}};
   scene->platform.compositor.running = true;
@@ -139,7 +138,7 @@ std::vector<Picture> settingsPictures() {
       settings("end", {}, toEnd),
       settings("focus", {},
                [](SettingsView& view) {
-                 view.activateWindow();
+                 QCoreApplication::processEvents();
                  named(view, "Repeat every 5 minutes, up to 3 times")->setFocus(Qt::TabFocusReason);
                }),
       settings("time-focus", {},

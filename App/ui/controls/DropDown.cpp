@@ -11,6 +11,7 @@
 #include "ui/controls/DropDownList.h"
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 
@@ -167,13 +168,8 @@ void DropDown::paintEvent(QPaintEvent* /*event*/) {
   if (!isEnabled()) painter.setOpacity(kDisabledOpacity);
   paintFill(painter, rect(), style_.px(kRadius), style_.colours(),
             {isEnabled(), underMouse(), isDown() || list_});
-  painter.setFont(font());
   painter.setPen(style_.colours().primary);
-  const QRect text(style_.px(kLeading), 0, width() - style_.px(kLeading), height());
-  painter.drawText(QStyle::visualRect(layoutDirection(), rect(), text),
-                   QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignVCenter |
-                       Qt::TextSingleLine,
-                   shownText());
+  paintAtLead(painter, rect(), style_.px(kLeading), shownText(), font(), layoutDirection());
 
   const QRect chevron(width() - style_.px(kTrailing + kChevronWidth),
                       (height() - style_.px(kChevronHeight)) / 2, style_.px(kChevronWidth),

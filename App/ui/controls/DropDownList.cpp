@@ -12,6 +12,7 @@
 #include <cmath>
 
 #include "ui/controls/ScrollPage.h"
+#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 
@@ -101,12 +102,8 @@ void DropDownRow::paintEvent(QPaintEvent* /*event*/) {
   }
   const QColor ink = hasFocus() ? colours.onAccent : colours.primary;
   painter.setPen(ink);
-  painter.setFont(font());
   const int padding = style_.px(kRowPadding);
-  painter.drawText(rect().adjusted(padding, 0, -padding, 0),
-                   QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignVCenter |
-                       Qt::TextSingleLine,
-                   text());
+  paintAtLead(painter, rect(), padding, text(), font(), layoutDirection());
   if (!ticked_) return;
   const int size = style_.px(kTick);
   const QRectF box = QStyle::visualRect(
@@ -156,7 +153,7 @@ DropDownList::DropDownList(const Style& style, const QList<Choice>& choices, int
   }
   auto* around = new QVBoxLayout(this);
   const int padding = style.px(kPadding);
-  around->setContentsMargins(padding, padding, padding, padding);
+  around->setContentsMargins(Shadow::reach(style) + padding);
   scroll_ = new ScrollPage(style, page);
   around->addWidget(scroll_);
 }
@@ -204,10 +201,10 @@ void DropDownList::place() {
   }
   box.moveTop(std::clamp(box.top(), room.top(), room.bottom() - box.height() + 1));
   box.moveLeft(std::clamp(box.left(), room.left(), room.right() - box.width() + 1));
-  setGeometry(box);
+  setGeometry(box.marginsAdded(Shadow::reach(style_)));
 }
 
-QRect DropDownList::body() const { return rect(); }
+QRect DropDownList::body() const { return rect().marginsRemoved(Shadow::reach(style_)); }
 
 int DropDownList::current() const {
   const auto found =
@@ -273,7 +270,7 @@ void DropDownList::search(const QString& typed) {
 bool DropDownList::eventFilter(QObject* watched, QEvent* event) {
   const auto* widget = qobject_cast<QWidget*>(watched);
   if (!widget) return QWidget::eventFilter(watched, event);
-  const bool inside = widget == this || isAncestorOf(widget);
+  const bool inside = isAncestorOf(widget) || widget == this;
   switch (event->type()) {
     case QEvent::KeyPress: {
       // The page between the rows and the list would scroll. Space presses the row.
@@ -284,11 +281,14 @@ bool DropDownList::eventFilter(QObject* watched, QEvent* event) {
     }
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-    case QEvent::Wheel:
-      if (inside) break;
+    case QEvent::Wheel: {
+      const QPoint at = static_cast<QSinglePointEvent*>(event)->globalPosition().toPoint();
+      // Its shadow is not the list.
+      if (inside && body().contains(mapFromGlobal(at))) break;
       dismiss();
       // In our window it closes the list and does no more.
       return widget->window() == window();
+    }
     case QEvent::FocusIn:
       if (!inside && widget->window() == window()) dismiss();
       break;
@@ -305,8 +305,9 @@ bool DropDownList::eventFilter(QObject* watched, QEvent* event) {
 
 void DropDownList::wheelEvent(QWheelEvent* event) { event->accept(); }
 
-void DropDownList::paintEvent(QPaintEvent* /*event*/) {
+void DropDownList::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
+  shadow_.paint(painter, body(), event->rect(), style_);
   painter.setRenderHint(QPainter::Antialiasing);
   const double radius = style_.px(kRadius);
   painter.setPen(Qt::NoPen);

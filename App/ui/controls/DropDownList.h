@@ -10,6 +10,7 @@
 
 #include "ui/controls/DropDown.h"
 #include "ui/look/Style.h"
+#include "ui/popover/Shadow.h"
 
 namespace tollbeam {
 
@@ -73,6 +74,7 @@ class DropDownList final : public QWidget {
   const int ticked_;
   QList<DropDownRow*> rows_;
   ScrollPage* scroll_;
+  Shadow shadow_;
   QString typed_;
   QElapsedTimer lastTyped_;
   bool dismissed_ = false;

@@ -35,20 +35,25 @@ qsizetype breakOf(const QString& text, Breaks breaks) {
   return 0;
 }
 
-// The pieces of a word that has no line to itself, such as a file's path: all but the last are full.
+// The pieces of a word that has no line to itself, such as a file's path: after a slash where there
+// is one, else wherever the line is full.
 QStringList brokenAnywhere(const QString& word, double width, const Measure& measure) {
   QStringList pieces;
-  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, word);
-  qsizetype start = 0;
-  qsizetype end = finder.toNextBoundary();
-  for (qsizetype next = finder.toNextBoundary(); next >= 0; next = finder.toNextBoundary()) {
-    if (measure(word.mid(start, next - start)) > width) {
-      pieces << word.mid(start, end - start);
-      start = end;
+  QString rest = word;
+  while (measure(rest) > width) {
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, rest);
+    qsizetype end = finder.toNextBoundary();
+    for (qsizetype next = end; next >= 0 && measure(rest.left(next)) <= width;
+         next = finder.toNextBoundary()) {
+      end = next;
     }
-    end = next;
+    if (end >= rest.size()) break;
+    const qsizetype slash = rest.left(end).lastIndexOf(u'/');
+    if (slash > 0) end = slash + 1;
+    pieces << rest.left(end);
+    rest = rest.mid(end);
   }
-  return pieces << word.mid(start);
+  return pieces << rest;
 }
 
 QStringList brokenAtWords(const QString& text, double width, const Measure& measure) {

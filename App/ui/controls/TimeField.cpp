@@ -12,6 +12,7 @@
 #include "ui/controls/Digits.h"
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 
@@ -39,6 +40,8 @@ TimeField::TimeField(const Style& style, QWidget* parent)
   setFrame(false);
   setWrapping(true);
   setContextMenuPolicy(Qt::NoContextMenu);
+  // Qt would turn hours and minutes round in a mirrored window; a time reads the same everywhere.
+  setLayoutDirection(Qt::LeftToRight);
   // It goes on taking what is typed; what is seen is painted here.
   lineEdit()->hide();
   connect(lineEdit(), &QLineEdit::textChanged, this, [this] { update(); });
@@ -86,16 +89,20 @@ QSize TimeField::sizeHint() const {
   return {std::max(style_.px(kWidth), needed), style_.px(kHeight)};
 }
 
+Qt::LayoutDirection TimeField::direction() const {
+  return parentWidget() ? parentWidget()->layoutDirection() : layoutDirection();
+}
+
 QRect TimeField::chevrons() const {
   const QRect box(width() - style_.px(kTrailing + kChevronWidth),
                   (height() - style_.px(kChevronHeight)) / 2, style_.px(kChevronWidth),
                   style_.px(kChevronHeight));
-  return QStyle::visualRect(layoutDirection(), rect(), box);
+  return QStyle::visualRect(direction(), rect(), box);
 }
 
 QRect TimeField::textRect() const {
   const int length = static_cast<int>(std::ceil(tabularWidth(lineEdit()->text(), font())));
-  return QStyle::visualRect(layoutDirection(), rect(),
+  return QStyle::visualRect(direction(), rect(),
                             {style_.px(kLeading), 0, length, height()});
 }
 
@@ -114,13 +121,14 @@ void TimeField::paintTime(QPainter& painter) const {
   const QFontMetricsF metrics(font());
   const QRectF where = textRect();
   const double top = std::floor((height() - metrics.height()) / 2);
-  const double baseline = std::round(top + metrics.ascent());
   const auto xOf = [&](qsizetype position) {
     return where.left() + tabularWidth(text.left(position), font());
   };
-  painter.setFont(font());
-  painter.setPen(style_.colours().primary);
-  paintTabular(painter, {where.left(), baseline}, text, font());
+  const auto paint = [&](const QColor& ink) {
+    painter.setPen(ink);
+    paintLine(painter, where.topLeft(), height(), text, font(), Figures::tabular);
+  };
+  paint(style_.colours().primary);
 
   // The part that arrows and keys change.
   if (!hasFocus() || !lineEdit()->hasSelectedText()) return;
@@ -132,8 +140,7 @@ void TimeField::paintTime(QPainter& painter) const {
   painter.setBrush(style_.colours().accent);
   painter.drawRoundedRect(selection, style_.px(kSelectionRadius), style_.px(kSelectionRadius));
   painter.setClipRect(selection);
-  painter.setPen(style_.colours().onAccent);
-  paintTabular(painter, {where.left(), baseline}, text, font());
+  paint(style_.colours().onAccent);
   painter.setClipping(false);
 }
 

@@ -38,6 +38,7 @@ class TimeField final : public QTimeEdit {
  private:
   void restyle();
   void followLocale();
+  [[nodiscard]] Qt::LayoutDirection direction() const;
   [[nodiscard]] QRect chevrons() const;
   [[nodiscard]] QRect textRect() const;
   void paintTime(QPainter& painter) const;
