@@ -20,7 +20,8 @@ class SelfDescribing {
   SelfDescribing& operator=(const SelfDescribing&) = default;
 };
 
-/// Gives a plain widget another role than Qt would: a heading, a group. Before it is first shown.
+/// Gives a plain widget another role than Qt would: a heading, a group. Before its name and text,
+/// because Qt remembers the first answer.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 
 }  // namespace tollbeam

@@ -66,8 +66,8 @@ void FormRow::paintEvent(QPaintEvent* /*event*/) {
 
 Card::Card(const Style& style, const QString& name, QWidget* parent)
     : QWidget(parent), style_(style), rows_(new QVBoxLayout(this)) {
-  setAccessibleName(name);
   setAccessibleRole(*this, QAccessible::Grouping);
+  setAccessibleName(name);
   rows_->setContentsMargins(0, 0, 0, 0);
   rows_->setSpacing(0);
   connect(&style_, &Style::changed, this, QOverload<>::of(&QWidget::update));

@@ -133,8 +133,8 @@ void DropDownRow::focusOutEvent(QFocusEvent* event) {
 DropDownList::DropDownList(const Style& style, const QList<Choice>& choices, int ticked,
                            QWidget& button)
     : QWidget(button.window()), style_(style), button_(button), ticked_(ticked) {
-  setAccessibleName(button.accessibleName());
   setAccessibleRole(*this, QAccessible::List);
+  setAccessibleName(button.accessibleName());
   setFocusPolicy(Qt::StrongFocus);
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
@@ -290,7 +290,11 @@ bool DropDownList::eventFilter(QObject* watched, QEvent* event) {
       return widget->window() == window();
     }
     case QEvent::FocusIn:
-      if (!inside && widget->window() == window()) dismiss();
+      // A press that moves it is on its way here itself.
+      if (!inside && widget->window() == window() &&
+          static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason) {
+        dismiss();
+      }
       break;
     case QEvent::WindowDeactivate:
     case QEvent::Resize:

@@ -1,6 +1,7 @@
 #include "ui/controls/LineBreaks.h"
 
 #include <QTextBoundaryFinder>
+#include <algorithm>
 #include <cstdlib>
 
 namespace tollbeam {
@@ -56,7 +57,10 @@ QStringList brokenAnywhere(const QString& word, double width, const Measure& mea
   return pieces << rest;
 }
 
-QStringList brokenAtWords(const QString& text, double width, const Measure& measure) {
+enum class LongWords { whole, broken };
+
+QStringList brokenAtWords(const QString& text, double width, const Measure& measure,
+                          LongWords longWords = LongWords::whole) {
   QStringList lines;
   QString line;
   for (const QString& word : text.split(u' ', Qt::SkipEmptyParts)) {
@@ -66,8 +70,11 @@ QStringList brokenAtWords(const QString& text, double width, const Measure& meas
       continue;
     }
     if (!line.isEmpty()) lines << line;
-    lines << brokenAnywhere(word, width, measure);
-    line = lines.takeLast();
+    line = word;
+    if (longWords == LongWords::broken) {
+      lines << brokenAnywhere(word, width, measure);
+      line = lines.takeLast();
+    }
   }
   if (!line.isEmpty()) lines << line;
   return lines;
@@ -75,13 +82,18 @@ QStringList brokenAtWords(const QString& text, double width, const Measure& meas
 
 // As few lines as there can be, all about as long.
 QStringList brokenEvenly(const QString& text, double width, const Measure& measure) {
-  QStringList lines = brokenAtWords(text, width, measure);
+  QStringList lines = brokenAtWords(text, width, measure, LongWords::broken);
   const auto count = lines.size();
   double tooNarrow = width / 2;
+  // No word that has room is broken to make the lines more even.
+  for (const QString& word : text.split(u' ', Qt::SkipEmptyParts)) {
+    const double needed = measure(word);
+    if (needed <= width) tooNarrow = std::max(tooNarrow, needed - 1);
+  }
   double enough = width;
   while (enough - tooNarrow > 1) {
     const double middle = (tooNarrow + enough) / 2;
-    const QStringList narrower = brokenAtWords(text, middle, measure);
+    const QStringList narrower = brokenAtWords(text, middle, measure, LongWords::broken);
     if (narrower.size() > count) {
       tooNarrow = middle;
     } else {

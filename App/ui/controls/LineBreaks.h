@@ -12,11 +12,13 @@ enum class Breaks {
   words,          ///< wherever a line is full
   afterComma,     ///< after the first comma
   afterSentence,  ///< after the first sentence
-  balanced,       ///< at the space nearest the middle, or into more lines of about one length
+  /// At the space nearest the middle; a longer text into lines of about one length, and a word that
+  /// has no line to itself (a path) anywhere.
+  balanced,
 };
 
-/// The lines of `text`, each at most `width` wide by `measure`. A part that is still too wide is
-/// broken at words, and a word that is wider than the line anywhere.
+/// The lines of `text`, each at most `width` wide by `measure` where its words allow it. A part
+/// that is still too wide is broken at words.
 [[nodiscard]] QStringList brokenLines(const QString& text, double width, Breaks breaks,
                                       const std::function<double(const QString&)>& measure);
 

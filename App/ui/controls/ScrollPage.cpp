@@ -1,6 +1,7 @@
 #include "ui/controls/ScrollPage.h"
 
 #include <QWheelEvent>
+#include <algorithm>
 
 namespace tollbeam {
 
@@ -19,11 +20,15 @@ ScrollPage::ScrollPage(const Style& style, QWidget* page, QWidget* parent)
   setPage(page);
 }
 
-void ScrollPage::keepWheelFrom(QWidget* control) { control->installEventFilter(this); }
+void ScrollPage::keepWheelFrom(QWidget* control) {
+  kept_.push_back(control);
+  control->installEventFilter(this);
+}
 
 bool ScrollPage::eventFilter(QObject* watched, QEvent* event) {
   const bool scrolling = scrolled_.isValid() && scrolled_.elapsed() < kSameScroll;
-  if (event->type() == QEvent::Wheel && watched != widget() && scrolling) {
+  if (event->type() == QEvent::Wheel && scrolling &&
+      std::find(kept_.begin(), kept_.end(), watched) != kept_.end()) {
     // Not the control's: the next to be asked is what it lies on.
     event->ignore();
     return true;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <vector>
 
 #include "ui/controls/ScrollArea.h"
 
@@ -27,6 +28,7 @@ class ScrollPage final : public ScrollArea {
  private:
   const Style& style_;
   QElapsedTimer scrolled_;
+  std::vector<const QObject*> kept_;
 };
 
 }  // namespace tollbeam

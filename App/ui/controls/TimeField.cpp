@@ -158,6 +158,27 @@ void TimeField::paintChevrons(QPainter& painter) const {
   painter.restore();
 }
 
+// Qt would move a cursor that is not to be seen here.
+void TimeField::keyPressEvent(QKeyEvent* event) {
+  const int step = event->key() == Qt::Key_Right ? 1 : event->key() == Qt::Key_Left ? -1 : 0;
+  if (step == 0) {
+    if (!takeHalfOfDay(event->text())) QTimeEdit::keyPressEvent(event);
+    return;
+  }
+  setSelectedSection(sectionAt(std::clamp(currentSectionIndex() + step, 0, sectionCount() - 1)));
+}
+
+// Its first letter says which half of the day is meant; Qt waits for the whole word.
+bool TimeField::takeHalfOfDay(const QString& typed) {
+  if (currentSection() != AmPmSection || typed.isEmpty()) return false;
+  const bool isMorning = locale().amText().startsWith(typed, Qt::CaseInsensitive);
+  const bool isEvening = locale().pmText().startsWith(typed, Qt::CaseInsensitive);
+  if (isMorning == isEvening) return false;
+  setTime(QTime(time().hour() % 12 + (isEvening ? 12 : 0), time().minute()));
+  setSelectedSection(AmPmSection);
+  return true;
+}
+
 void TimeField::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   const QPointF at = event->position();

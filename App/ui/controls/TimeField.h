@@ -28,6 +28,7 @@ class TimeField final : public QTimeEdit {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -37,6 +38,7 @@ class TimeField final : public QTimeEdit {
 
  private:
   void restyle();
+  bool takeHalfOfDay(const QString& typed);
   void followLocale();
   [[nodiscard]] Qt::LayoutDirection direction() const;
   [[nodiscard]] QRect chevrons() const;

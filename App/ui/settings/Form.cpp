@@ -39,8 +39,9 @@ void Form::addGap(int measure) {
 void Form::addHeader(const QString& text) {
   if (!column_->isEmpty()) addGap(kAboveHeader);
   auto* header = new Text(style_, Role::headline, Ink::primary);
-  header->setText(text);
   setAccessibleRole(*header, QAccessible::Heading);
+  header->setText(text);
+  header->setAccessibleName(text);
   auto* inset = new QWidget;
   auto* line = new QHBoxLayout(inset);
   line->setContentsMargins(style_.px(kHeaderInset), 0, style_.px(kHeaderInset), 0);
