@@ -19,8 +19,8 @@
 #include "platform/freedesktop/LogindWorkspace.h"
 #include "platform/freedesktop/PosixFileManager.h"
 #include "platform/freedesktop/PowerProfilesProcessInfo.h"
-#include "platform/freedesktop/QtDialogs.h"
 #include "platform/freedesktop/QtMainQueue.h"
+#include "platform/freedesktop/QtSavePanels.h"
 #include "platform/freedesktop/SingleInstance.h"
 #include "platform/freedesktop/SystemClock.h"
 #include "platform/freedesktop/TerminationSignals.h"
@@ -29,6 +29,7 @@
 #include "platform/freedesktop/sounds/DesktopSounds.h"
 #include "platform/freedesktop/statusbar/FreedesktopStatusBar.h"
 #include "texts/Translations.h"
+#include "ui/AlertDialogs.h"
 #include "ui/AppDelegate.h"
 
 namespace tollbeam {
@@ -134,9 +135,10 @@ class Program {
   LogindWorkspace workspace_;
   DesktopSounds systemSounds_;
   DesktopNotificationCenter notificationCenter_;
-  QtDialogs dialogs_;
   AutostartEntry loginItem_;
   X11Compositor compositor_;
+  QtSavePanels savePanels_;
+  AlertDialogs dialogs_{appearance_, compositor_, savePanels_};
   X11OutsideClicks outsideClicks_;
   FreedesktopStatusBar statusBar_;
   Subscription powerSourcesReady_;

@@ -14,7 +14,12 @@ struct TimeOfDay {
   int hour = 0;    ///< 0 to 23
   int minute = 0;  ///< 0 to 59
 
-  friend bool operator==(const TimeOfDay&, const TimeOfDay&) = default;
+  /// Whether a clock ever shows it.
+  [[nodiscard]] bool isOnAClock() const {
+    return 0 <= hour && hour < 24 && 0 <= minute && minute < 60;
+  }
+
+  friend auto operator<=>(const TimeOfDay&, const TimeOfDay&) = default;
 };
 
 /// A date on the calendar's page, without a place or a time.
@@ -53,6 +58,11 @@ class Calendar {
   /// midnight, or over the whole date, the first instant after the jump. Absent for a date that the
   /// calendar cannot place.
   [[nodiscard]] virtual std::optional<Date> startOfDay(CalendarDay day) const = 0;
+
+  /// The instant at which that date's clock shows `time` (the first of two), or where the clock
+  /// jumps over it, the first instant after the jump. Absent for a time that is on no clock and for
+  /// a date that the calendar cannot place.
+  [[nodiscard]] virtual std::optional<Date> instant(CalendarDay day, TimeOfDay time) const = 0;
 };
 
 }  // namespace tollbeam

@@ -7,36 +7,24 @@
 #include <string>
 #include <vector>
 
+#include "platform/SavePanels.h"
+
 namespace tollbeam {
 
 struct AlertDialog {
   std::string message;
   std::string informativeText;
-  /// First the one that goes on.
+  /// First the one that goes on, last the one that does not.
   std::vector<std::string> buttons;
+  /// Going on cannot be undone: it is marked, and the keyboard is on the last button.
+  bool destructive = false;
 };
 
-struct SavePanel {
-  std::string suggestedName;
-  /// Media type and file name extension of the only kind of file that is offered.
-  std::string contentType;
-  std::string extension;
-};
-
-class Dialogs {
+class Dialogs : public SavePanels {
  public:
-  Dialogs() = default;
-  Dialogs(const Dialogs&) = delete;
-  Dialogs& operator=(const Dialogs&) = delete;
-  virtual ~Dialogs() = default;
-
   /// Answers with the index of the chosen button; absent when the dialog was closed otherwise.
   virtual void runAlert(AlertDialog alert,
                         std::function<void(std::optional<std::size_t> button)> answer) = 0;
-
-  /// Answers with the chosen path; absent when the user cancelled.
-  virtual void runSavePanel(SavePanel panel,
-                            std::function<void(std::optional<std::string> path)> answer) = 0;
 
   /// Tells of an error, with the system's reason.
   virtual void showError(const std::string& message, const std::string& reason) = 0;

@@ -2,36 +2,15 @@
 
 #include <QGuiApplication>
 #include <QPointer>
-#include <QScreen>
-#include <QVBoxLayout>
 
 #include "platform/Clock.h"
 #include "platform/MainQueue.h"
 #include "ui/PopoverView.h"
 #include "ui/SettingsView.h"
+#include "ui/SettingsWindow.h"
 #include "ui/StatusItemContent.h"
 
 namespace tollbeam {
-
-namespace {
-
-constexpr QSize kSettingsSize(480, 720);
-
-std::unique_ptr<QWidget> makeSettingsWindow(SettingsView* view) {
-  auto window = std::make_unique<QWidget>(
-      nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
-  window->setWindowTitle(QStringLiteral("Tollbeam Settings"));
-  auto* column = new QVBoxLayout(window.get());
-  column->setContentsMargins(0, 0, 0, 0);
-  column->addWidget(view);
-  const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-  window->setFixedSize(kSettingsSize.boundedTo(area.size()));
-  window->move(area.center() - QRect({}, window->size()).center());
-  return window;
-}
-
-}  // namespace
 
 AppDelegate::AppDelegate(const Platform& platform, StatusBar& statusBar,
                          OutsideClicks& outsideClicks)
@@ -90,7 +69,8 @@ void AppDelegate::showPopover(ClickPosition position) {
 void AppDelegate::openSettings() {
   popover_->close();
   if (!settingsWindow_)
-    settingsWindow_ = makeSettingsWindow(new SettingsView(model_, platform_, style_));
+    settingsWindow_ = std::make_unique<SettingsWindow>(
+        style_, new SettingsView(model_, platform_, style_));
   settingsWindow_->show();
   settingsWindow_->raise();
   settingsWindow_->activateWindow();

@@ -1,70 +1,84 @@
 #include "ui/SettingsView.h"
 
-#include <QCheckBox>
-#include <QFormLayout>
-#include <QLineEdit>
-#include <QScrollArea>
-#include <QSignalBlocker>
-#include <QSpinBox>
 #include <QVBoxLayout>
-#include <limits>
 
-#include "preferences/PrefsKeys.h"
+#include "ui/controls/ScrollPage.h"
+#include "ui/settings/AlertsSection.h"
 
 namespace tollbeam {
 
-SettingsView::SettingsView(AppModel& /*model*/, const Platform& platform, const Style& /*style*/)
-    : store_(platform.userDefaults) {
-  store_.registerDefaults(Prefs::defaults());
-  auto* page = new QWidget;
-  auto* form = new QFormLayout(page);
-  for (const PrefsKey& row : kPrefsKeys) {
-    const std::string key(row.key);
-    const QString name = QString::fromStdString(key);
-    if (std::holds_alternative<bool>(row.registeredDefault)) {
-      auto* box = new QCheckBox(name, page);
-      connect(box, &QCheckBox::toggled, this, [this, key](bool on) { store_.set(key, on); });
-      readers_.emplace_back([this, key, box] {
-        const QSignalBlocker quiet(box);
-        box->setChecked(store_.boolForKey(key));
-      });
-      form->addRow(box);
-    } else if (std::holds_alternative<std::int64_t>(row.registeredDefault)) {
-      auto* box = new QSpinBox(page);
-      box->setRange(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
-      box->setAccessibleName(name);
-      connect(box, &QSpinBox::valueChanged, this,
-              [this, key](int value) { store_.set(key, value); });
-      readers_.emplace_back([this, key, box] {
-        const QSignalBlocker quiet(box);
-        box->setValue(static_cast<int>(store_.integerForKey(key)));
-      });
-      form->addRow(name, box);
-    } else {
-      auto* edit = new QLineEdit(page);
-      edit->setAccessibleName(name);
-      connect(edit, &QLineEdit::textEdited, this,
-              [this, key](const QString& text) { store_.set(key, text.toStdString()); });
-      readers_.emplace_back([this, key, edit] {
-        const auto text = store_.stringForKey(key).value_or(kDefaultSound);
-        if (edit->text().toStdString() != text) edit->setText(QString::fromStdString(text));
-      });
-      form->addRow(name, edit);
-    }
-  }
-  auto* scroll = new QScrollArea(this);
-  scroll->setWidget(page);
-  scroll->setWidgetResizable(true);
-  scroll->setFrameShape(QFrame::NoFrame);
+namespace {
+
+constexpr FormRow::Measures kNote{.least = 0, .vertical = 12, .below = 12};
+
+}  // namespace
+
+SettingsView::SettingsView(AppModel& model, const Platform& platform, const Style& style)
+    : bindings_(platform.userDefaults) {
+  auto* form = new Form(style);
+  addAlerts(*form, bindings_, platform.systemSounds, [&notifier = model.notifier()] {
+    if (notifier.available()) notifier.requestIfNeeded();
+  });
+  addQuietHours(*form, platform);
+  addMenuBar(*form);
+  general_ = new GeneralSection(*form, model, platform);
+  addChargingNote(*form);
+  form->finish();
+
+  auto* scroll = new ScrollPage(style, form);
+  for (Stepper* stepper : form->findChildren<Stepper*>()) scroll->keepWheelFrom(stepper);
+  for (TimeField* field : form->findChildren<TimeField*>()) scroll->keepWheelFrom(field);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(scroll);
-  changes_ = store_.onChange([this] { read(); });
-  read();
 }
 
-void SettingsView::read() {
-  for (const auto& reader : readers_) reader();
+void SettingsView::addQuietHours(Form& form, const Platform& platform) {
+  constexpr const char* kEnabled = "quietEnabled";
+  form.addHeader(tr("Quiet hours"));
+  Card* card = form.addCard(tr("Quiet hours"));
+  auto* enabled = new Switch(form.style());
+  card->add(form.row(tr("Hold alerts during quiet hours"), enabled));
+  bindings_.bind(enabled, kEnabled);
+  const auto addTime = [&](const QString& label, const char* key) {
+    auto* field = new TimeField(form.style());
+    FormRow* row = form.row(label, field);
+    card->add(row);
+    bindings_.bind(field, MinutesBinding(platform.userDefaults, key, platform.calendar,
+                                         platform.clock));
+    bindings_.enable(row, kEnabled);
+  };
+  addTime(tr("From"), "quietStart");
+  addTime(tr("Until"), "quietEnd");
+}
+
+void SettingsView::addMenuBar(Form& form) {
+  form.addHeader(tr("Menu bar"));
+  Card* card = form.addCard(tr("Menu bar"));
+  const auto addSwitch = [&](const QString& label, const char* key) {
+    auto* control = new Switch(form.style());
+    card->add(form.row(label, control));
+    bindings_.bind(control, key);
+  };
+  addSwitch(tr("Show percentage in the menu bar"), "showPercent");
+  addSwitch(tr("Show time remaining"), "showTime");
+}
+
+void SettingsView::addChargingNote(Form& form) {
+  auto* note = new Text(form.style(), Role::caption, Ink::secondary);
+  note->setText(
+      tr("macOS may also hold charging at 80% itself (Optimized Battery Charging, System Settings, "
+         "Battery). Tollbeam can only remind you; it cannot control charging."));
+  auto* row = new FormRow(form.style(), kNote);
+  row->fill(note);
+  form.addCard(QString())->add(row);
+}
+
+// What depends on the time of day, and what the desktop may have changed, is as of now.
+void SettingsView::showEvent(QShowEvent* event) {
+  bindings_.show();
+  general_->readLaunchAtLogin();
+  QWidget::showEvent(event);
 }
 
 }  // namespace tollbeam

@@ -1,16 +1,14 @@
-// The content of the settings window: every control is bound to one key of the preferences and
-// writes at once.
+// The content of the settings window: a page of cards. Every control is bound to the preference of
+// the same name, shows what is stored, whoever stored it, and stores at once what the user chooses.
 #pragma once
 
 #include <QWidget>
-#include <functional>
-#include <vector>
 
 #include "AppModel.h"
 #include "platform/Platform.h"
-#include "platform/Subscription.h"
-#include "platform/UserDefaults.h"
 #include "ui/look/Style.h"
+#include "ui/settings/Bindings.h"
+#include "ui/settings/GeneralSection.h"
 
 namespace tollbeam {
 
@@ -18,14 +16,19 @@ class SettingsView final : public QWidget {
   Q_OBJECT
 
  public:
+  /// All must outlive the view.
   SettingsView(AppModel& model, const Platform& platform, const Style& style);
 
- private:
-  void read();
+ protected:
+  void showEvent(QShowEvent* event) override;
 
-  UserDefaults& store_;
-  std::vector<std::function<void()>> readers_;
-  Subscription changes_;
+ private:
+  void addQuietHours(Form& form, const Platform& platform);
+  void addMenuBar(Form& form);
+  void addChargingNote(Form& form);
+
+  Bindings bindings_;
+  GeneralSection* general_;
 };
 
 }  // namespace tollbeam

@@ -1,6 +1,15 @@
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QScrollArea>
+#include <QScrollBar>
+
 #include "Pictures.h"
 #include "platform/recorded/RecordedPlatform.h"
+#include "ui/AlertDialogs.h"
 #include "ui/SettingsView.h"
+#include "ui/controls/DropDown.h"
+#include "ui/controls/TimeField.h"
 
 namespace tollbeam::gallery {
 
@@ -8,22 +17,189 @@ namespace {
 
 constexpr Date kNow{1'763'648'400};
 
+class NoSavePanels final : public SavePanels {
+ public:
+  void runSavePanel(SavePanel /*panel*/,
+                    std::function<void(std::optional<std::string> path)> /*answer*/) override {}
+};
+
 struct Scene {
   RecordedPlatform platform{kNow};
   Style style{platform.appearance};
-  AppModel model{platform.ports()};
-  SettingsView view{model, platform.ports(), style};
+  NoSavePanels savePanels;
+  std::optional<AppModel> model;
+  std::optional<SettingsView> view;
+  std::optional<AlertDialogs> dialogs;
 };
+
+using Prepare = std::function<void(RecordedPlatform&)>;
+using Finish = std::function<void(SettingsView&)>;
+
+QWidget* named(SettingsView& view, const char* name) {
+  for (QWidget* widget : view.findChildren<QWidget*>()) {
+    if (widget->focusPolicy() != Qt::NoFocus &&
+        widget->accessibleName() == QString::fromUtf8(name)) {
+      return widget;
+    }
+  }
+  return nullptr;
+}
+
+std::shared_ptr<QWidget> shown(const Prepare& prepare, const Finish& finish) {
+  auto scene = std::make_shared<Scene>();
+  scene->platform.userDefaults.values = {{"lowSound", "Submarine"},
+                                         {"lowPowerEnabled", false},
+                                         {"longSound", "none"},
+                                         {"quietEnabled", true}};
+  scene->platform.compositor.running = true;
+  if (prepare) prepare(scene->platform);
+  scene->model.emplace(scene->platform.ports());
+  scene->view.emplace(*scene->model, scene->platform.ports(), scene->style);
+  // As high as the work area of this imagined screen allows.
+  scene->view->resize(scene->style.px(480), scene->style.px(720));
+  scene->view->show();
+  if (finish) finish(*scene->view);
+  return {scene, &*scene->view};
+}
+
+void toEnd(SettingsView& view) {
+  QCoreApplication::processEvents();
+  auto* bar = view.findChild<QScrollArea*>()->verticalScrollBar();
+  bar->setValue(bar->maximum());
+}
+
+Picture settings(const char* name, Prepare prepare = {}, Finish finish = {}) {
+  return {std::string("settings-") + name,
+          [prepare, finish] { return shown(prepare, finish); }};
+}
+
+std::shared_ptr<QWidget> alert(const std::function<void(AlertDialogs&)>& ask) {
+  auto scene = std::make_shared<Scene>();
+  scene->platform.compositor.running = true;
+  scene->dialogs.emplace(scene->platform.appearance, scene->platform.compositor,
+                         scene->savePanels);
+  const QWidgetList before = QApplication::topLevelWidgets();
+  ask(*scene->dialogs);
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (!before.contains(window)) return {scene, window};
+  }
+  return nullptr;
+}
+
+Picture resetQuestion() {
+  return {"dialog-reset", [] {
+            return alert([](AlertDialogs& dialogs) {
+              dialogs.runAlert({.message = "Reset history?",
+                                .informativeText =
+                                    "This deletes all saved battery samples used for the chart.",
+                                .buttons = {"Reset", "Cancel"},
+                                .destructive = true},
+                               [](auto) {});
+            });
+          }};
+}
+
+// The notifier's own words, asked for as the switch does.
+Picture permissionQuestion() {
+  return {"dialog-permission", [] {
+            RecordedPlatform platform(kNow);
+            platform.notificationCenter.status = AuthorizationStatus::notDetermined;
+            AppModel model(platform.ports());
+            model.notifier().requestIfNeeded();
+            platform.notificationCenter.answerStatus();
+            platform.mainQueue.drain();
+            return alert([&](AlertDialogs& dialogs) {
+              dialogs.runAlert(platform.dialogs.alerts.at(0), [](auto) {});
+            });
+          }};
+}
+
+Picture exportError() {
+  return {"dialog-export-error", [] {
+            return alert([](AlertDialogs& dialogs) {
+              dialogs.showError(
+                  "The history could not be saved to "
+                  "“/home/someone/Documents/Measurements/2025/Tollbeam-history.csv”.",
+                  "No space left on device");
+            });
+          }};
+}
 
 }  // namespace
 
 std::vector<Picture> settingsPictures() {
-  return {{"settings-top", [] {
-             auto scene = std::make_shared<Scene>();
-             scene->view.resize(480, 720);
-             scene->view.show();
-             return std::shared_ptr<QWidget>(scene, &scene->view);
-           }}};
+  return {
+      settings("top"),
+      settings("middle", {},
+               [](SettingsView& view) {
+                 QCoreApplication::processEvents();
+                 view.findChild<QScrollArea*>()->verticalScrollBar()->setValue(300);
+               }),
+      settings("end", {}, toEnd),
+      settings("focus", {},
+               [](SettingsView& view) {
+                 QCoreApplication::processEvents();
+                 named(view, "Repeat every 5 minutes, up to 3 times")->setFocus(Qt::TabFocusReason);
+               }),
+      settings("time-focus", {},
+               [](SettingsView& view) {
+                 toEnd(view);
+                 view.activateWindow();
+                 named(view, "From")->setFocus(Qt::TabFocusReason);
+               }),
+      settings("all-off",
+               [](RecordedPlatform& platform) {
+                 for (const char* key :
+                      {"limitEnabled", "lowEnabled", "longEnabled", "healthEnabled"}) {
+                   platform.userDefaults.values.insert_or_assign(key, false);
+                 }
+               }),
+      settings("all-off-end",
+               [](RecordedPlatform& platform) {
+                 platform.userDefaults.values = {{"quietEnabled", false}, {"showPercent", false}};
+               },
+               toEnd),
+      settings("at-the-ends",
+               [](RecordedPlatform& platform) {
+                 platform.userDefaults.values = {
+                     {"limit", 100}, {"low", 5}, {"lowPowerAt", 120}, {"longHours", 48}};
+               }),
+      settings("login-error",
+               [](RecordedPlatform& platform) { platform.loginItem.failure = "Permission denied"; },
+               [](SettingsView& view) {
+                 static_cast<QAbstractButton*>(named(view, "Launch at Login"))->click();
+                 toEnd(view);
+               }),
+      settings("login-error-unbundled",
+               [](RecordedPlatform& platform) {
+                 platform.loginItem.failure = "Permission denied";
+                 platform.mainBundle.id.reset();
+               },
+               [](SettingsView& view) {
+                 static_cast<QAbstractButton*>(named(view, "Launch at Login"))->click();
+                 toEnd(view);
+               }),
+      settings("twelve-hours", {},
+               [](SettingsView& view) {
+                 for (auto* field : view.findChildren<TimeField*>()) {
+                   field->setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
+                 }
+                 toEnd(view);
+               }),
+      settings("sounds", {},
+               [](SettingsView& view) {
+                 QCoreApplication::processEvents();
+                 view.activateWindow();
+                 view.findChildren<DropDown*>().at(1)->open();
+               }),
+      settings("unknown-sound",
+               [](RecordedPlatform& platform) {
+                 platform.userDefaults.values.insert_or_assign("limitSound", "Doorbell");
+               }),
+      resetQuestion(),
+      permissionQuestion(),
+      exportError(),
+  };
 }
 
 }  // namespace tollbeam::gallery

@@ -33,40 +33,58 @@ CalendarDay dayOf(const std::tm& fields) {
   return {.year = fields.tm_year + 1900, .month = fields.tm_mon + 1, .day = fields.tm_mday};
 }
 
-std::tm midnight(CalendarDay day) {
-  std::tm fields{};
-  fields.tm_year = day.year - 1900;
-  fields.tm_mon = day.month - 1;
-  fields.tm_mday = day.day;
-  return fields;
+// What a clock shows, in an order that the hands of a clock follow.
+struct Wall {
+  CalendarDay day;
+  TimeOfDay time;
+  int second = 0;
+
+  friend auto operator<=>(const Wall&, const Wall&) = default;
+};
+
+Wall wallOf(const std::tm& fields) {
+  return {.day = dayOf(fields),
+          .time = {.hour = fields.tm_hour, .minute = fields.tm_min},
+          .second = fields.tm_sec};
 }
 
-// Midnight as the clock shows it, the first where it shows it twice; absent where it never does.
-std::optional<std::time_t> shownMidnight(CalendarDay day) {
+// The instant at which a clock in Greenwich shows it.
+std::time_t inGreenwich(const Wall& wall) {
+  std::tm fields{};
+  fields.tm_year = wall.day.year - 1900;
+  fields.tm_mon = wall.day.month - 1;
+  fields.tm_mday = wall.day.day;
+  fields.tm_hour = wall.time.hour;
+  fields.tm_min = wall.time.minute;
+  return ::timegm(&fields);
+}
+
+// The first instant at which the local clock shows it; absent where it never does. Every distance
+// from Greenwich that is in force around then is tried: no clock was ever changed twice in half the
+// probes' distance.
+std::optional<std::time_t> firstShowing(const Wall& wall) {
+  constexpr std::time_t kProbes = 4;
+  const std::time_t greenwich = inGreenwich(wall);
   std::optional<std::time_t> first;
-  for (const int daylightSaving : {1, 0, -1}) {
-    std::tm fields = midnight(day);
-    fields.tm_isdst = daylightSaving;
-    const std::time_t time = ::mktime(&fields);
-    const auto shown = local(time);
-    const bool isMidnight = shown && dayOf(*shown) == day && shown->tm_hour == 0 &&
-                            shown->tm_min == 0 && shown->tm_sec == 0;
-    if (isMidnight && (!first || time < *first)) first = time;
+  for (std::time_t probe = -kProbes; probe <= kProbes; ++probe) {
+    const auto around = local(greenwich + probe * (kFarthestFromUtc / kProbes));
+    if (!around) continue;
+    const std::time_t candidate = greenwich - around->tm_gmtoff;
+    const auto shown = local(candidate);
+    if (shown && wallOf(*shown) == wall && (!first || candidate < *first)) first = candidate;
   }
   return first;
 }
 
-// The first instant whose local date is this one or later: where the clock jumps over midnight.
-std::optional<std::time_t> firstAfterJump(CalendarDay day) {
-  std::tm fields = midnight(day);
-  const std::time_t utcMidnight = ::timegm(&fields);
-  std::time_t before = utcMidnight - kFarthestFromUtc;
-  std::time_t after = utcMidnight + kFarthestFromUtc;
+// The first instant at which the local clock is past it: where the clock jumps over it.
+std::optional<std::time_t> firstAfterJump(const Wall& wall) {
+  std::time_t before = inGreenwich(wall) - kFarthestFromUtc;
+  std::time_t after = inGreenwich(wall) + kFarthestFromUtc;
   while (after - before > 1) {
     const std::time_t middle = before + (after - before) / 2;
     const auto shown = local(middle);
     if (!shown) return std::nullopt;
-    (dayOf(*shown) < day ? before : after) = middle;
+    (wallOf(*shown) < wall ? before : after) = middle;
   }
   return after;
 }
@@ -84,10 +102,14 @@ CalendarDay LocalCalendar::day(Date instant) const {
   return fields ? dayOf(*fields) : CalendarDay{};
 }
 
-std::optional<Date> LocalCalendar::startOfDay(CalendarDay day) const {
+std::optional<Date> LocalCalendar::startOfDay(CalendarDay day) const { return instant(day, {}); }
+
+std::optional<Date> LocalCalendar::instant(CalendarDay day, TimeOfDay time) const {
+  if (!time.isOnAClock()) return std::nullopt;
   ::tzset();
-  const auto start = shownMidnight(day);
-  const auto found = start ? start : firstAfterJump(day);
+  const Wall wall{.day = day, .time = time};
+  const auto shown = firstShowing(wall);
+  const auto found = shown ? shown : firstAfterJump(wall);
   if (!found) return std::nullopt;
   return Date{static_cast<double>(*found)};
 }

@@ -10,6 +10,7 @@ class LocalCalendar final : public Calendar {
   [[nodiscard]] TimeOfDay timeOfDay(Date instant) const override;
   [[nodiscard]] CalendarDay day(Date instant) const override;
   [[nodiscard]] std::optional<Date> startOfDay(CalendarDay day) const override;
+  [[nodiscard]] std::optional<Date> instant(CalendarDay day, TimeOfDay time) const override;
 };
 
 }  // namespace tollbeam

@@ -12,8 +12,8 @@ tollbeam_room(tollbeam_freedesktop_user
   NotificationPermission.cpp
   NotificationServer.cpp
   PosixFileManager.cpp
-  QtDialogs.cpp
   QtMainQueue.cpp
+  QtSavePanels.cpp
   SetAside.cpp
   SystemClock.cpp
   UserFolders.cpp

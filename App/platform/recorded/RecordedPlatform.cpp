@@ -52,6 +52,12 @@ std::optional<Date> RecordedCalendar::startOfDay(CalendarDay day) const {
   return Date{static_cast<double>(days.time_since_epoch().count()) * 86400 - secondsEastOfUtc};
 }
 
+std::optional<Date> RecordedCalendar::instant(CalendarDay day, TimeOfDay time) const {
+  const auto start = startOfDay(day);
+  if (!start || !time.isOnAClock()) return std::nullopt;
+  return *start + (time.hour * 60 + time.minute) * 60.0;
+}
+
 Platform RecordedPlatform::ports() {
   return {.mainQueue = mainQueue,
           .clock = clock,

@@ -170,6 +170,7 @@ class RecordedCalendar final : public Calendar {
   [[nodiscard]] TimeOfDay timeOfDay(Date instant) const override;
   [[nodiscard]] CalendarDay day(Date instant) const override;
   [[nodiscard]] std::optional<Date> startOfDay(CalendarDay day) const override;
+  [[nodiscard]] std::optional<Date> instant(CalendarDay day, TimeOfDay time) const override;
 
   double secondsEastOfUtc = 0;
 };

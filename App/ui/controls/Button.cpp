@@ -49,6 +49,8 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
             {isEnabled(), underMouse(), isDown()});
   painter.setPen(style_.colours().ink(ink_));
   painter.setFont(font());
+  // In its own direction, also inside a mirrored window.
+  painter.setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   painter.drawText(rect(), Qt::AlignCenter, text());
 }
 

@@ -1,6 +1,25 @@
 #include "ui/controls/Fill.h"
 
+#include <QImage>
+#include <QPaintDevice>
+
 namespace tollbeam {
+
+void paintWhole(QPainter& painter, const QRect& rect, bool enabled,
+                const std::function<void(QPainter&)>& paint) {
+  if (enabled) return paint(painter);
+  const double ratio = painter.device()->devicePixelRatioF();
+  QImage layer((QSizeF(rect.size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+  layer.setDevicePixelRatio(ratio);
+  layer.fill(Qt::transparent);
+  {
+    QPainter onLayer(&layer);
+    onLayer.translate(-rect.topLeft());
+    paint(onLayer);
+  }
+  painter.setOpacity(kDisabledOpacity);
+  painter.drawImage(rect.topLeft(), layer);
+}
 
 void paintFill(QPainter& painter, const QRectF& rect, double radius, const Colours& colours,
                ControlState state) {

@@ -1,5 +1,7 @@
 #include "ui/controls/LineBreaks.h"
 
+#include <QTextBoundaryFinder>
+#include <algorithm>
 #include <cstdlib>
 
 namespace tollbeam {
@@ -34,19 +36,71 @@ qsizetype breakOf(const QString& text, Breaks breaks) {
   return 0;
 }
 
-QStringList brokenAtWords(const QString& text, double width, const Measure& measure) {
+// The pieces of a word that has no line to itself, such as a file's path: after a slash where there
+// is one, else wherever the line is full.
+QStringList brokenAnywhere(const QString& word, double width, const Measure& measure) {
+  QStringList pieces;
+  QString rest = word;
+  while (measure(rest) > width) {
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, rest);
+    qsizetype end = finder.toNextBoundary();
+    for (qsizetype next = end; next >= 0 && measure(rest.left(next)) <= width;
+         next = finder.toNextBoundary()) {
+      end = next;
+    }
+    if (end >= rest.size()) break;
+    const qsizetype slash = rest.left(end).lastIndexOf(u'/');
+    if (slash > 0) end = slash + 1;
+    pieces << rest.left(end);
+    rest = rest.mid(end);
+  }
+  return pieces << rest;
+}
+
+enum class LongWords { whole, broken };
+
+QStringList brokenAtWords(const QString& text, double width, const Measure& measure,
+                          LongWords longWords = LongWords::whole) {
   QStringList lines;
   QString line;
   for (const QString& word : text.split(u' ', Qt::SkipEmptyParts)) {
     const QString longer = line.isEmpty() ? word : line + u' ' + word;
-    if (line.isEmpty() || measure(longer) <= width) {
+    if (measure(longer) <= width) {
       line = longer;
-    } else {
-      lines << line;
-      line = word;
+      continue;
+    }
+    if (!line.isEmpty()) lines << line;
+    line = word;
+    if (longWords == LongWords::broken) {
+      lines << brokenAnywhere(word, width, measure);
+      line = lines.takeLast();
     }
   }
   if (!line.isEmpty()) lines << line;
+  return lines;
+}
+
+// As few lines as there can be, all about as long.
+QStringList brokenEvenly(const QString& text, double width, const Measure& measure) {
+  QStringList lines = brokenAtWords(text, width, measure, LongWords::broken);
+  const auto count = lines.size();
+  double tooNarrow = width / 2;
+  // No word that has room is broken to make the lines more even.
+  for (const QString& word : text.split(u' ', Qt::SkipEmptyParts)) {
+    const double needed = measure(word);
+    if (needed <= width) tooNarrow = std::max(tooNarrow, needed - 1);
+  }
+  double enough = width;
+  while (enough - tooNarrow > 1) {
+    const double middle = (tooNarrow + enough) / 2;
+    const QStringList narrower = brokenAtWords(text, middle, measure, LongWords::broken);
+    if (narrower.size() > count) {
+      tooNarrow = middle;
+    } else {
+      enough = middle;
+      lines = narrower;
+    }
+  }
   return lines;
 }
 
@@ -55,7 +109,12 @@ QStringList brokenAtWords(const QString& text, double width, const Measure& meas
 QStringList brokenLines(const QString& text, double width, Breaks breaks, const Measure& measure) {
   if (text.isEmpty()) return {};
   if (breaks == Breaks::never || measure(text) <= width) return {text};
-  if (const qsizetype at = breakOf(text, breaks); at > 0 && at < text.size()) {
+  const qsizetype at = breakOf(text, breaks);
+  if (breaks == Breaks::balanced &&
+      (measure(text.left(at).trimmed()) > width || measure(text.mid(at)) > width)) {
+    return brokenEvenly(text, width, measure);
+  }
+  if (at > 0 && at < text.size()) {
     return brokenLines(text.left(at).trimmed(), width, Breaks::words, measure) +
            brokenLines(text.mid(at).trimmed(), width, Breaks::words, measure);
   }

@@ -12,7 +12,9 @@ enum class Breaks {
   words,          ///< wherever a line is full
   afterComma,     ///< after the first comma
   afterSentence,  ///< after the first sentence
-  balanced,       ///< at the space nearest the middle
+  /// At the space nearest the middle; a longer text into lines of about one length, and a word that
+  /// has no line to itself (a path) anywhere.
+  balanced,
 };
 
 /// The lines of `text`, each at most `width` wide by `measure` where its words allow it. A part

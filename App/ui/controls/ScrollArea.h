@@ -1,5 +1,6 @@
 // A page that scrolls up and down when there is no room for all of it. Its bar lies over the page
-// and takes no room; nothing of it is to be seen while everything fits.
+// and takes no room; nothing of it is to be seen while everything fits. Pressing beside its thumb
+// brings the thumb there.
 #pragma once
 
 #include <QScrollArea>
@@ -9,7 +10,7 @@
 
 namespace tollbeam {
 
-class ScrollArea final : public QScrollArea {
+class ScrollArea : public QScrollArea {
   Q_OBJECT
 
  public:
@@ -27,7 +28,7 @@ class ScrollArea final : public QScrollArea {
   void placeBar();
 
   const Style& style_;
-  QScrollBar* bar_;
+  QWidget* bar_;
 };
 
 }  // namespace tollbeam

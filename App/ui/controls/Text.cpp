@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/controls/Fill.h"
 #include "ui/controls/TextLine.h"
 
 namespace tollbeam {
@@ -66,6 +67,7 @@ int Text::heightForWidth(int width) const {
 
 void Text::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
+  if (!isEnabled()) painter.setOpacity(kDisabledOpacity);
   painter.setPen(style_.colours().ink(ink_));
   const int lineHeight = style_.lineHeight(role_);
   const QStringList lines = linesAt(width());

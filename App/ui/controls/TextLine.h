@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QPainter>
 #include <QPointF>
+#include <QRect>
 #include <QString>
 
 namespace tollbeam {
@@ -19,5 +20,10 @@ enum class Figures {
 /// Paints `text` in the painter's pen; `topLeft` is the corner of a line `height` high.
 void paintLine(QPainter& painter, QPointF topLeft, double height, const QString& text,
                const QFont& font, Figures figures);
+
+/// Paints `text` in the middle of `box`, `inset` from the edge where reading begins in a window of
+/// that direction.
+void paintAtLead(QPainter& painter, const QRect& box, int inset, const QString& text,
+                 const QFont& font, Qt::LayoutDirection direction);
 
 }  // namespace tollbeam

@@ -3,6 +3,8 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
+#include <map>
+#include <utility>
 
 #include "platform/freedesktop/LocalCalendar.h"
 #include "platform/freedesktop/SystemClock.h"
@@ -84,19 +86,57 @@ TEST(LocalCalendar, ADateThatNeverWasIsCountedAllTheSame) {
             5 * 86400);
 }
 
-// Against a walk through every second around the odd nights of the world's clocks.
+TEST(LocalCalendar, FindsATimeOfADay) {
+  const test::Environment zone("TZ", "Europe/Berlin");
+  const LocalCalendar calendar;
+  EXPECT_EQ(calendar.instant({2024, 3, 31}, {0, 0}), calendar.startOfDay({2024, 3, 31}));
+  EXPECT_EQ(calendar.instant({2024, 3, 31}, {1, 59}), Date{kBeforeSummerTime - 59});
+  EXPECT_EQ(calendar.instant({2024, 3, 31}, {2, 0}), Date{kBeforeSummerTime + 1}) << "jumped over";
+  EXPECT_EQ(calendar.instant({2024, 3, 31}, {2, 59}), Date{kBeforeSummerTime + 1});
+  EXPECT_EQ(calendar.instant({2024, 3, 31}, {3, 0}), Date{kBeforeSummerTime + 1});
+  EXPECT_EQ(calendar.instant({2024, 10, 27}, {2, 30}), Date{1729989000}) << "the first of two";
+}
+
+TEST(LocalCalendar, HasNoInstantForATimeThatIsOnNoClock) {
+  const LocalCalendar calendar;
+  for (const TimeOfDay time :
+       {TimeOfDay{24, 0}, TimeOfDay{-1, 0}, TimeOfDay{0, 60}, TimeOfDay{0, -1}}) {
+    EXPECT_EQ(calendar.instant({2024, 3, 31}, time), std::nullopt);
+  }
+}
+
+namespace {
+
+struct Night {
+  const char* zone;
+  double around;
+};
+
+// The odd nights of the world's clocks.
+constexpr Night kNights[] = {
+    {"UTC", 1e9},
+    {"Europe/Berlin", 1711846800},
+    {"Europe/Berlin", 1729990800},
+    {"Pacific/Apia", 1325239200},
+    {"America/Sao_Paulo", 1541300400},
+    {"America/Sao_Paulo", 1550368800},
+    {"America/St_Johns", 1162089060},
+    {"Australia/Lord_Howe", 1696087800},
+    {"Australia/Lord_Howe", 1712415600},
+    {"Asia/Beirut", 1648332000},
+    {"America/Havana", 1667710800},
+    {"Asia/Kathmandu", 504901800},
+    {"Pacific/Kwajalein", 745934400},
+    {"Europe/Moscow", 1414274400},  // back by an hour, and it was no summer time
+    {"America/Caracas", 1462086000},
+    {"Asia/Pyongyang", 1525446000},
+};
+
+}  // namespace
+
+// Against a walk through every second around those nights.
 TEST(LocalCalendar, StartsEveryDayAtItsFirstSecond) {
-  struct Night {
-    const char* zone;
-    double around;
-  };
-  for (const Night& night :
-       {Night{"UTC", 1e9}, Night{"Europe/Berlin", 1711846800}, Night{"Europe/Berlin", 1729990800},
-        Night{"Pacific/Apia", 1325239200}, Night{"America/Sao_Paulo", 1541300400},
-        Night{"America/Sao_Paulo", 1550368800}, Night{"America/St_Johns", 1162089060},
-        Night{"Australia/Lord_Howe", 1696087800}, Night{"Australia/Lord_Howe", 1712415600},
-        Night{"Asia/Beirut", 1648332000}, Night{"America/Havana", 1667710800},
-        Night{"Asia/Kathmandu", 504901800}, Night{"Pacific/Kwajalein", 745934400}}) {
+  for (const Night& night : kNights) {
     const test::Environment here("TZ", night.zone);
     const LocalCalendar calendar;
     CalendarDay before = calendar.day({night.around - 3 * 86400});
@@ -106,6 +146,31 @@ TEST(LocalCalendar, StartsEveryDayAtItsFirstSecond) {
       before = day;
       ASSERT_EQ(calendar.startOfDay(day), Date{t})
           << night.zone << ' ' << day.year << '-' << day.month << '-' << day.day;
+    }
+  }
+}
+
+// Clocks change on whole minutes since 1970, so a walk through these sees everything.
+TEST(LocalCalendar, FindsTheFirstInstantOfEveryMinute) {
+  for (const Night& night : kNights) {
+    const test::Environment here("TZ", night.zone);
+    const LocalCalendar calendar;
+    const double start = std::floor(night.around / 60) * 60 - 2 * 86400;
+    std::map<std::pair<CalendarDay, TimeOfDay>, Date> firstShown;
+    for (double t = start; t < start + 4 * 86400; t += 60) {
+      firstShown.emplace(std::pair(calendar.day({t}), calendar.timeOfDay({t})), Date{t});
+    }
+    for (CalendarDay day = calendar.day({start + 86400}); day < calendar.day({start + 3 * 86400});
+         day = day.plusDays(1)) {
+      for (int minute = 0; minute < 24 * 60; ++minute) {
+        const TimeOfDay time{minute / 60, minute % 60};
+        // What is not shown is jumped over: the next that is shown comes after the jump.
+        const auto expected = firstShown.lower_bound({day, time});
+        ASSERT_NE(expected, firstShown.end());
+        ASSERT_EQ(calendar.instant(day, time), expected->second)
+            << night.zone << ' ' << day.month << '-' << day.day << ' ' << time.hour << ':'
+            << time.minute;
+      }
     }
   }
 }

@@ -7,13 +7,14 @@ tollbeam_test(user_tests
     platform/freedesktop/DesktopNotificationCenterTest.cpp
     platform/freedesktop/JsonUserDefaultsTest.cpp
     platform/freedesktop/LocalTimeTest.cpp
+    platform/freedesktop/MinutesBindingTest.cpp
     platform/freedesktop/NotificationCallTest.cpp
     platform/freedesktop/NotificationPermissionTest.cpp
     platform/freedesktop/PosixFileManagerTest.cpp
-    platform/freedesktop/QtDialogsTest.cpp
     platform/freedesktop/QtMainQueueTest.cpp
+    platform/freedesktop/QtSavePanelsTest.cpp
     platform/freedesktop/UserFoldersTest.cpp
     platform/freedesktop/ValueJsonTest.cpp
     platform/freedesktop/support/RecordingServer.cpp
     platform/freedesktop/support/Sandbox.cpp
-  LIBS tollbeam_freedesktop_user tollbeam_test_support)
+  LIBS tollbeam_core tollbeam_freedesktop_user tollbeam_test_support)

@@ -42,6 +42,25 @@ TEST(LineBreaks, BalanceTwoLines) {
   EXPECT_EQ(lines("aa bb cc dd ee", 12, Breaks::balanced), (Lines{"aa bb", "cc dd ee"}));
 }
 
+TEST(LineBreaks, MakeMoreLinesAboutAsLong) {
+  EXPECT_EQ(lines("aa bb cc dd ee ff gg hh", 10, Breaks::balanced),
+            (Lines{"aa bb cc", "dd ee ff", "gg hh"}));
+  EXPECT_EQ(lines("aa bb cc dd ee ff gg hh ii", 11, Breaks::balanced),
+            (Lines{"aa bb cc", "dd ee ff", "gg hh ii"}));
+}
+
+TEST(LineBreaks, BreakAPathAfterItsSlashes) {
+  EXPECT_EQ(lines("saved to /home/someone/Documents/history.csv", 20, Breaks::balanced),
+            (Lines{"saved to", "/home/someone/", "Documents/", "history.csv"}));
+}
+
+TEST(LineBreaks, BreakALongWordWhereItMustNotBeCutOff) {
+  EXPECT_EQ(lines("incomprehensible", 8, Breaks::balanced), (Lines{"incompre", "hensible"}));
+  EXPECT_EQ(lines("👩‍🔬👩‍🔬👩‍🔬", 6, Breaks::balanced), (Lines{"👩‍🔬", "👩‍🔬", "👩‍🔬"}))
+      << "what is one letter stays one";
+  EXPECT_EQ(lines("👩‍🔬", 2, Breaks::balanced), Lines{"👩‍🔬"});
+}
+
 TEST(LineBreaks, FillLinesWithWords) {
   EXPECT_EQ(lines("aa bb cc dd", 5, Breaks::words), (Lines{"aa bb", "cc dd"}));
 }
@@ -58,11 +77,14 @@ TEST(LineBreaks, MakeNothingOfNothing) { EXPECT_EQ(lines("", 4, Breaks::words), 
 
 TEST(LineBreaks, LoseNoWord) {
   const auto text = QStringLiteral("Alerts snoozed until 10:15 in the morning, or later. Really.");
-  for (const auto breaks :
-       {Breaks::words, Breaks::afterComma, Breaks::afterSentence, Breaks::balanced}) {
-    for (int width = 1; width < 70; ++width) {
+  for (int width = 1; width < 70; ++width) {
+    for (const auto breaks : {Breaks::words, Breaks::afterComma, Breaks::afterSentence}) {
       EXPECT_EQ(brokenLines(text, width, breaks, oneEach).join(u' '), text);
     }
+    // Its words may be broken, too, when there is no room for them.
+    QString balanced = brokenLines(text, width, Breaks::balanced, oneEach).join(u' ');
+    if (width < 8) balanced.remove(u' ');
+    EXPECT_EQ(balanced, width < 8 ? QString(text).remove(u' ') : text) << width;
   }
 }
 

@@ -1,0 +1,25 @@
+#include "preferences/MinutesBinding.h"
+
+#include <limits>
+
+#include "preferences/PrefsKeys.h"
+
+namespace tollbeam {
+
+Date timeOfMinutes(std::int64_t minutes, Date now, const Calendar& calendar) {
+  const std::int64_t hour = minutes / 60;
+  // No hour of a clock needs more, and a greater number must not become one when it is cut.
+  if (hour < std::numeric_limits<int>::min() || hour > std::numeric_limits<int>::max()) return now;
+  const TimeOfDay time{.hour = static_cast<int>(hour), .minute = static_cast<int>(minutes % 60)};
+  return calendar.instant(calendar.day(now), time).value_or(now);
+}
+
+TimeOfDay MinutesBinding::time() const {
+  return calendar_.timeOfDay(timeOfMinutes(store_.integerForKey(key_), clock_.now(), calendar_));
+}
+
+void MinutesBinding::setTime(TimeOfDay chosen) {
+  store_.set(key_, minutesAfterMidnight(chosen.hour, chosen.minute));
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,38 @@
+// A time of day kept as minutes after midnight, the way the settings show and change it. What is
+// shown is a time of today's clock: one that the clock jumps over today is shown as the first after
+// the jump, and a number that is no time of day as the time that it is now. Only the user's own
+// choice is ever written; showing writes nothing.
+#pragma once
+
+#include <string_view>
+
+#include "platform/Calendar.h"
+#include "platform/Clock.h"
+#include "platform/Date.h"
+#include "platform/UserDefaults.h"
+
+namespace tollbeam {
+
+/// The instant that stands for `minutes` after midnight on the day of `now`.
+[[nodiscard]] Date timeOfMinutes(std::int64_t minutes, Date now, const Calendar& calendar);
+
+class MinutesBinding {
+ public:
+  /// All must outlive the binding. `key` holds a whole number.
+  MinutesBinding(UserDefaults& store, std::string_view key, const Calendar& calendar,
+                 const Clock& clock)
+      : store_(store), key_(key), calendar_(calendar), clock_(clock) {}
+
+  [[nodiscard]] TimeOfDay time() const;
+
+  /// Stores 0 to 1439.
+  void setTime(TimeOfDay chosen);
+
+ private:
+  UserDefaults& store_;
+  std::string_view key_;
+  const Calendar& calendar_;
+  const Clock& clock_;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,47 @@
+#include "ui/SettingsWindow.h"
+
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace tollbeam {
+
+namespace {
+
+constexpr int kWidth = 480;
+constexpr int kHeight = 720;
+
+}  // namespace
+
+SettingsWindow::SettingsWindow(const Style& style, QWidget* view)
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
+      style_(style) {
+  setWindowTitle(tr("Tollbeam Settings"));
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(view);
+  connect(&style_, &Style::changed, this, &SettingsWindow::fit);
+  fit();
+  const QRect area = screen()->availableGeometry();
+  move(area.center() - QRect({}, size()).center());
+}
+
+void SettingsWindow::fit() {
+  const QRect area = screen()->availableGeometry();
+  // What the window manager has put around it counts, too.
+  const QSize frame = frameGeometry().size() - size();
+  setFixedSize(QSize(style_.px(kWidth), style_.px(kHeight)).boundedTo(area.size() - frame));
+}
+
+// The window manager's frame is known only after the window was shown, and its moving tells.
+void SettingsWindow::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  fit();
+}
+
+void SettingsWindow::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  fit();
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,61 @@
+// An alert: a small window of its own with a title, a few words and buttons beside each other. It
+// shuts out nothing else and deletes itself when it closes. `answered` comes once, unless the window
+// is destroyed first.
+#pragma once
+
+#include <QBoxLayout>
+#include <QDialog>
+#include <QStringList>
+#include <optional>
+
+#include "platform/Compositor.h"
+#include "ui/look/Style.h"
+#include "ui/popover/Shadow.h"
+
+namespace tollbeam {
+
+class AlertWindow final : public QDialog {
+  Q_OBJECT
+
+ public:
+  struct Content {
+    QString title;
+    QString text;
+    /// First the one that goes on; it stands last in the row.
+    QStringList buttons;
+    /// The first cannot be undone: it is red, and the keyboard is on the last.
+    bool destructive = false;
+  };
+
+  /// The compositor and the style must outlive the window.
+  AlertWindow(const Style& style, Compositor& compositor, const Content& content);
+
+  /// Opens in the middle of `over`, or of the screen when that is null.
+  void open(const QWidget* over);
+
+ Q_SIGNALS:
+  /// The index of the pressed button; absent when the window was closed otherwise.
+  void answered(std::optional<std::size_t> button);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  void addButtons(const Content& content);
+  void restyle();
+  void place(const QRect& around);
+  [[nodiscard]] QRect body() const { return rect().marginsRemoved(shadowMargins_); }
+
+  const Style& style_;
+  Compositor& compositor_;
+  Shadow shadow_;
+  QMargins shadowMargins_;
+  QVBoxLayout* column_;
+  QHBoxLayout* buttons_;
+  QSpacerItem* aboveText_;
+  QSpacerItem* aboveButtons_;
+  std::optional<std::size_t> pressed_;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,94 @@
+#include "ui/controls/Card.h"
+
+#include <QPainter>
+#include <QStyle>
+
+#include "ui/controls/Accessibility.h"
+
+namespace tollbeam {
+
+namespace {
+
+constexpr double kRadius = 10;
+constexpr int kInset = 14;
+constexpr int kSpacing = 8;
+
+}  // namespace
+
+FormRow::FormRow(const Style& style, Measures measures)
+    : style_(style), measures_(measures), line_(new QHBoxLayout(this)) {
+  connect(&style_, &Style::changed, this, &FormRow::restyle);
+  restyle();
+}
+
+void FormRow::restyle() {
+  const int side = style_.px(measures_.horizontal);
+  line_->setContentsMargins(side, style_.px(measures_.vertical), side, style_.px(measures_.below));
+  line_->setSpacing(style_.px(kSpacing));
+  setMinimumHeight(style_.px(measures_.least));
+  update();
+}
+
+void FormRow::put(Text* label, QWidget* control) {
+  label->setBreaks(Breaks::words);
+  control->setAccessibleName(label->text());
+  line_->addWidget(label, 1);
+  line_->addWidget(control);
+}
+
+void FormRow::put(QWidget* control) {
+  line_->addWidget(control);
+  line_->addStretch(1);
+}
+
+void FormRow::fill(Text* text) {
+  text->setBreaks(Breaks::words);
+  line_->addWidget(text, 1);
+}
+
+void FormRow::setMeasures(Measures measures) {
+  measures_ = measures;
+  restyle();
+}
+
+void FormRow::setHairline(bool on) {
+  hairline_ = on;
+  update();
+}
+
+void FormRow::paintEvent(QPaintEvent* /*event*/) {
+  if (!hairline_) return;
+  QPainter painter(this);
+  const int start = style_.px(kInset);
+  painter.fillRect(QStyle::visualRect(layoutDirection(), rect(), {start, 0, width() - start, 1}),
+                   style_.colours().hairline);
+}
+
+Card::Card(const Style& style, const QString& name, QWidget* parent)
+    : QWidget(parent), style_(style), rows_(new QVBoxLayout(this)) {
+  setAccessibleRole(*this, QAccessible::Grouping);
+  setAccessibleName(name);
+  rows_->setContentsMargins(0, 0, 0, 0);
+  rows_->setSpacing(0);
+  connect(&style_, &Style::changed, this, QOverload<>::of(&QWidget::update));
+}
+
+void Card::add(FormRow* row) {
+  if (rows_->isEmpty()) row->setHairline(false);
+  rows_->addWidget(row);
+}
+
+void Card::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const double radius = style_.px(kRadius);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(style_.colours().card);
+  painter.drawRoundedRect(rect(), radius, radius);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(style_.colours().hairline, 1));
+  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5,
+                          radius - 0.5);
+}
+
+}  // namespace tollbeam

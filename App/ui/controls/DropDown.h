@@ -1,0 +1,65 @@
+// A button that shows one of a few choices and opens the list of all. `chosen` comes when the user
+// picks another choice, never for the same one again and never for what the program shows with
+// `setValue`. A value that is no choice is shown as it is, and none is ticked in the list.
+#pragma once
+
+#include <QAbstractButton>
+#include <QList>
+#include <QPointer>
+
+#include "ui/controls/Accessibility.h"
+#include "ui/look/Style.h"
+
+namespace tollbeam {
+
+struct Choice {
+  QString text;
+  QString value;
+  /// A line divides it from the one before.
+  bool startsGroup = false;
+};
+
+class DropDownList;
+
+class DropDown final : public QAbstractButton, public SelfDescribing {
+  Q_OBJECT
+
+ public:
+  DropDown(const Style& style, QList<Choice> choices, QWidget* parent = nullptr);
+  ~DropDown() override;
+
+  void setValue(const QString& value);
+  [[nodiscard]] const QString& value() const { return value_; }
+  /// What the button says.
+  [[nodiscard]] QString shownText() const;
+
+  void open();
+  /// Null while closed.
+  [[nodiscard]] DropDownList* list() const;
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+  [[nodiscard]] QAccessibleInterface* describe() override;
+
+ Q_SIGNALS:
+  void chosen(const QString& value);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void restyle();
+  void dismiss();
+  void choose(int index);
+  [[nodiscard]] int indexOf(const QString& value) const;
+
+  const Style& style_;
+  const QList<Choice> choices_;
+  QString value_;
+  QPointer<DropDownList> list_;
+};
+
+}  // namespace tollbeam

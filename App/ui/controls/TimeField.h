@@ -1,0 +1,53 @@
+// Hours and minutes as the user's locale writes them. It is Qt's own time edit, so that typing,
+// arrows, wheel and screen readers work as everywhere; only what is seen is ours. `chosen` is the
+// user's doing only; what the program shows with `setTimeOfDay` tells nobody.
+#pragma once
+
+#include <QTimeEdit>
+
+#include "platform/Calendar.h"
+#include "ui/controls/AutoRepeat.h"
+#include "ui/look/Style.h"
+
+namespace tollbeam {
+
+class TimeField final : public QTimeEdit {
+  Q_OBJECT
+
+ public:
+  explicit TimeField(const Style& style, QWidget* parent = nullptr);
+
+  void setTimeOfDay(TimeOfDay time);
+  [[nodiscard]] TimeOfDay timeOfDay() const;
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+ Q_SIGNALS:
+  void chosen(tollbeam::TimeOfDay time);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  void restyle();
+  bool takeHalfOfDay(const QString& typed);
+  void followLocale();
+  [[nodiscard]] Qt::LayoutDirection direction() const;
+  [[nodiscard]] QRect chevrons() const;
+  [[nodiscard]] QRect textRect() const;
+  void paintTime(QPainter& painter) const;
+  void paintChevrons(QPainter& painter) const;
+
+  const Style& style_;
+  AutoRepeat repeat_;
+};
+
+}  // namespace tollbeam

@@ -1,0 +1,66 @@
+#include "ui/settings/Bindings.h"
+
+#include <utility>
+
+#include "preferences/Prefs.h"
+
+namespace tollbeam {
+
+Bindings::Bindings(UserDefaults& store) : store_(store) {
+  store_.registerDefaults(Prefs::defaults());
+  changes_ = store_.onChange([this] { show(); });
+}
+
+void Bindings::show() {
+  for (const auto& reader : readers_) reader();
+}
+
+void Bindings::follow(std::function<void()> reader) {
+  reader();
+  readers_.push_back(std::move(reader));
+}
+
+// The store tells of the change only later, and the next click must count from the new value.
+void Bindings::write(const char* key, Value value) {
+  store_.set(key, std::move(value));
+  show();
+}
+
+void Bindings::bind(Switch* control, const char* key) {
+  follow([this, control, key] { control->setOn(store_.boolForKey(key)); });
+  connect(control, &Switch::toggled, this, [this, key](bool on) { write(key, on); });
+}
+
+void Bindings::bind(Stepper* control, const char* key, Text* label, const QString& text) {
+  follow([this, control, key, label, text] {
+    const std::int64_t value = store_.integerForKey(key);
+    control->setValue(value);
+    const QString shown = text.arg(value);
+    if (label->text() == shown) return;
+    label->setText(shown);
+    control->setAccessibleName(shown);
+  });
+  connect(control, &Stepper::wanted, this, [this, key](std::int64_t value) { write(key, value); });
+}
+
+void Bindings::bind(SoundPicker* control, const char* key) {
+  follow([this, control, key] {
+    control->setSound(QString::fromStdString(store_.stringForKey(key).value_or(kDefaultSound)));
+  });
+  connect(control, &SoundPicker::picked, this,
+          [this, key](const QString& sound) { write(key, sound.toStdString()); });
+}
+
+void Bindings::bind(TimeField* control, MinutesBinding minutes) {
+  follow([control, minutes] { control->setTimeOfDay(minutes.time()); });
+  connect(control, &TimeField::chosen, this, [this, minutes](TimeOfDay time) mutable {
+    minutes.setTime(time);
+    show();
+  });
+}
+
+void Bindings::enable(QWidget* row, const char* key) {
+  follow([this, row, key] { row->setEnabled(store_.boolForKey(key)); });
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,73 @@
+#include "ui/settings/Form.h"
+
+#include "ui/controls/Accessibility.h"
+
+namespace tollbeam {
+
+namespace {
+
+constexpr int kPadding = 20;
+constexpr int kBetweenCards = 12;
+constexpr int kAboveHeader = 24;
+constexpr int kBelowHeader = 8;
+constexpr int kHeaderInset = 14;
+
+}  // namespace
+
+Form::Form(const Style& style) : style_(style), column_(new QVBoxLayout(this)) {
+  column_->setSpacing(0);
+  connect(&style_, &Style::changed, this, &Form::restyle);
+  restyle();
+}
+
+void Form::restyle() {
+  const int padding = style_.px(kPadding);
+  column_->setContentsMargins(padding, padding, padding, padding);
+  for (const auto& [gap, measure] : gaps_) gap->changeSize(0, style_.px(measure));
+  for (QWidget* header : headers_) {
+    header->layout()->setContentsMargins(style_.px(kHeaderInset), 0, style_.px(kHeaderInset), 0);
+  }
+  column_->invalidate();
+}
+
+void Form::addGap(int measure) {
+  auto* gap = new QSpacerItem(0, style_.px(measure), QSizePolicy::Minimum, QSizePolicy::Fixed);
+  column_->addItem(gap);
+  gaps_.emplace_back(gap, measure);
+}
+
+void Form::addHeader(const QString& text) {
+  if (!column_->isEmpty()) addGap(kAboveHeader);
+  auto* header = new Text(style_, Role::headline, Ink::primary);
+  setAccessibleRole(*header, QAccessible::Heading);
+  header->setText(text);
+  header->setAccessibleName(text);
+  auto* inset = new QWidget;
+  auto* line = new QHBoxLayout(inset);
+  line->setContentsMargins(style_.px(kHeaderInset), 0, style_.px(kHeaderInset), 0);
+  line->addWidget(header);
+  headers_.push_back(inset);
+  column_->addWidget(inset);
+  addGap(kBelowHeader);
+  afterHeader_ = true;
+}
+
+Card* Form::addCard(const QString& name) {
+  if (!column_->isEmpty() && !afterHeader_) addGap(kBetweenCards);
+  afterHeader_ = false;
+  auto* card = new Card(style_, name);
+  column_->addWidget(card);
+  return card;
+}
+
+void Form::finish() { column_->addStretch(1); }
+
+FormRow* Form::row(const QString& label, QWidget* control, Role role) const {
+  auto* text = new Text(style_, role, Ink::primary);
+  text->setText(label);
+  auto* row = new FormRow(style_);
+  row->put(text, control);
+  return row;
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,104 @@
+#include "ui/settings/GeneralSection.h"
+
+#include <QAccessible>
+#include <QPointer>
+
+#include "platform/Dialogs.h"
+#include "ui/controls/Button.h"
+
+namespace tollbeam {
+
+namespace {
+
+constexpr FormRow::Measures kButtonRow{.least = 44};
+constexpr FormRow::Measures kNote{.least = 0, .vertical = 12, .below = 12};
+// The error belongs to the switch above it: nearer to it, and without a line between.
+constexpr FormRow::Measures kAboveError{.least = 36, .below = 2};
+constexpr FormRow::Measures kError{.least = 0, .vertical = 0, .below = 12};
+
+constexpr std::size_t kReset = 0;
+
+}  // namespace
+
+GeneralSection::GeneralSection(Form& form, AppModel& model, const Platform& platform)
+    : QObject(&form),
+      model_(model),
+      loginItem_(platform.loginItem),
+      dialogs_(platform.dialogs),
+      launchAtLogin_(new Switch(form.style())),
+      loginError_(new Text(form.style(), Role::caption, Ink::red)) {
+  const Style& style = form.style();
+  form.addHeader(tr("General"));
+  Card* card = form.addCard(tr("General"));
+  addLaunchAtLogin(form, *card);
+
+  const auto addButton = [&](const QString& text) {
+    auto* button = new Button(style, text);
+    auto* row = new FormRow(style, kButtonRow);
+    row->put(button);
+    card->add(row);
+    return button;
+  };
+  connect(addButton(tr("Export History as CSV…")), &Button::clicked, &model_,
+          &AppModel::exportHistoryCSV);
+  connect(addButton(tr("Reset History…")), &Button::clicked, this, &GeneralSection::askToReset);
+
+  if (!model_.notifier().available()) {
+    auto* note = new Text(style, Role::caption, Ink::orange);
+    note->setText(tr("Notifications need Tollbeam to run as an app bundle (see make_app.sh). Run "
+                     "from the command line, alerts cannot be delivered."));
+    auto* row = new FormRow(style, kNote);
+    row->fill(note);
+    card->add(row);
+  }
+}
+
+void GeneralSection::addLaunchAtLogin(Form& form, Card& card) {
+  launchRow_ = form.row(tr("Launch at Login"), launchAtLogin_);
+  card.add(launchRow_);
+  errorRow_ = new FormRow(form.style(), kError);
+  errorRow_->setHairline(false);
+  errorRow_->fill(loginError_);
+  errorRow_->hide();
+  card.add(errorRow_);
+  connect(launchAtLogin_, &Switch::toggled, this, &GeneralSection::setLaunchAtLogin);
+  readLaunchAtLogin();
+}
+
+void GeneralSection::setLaunchAtLogin(bool on) {
+  setLoginError(on ? loginItem_.registerItem() : loginItem_.unregisterItem());
+  readLaunchAtLogin();
+}
+
+void GeneralSection::readLaunchAtLogin() {
+  launchAtLogin_->setOn(loginItem_.status() == LoginItem::Status::enabled);
+}
+
+void GeneralSection::setLoginError(const std::optional<std::string>& reason) {
+  loginError_->setText(reason ? tr("Could not change Launch at Login: %1")
+                                    .arg(QString::fromStdString(*reason))
+                              : QString());
+  errorRow_->setVisible(reason.has_value());
+  launchRow_->setMeasures(reason ? kAboveError : FormRow::Measures());
+  if (!reason) return;
+  QAccessibleEvent event(loginError_, QAccessible::Alert);
+  QAccessible::updateAccessibility(&event);
+}
+
+void GeneralSection::askToReset() {
+  if (confirmReset_) return;
+  confirmReset_ = true;
+  dialogs_.runAlert(
+      {.message = tr("Reset history?").toStdString(),
+       .informativeText =
+           tr("This deletes all saved battery samples used for the chart.").toStdString(),
+       .buttons = {tr("Reset").toStdString(), tr("Cancel").toStdString()},
+       .destructive = true},
+      [self = QPointer<GeneralSection>(this)](std::optional<std::size_t> button) {
+        if (!self) return;
+        self->confirmReset_ = false;
+        if (button == kReset) self->model_.resetHistory();
+      });
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,58 @@
+// What tests of windows need: finding a control by the name that a screen reader says, and working
+// it as a user does.
+#pragma once
+
+#include <QAccessible>
+#include <QApplication>
+#include <QTest>
+#include <QWheelEvent>
+#include <QWidget>
+#include <vector>
+
+namespace tollbeam::test {
+
+/// The control called `name`, of those whose description is `description`; null when there is none.
+template <typename Control>
+Control* control(const QWidget& window, const char* name, const char* description = "") {
+  for (auto* each : window.findChildren<Control*>()) {
+    if (each->accessibleName() == QString::fromUtf8(name) &&
+        each->accessibleDescription() == QString::fromUtf8(description)) {
+      return each;
+    }
+  }
+  return nullptr;
+}
+
+/// Shows it and waits until it has the keyboard.
+inline void showActive(QWidget& window) {
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+}
+
+/// Turns the wheel over the middle of it; one notch is 120, up is positive.
+inline void turnWheel(QWidget& widget, int delta) {
+  const QPointF at = widget.rect().center();
+  QWheelEvent event(at, widget.mapToGlobal(at), {}, {0, delta}, Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  // As if it came from the display: only then is it passed on where it is not wanted.
+  QSpontaneKeyEvent::setSpontaneous(&event);
+  qApp->notify(&widget, &event);
+}
+
+inline QAccessibleInterface* spoken(QObject* object) {
+  return QAccessible::queryAccessibleInterface(object);
+}
+
+/// Those of this kind that are on the screen.
+template <typename Window>
+std::vector<Window*> visibleWindows() {
+  std::vector<Window*> windows;
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    auto* window = qobject_cast<Window*>(widget);
+    if (window && window->isVisible()) windows.push_back(window);
+  }
+  return windows;
+}
+
+}  // namespace tollbeam::test

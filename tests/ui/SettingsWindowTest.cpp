@@ -1,0 +1,48 @@
+#include "ui/SettingsWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <QScreen>
+
+#include "platform/recorded/RecordedPlatform.h"
+#include "support/Widgets.h"
+
+namespace tollbeam {
+namespace {
+
+QSize workArea() { return QGuiApplication::primaryScreen()->availableGeometry().size(); }
+
+class SettingsWindowTest : public testing::Test {
+ protected:
+  ~SettingsWindowTest() override { QApplication::setFont(before); }
+
+  QFont before = QApplication::font();
+  RecordedAppearance appearance;
+  Style style{appearance};
+  SettingsWindow window{style, new QWidget};
+};
+
+TEST_F(SettingsWindowTest, HasItsNameAndItsSize) {
+  window.show();
+  EXPECT_EQ(window.windowTitle(), QStringLiteral("Tollbeam Settings"));
+  EXPECT_EQ(window.width(), std::min(480, workArea().width()));
+  EXPECT_EQ(window.minimumSize(), window.maximumSize());
+}
+
+TEST_F(SettingsWindowTest, IsNeverLargerThanTheWorkArea) {
+  window.show();
+  const QSize whole = window.frameGeometry().size();
+  EXPECT_LE(whole.width(), workArea().width());
+  EXPECT_LE(whole.height(), workArea().height());
+}
+
+TEST_F(SettingsWindowTest, GrowsWithTheFontOfTheDesktop) {
+  QFont font = before;
+  font.setPixelSize(22);
+  QApplication::setFont(font);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return style.scale() > 1.4; }));
+  EXPECT_EQ(window.width(), std::min(style.px(480), workArea().width()));
+}
+
+}  // namespace
+}  // namespace tollbeam

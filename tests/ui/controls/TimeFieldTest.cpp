@@ -1,0 +1,144 @@
+#include "ui/controls/TimeField.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/recorded/RecordedPlatform.h"
+#include "support/Widgets.h"
+
+namespace tollbeam {
+namespace {
+
+class TimeFieldTest : public testing::Test {
+ protected:
+  TimeFieldTest() {
+    field.setLocale(QLocale(QLocale::German, QLocale::Germany));
+    field.resize(field.sizeHint());
+    field.setTimeOfDay({22, 0});
+    QObject::connect(&field, &TimeField::chosen, [this](TimeOfDay time) { chosen.push_back(time); });
+  }
+  void focus() {
+    test::showActive(field);
+    field.setFocus(Qt::TabFocusReason);
+  }
+  void type(const char* keys) { QTest::keyClicks(&field, QString::fromLatin1(keys)); }
+  void key(Qt::Key which) { QTest::keyClick(&field, which); }
+
+  RecordedAppearance appearance;
+  Style style{appearance};
+  TimeField field{style};
+  std::vector<TimeOfDay> chosen;
+};
+
+TEST_F(TimeFieldTest, ShowsTheTimeAsTheLocaleWritesIt) {
+  EXPECT_EQ(field.text(), QStringLiteral("22:00"));
+  field.setTimeOfDay({7, 5});
+  EXPECT_EQ(field.text(), QStringLiteral("07:05"));
+  field.setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
+  EXPECT_EQ(field.text().simplified(), QStringLiteral("7:05 AM"));
+  field.setTimeOfDay({22, 0});
+  EXPECT_EQ(field.text().simplified(), QStringLiteral("10:00 PM"));
+}
+
+TEST_F(TimeFieldTest, ShowingChoosesNothing) {
+  field.setTimeOfDay({0, 0});
+  field.setTimeOfDay({23, 59});
+  field.setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
+  focus();
+  field.clearFocus();
+  EXPECT_TRUE(chosen.empty());
+}
+
+TEST_F(TimeFieldTest, TypingChoosesWhatIsTyped) {
+  focus();
+  type("0730");
+  ASSERT_FALSE(chosen.empty());
+  EXPECT_EQ(chosen.back(), (TimeOfDay{7, 30}));
+  EXPECT_EQ(field.timeOfDay(), (TimeOfDay{7, 30}));
+}
+
+TEST_F(TimeFieldTest, TypingTwelveHoursChoosesTheHalfOfTheDayToo) {
+  field.setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
+  focus();
+  type("1130a");
+  EXPECT_EQ(field.timeOfDay(), (TimeOfDay{11, 30}));
+  key(Qt::Key_Up);
+  EXPECT_EQ(field.timeOfDay(), (TimeOfDay{23, 30}));
+}
+
+TEST_F(TimeFieldTest, ArrowsChangeTheChosenPart) {
+  focus();
+  key(Qt::Key_Up);
+  EXPECT_EQ(chosen.back(), (TimeOfDay{23, 0}));
+  key(Qt::Key_Right);
+  key(Qt::Key_Down);
+  EXPECT_EQ(chosen.back().minute, 59);
+}
+
+TEST_F(TimeFieldTest, HoursGoRound) {
+  field.setTimeOfDay({23, 30});
+  focus();
+  key(Qt::Key_Up);
+  EXPECT_EQ(chosen.back(), (TimeOfDay{0, 30}));
+  key(Qt::Key_Down);
+  EXPECT_EQ(chosen.back(), (TimeOfDay{23, 30}));
+}
+
+TEST_F(TimeFieldTest, ItsChevronsChangeTheChosenPart) {
+  focus();
+  const int x = field.width() - 12;
+  QTest::mouseClick(&field, Qt::LeftButton, {}, {x, 5});
+  EXPECT_EQ(chosen.back(), (TimeOfDay{23, 0}));
+  QTest::mouseClick(&field, Qt::LeftButton, {}, {x, field.height() - 5});
+  EXPECT_EQ(chosen.back(), (TimeOfDay{22, 0}));
+}
+
+TEST_F(TimeFieldTest, AClickChoosesThePartUnderIt) {
+  focus();
+  const int minutes = 10 + QFontMetrics(field.font()).horizontalAdvance(QStringLiteral("22:0"));
+  QTest::mouseClick(&field, Qt::LeftButton, {}, {minutes, field.height() / 2});
+  key(Qt::Key_Up);
+  EXPECT_EQ(chosen.back(), (TimeOfDay{22, 1}));
+  QTest::mouseClick(&field, Qt::LeftButton, {}, {14, field.height() / 2});
+  key(Qt::Key_Up);
+  EXPECT_EQ(chosen.back(), (TimeOfDay{23, 1}));
+}
+
+TEST_F(TimeFieldTest, TheWheelIsThePagesUnlessItHasTheKeyboard) {
+  test::showActive(field);
+  field.clearFocus();
+  test::turnWheel(field, 120);
+  EXPECT_TRUE(chosen.empty());
+  focus();
+  test::turnWheel(field, 120);
+  EXPECT_EQ(chosen.back(), (TimeOfDay{23, 0}));
+}
+
+TEST_F(TimeFieldTest, ReadsTheSameInAMirroredWindow) {
+  QWidget window;
+  window.setLayoutDirection(Qt::RightToLeft);
+  TimeField mirrored(style, &window);
+  mirrored.setLocale(QLocale(QLocale::German, QLocale::Germany));
+  mirrored.setTimeOfDay({22, 5});
+  EXPECT_EQ(mirrored.text(), QStringLiteral("22:05"));
+}
+
+TEST_F(TimeFieldTest, AScreenReaderReadsAndChangesItsText) {
+  QAccessibleInterface* heard = test::spoken(&field);
+  EXPECT_EQ(heard->role(), QAccessible::SpinBox);
+  ASSERT_NE(heard->textInterface(), nullptr);
+  EXPECT_EQ(heard->textInterface()->text(0, 5), QStringLiteral("22:00"));
+  heard->editableTextInterface()->replaceText(0, 5, QStringLiteral("07:30"));
+  EXPECT_EQ(field.timeOfDay(), (TimeOfDay{7, 30}));
+  EXPECT_EQ(chosen.back(), (TimeOfDay{7, 30}));
+}
+
+TEST_F(TimeFieldTest, IsWideEnoughForEveryTime) {
+  field.setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
+  const int width = field.sizeHint().width();
+  field.setTimeOfDay({10, 0});
+  EXPECT_EQ(field.sizeHint().width(), width) << "the column stays in line";
+  EXPECT_GE(width, QFontMetrics(field.font()).horizontalAdvance(field.text()) + 36);
+}
+
+}  // namespace
+}  // namespace tollbeam
