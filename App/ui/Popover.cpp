@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "ui/PopoverPlacement.h"
+#include "ui/controls/SpokenRole.h"
 
 namespace tollbeam {
 
@@ -60,6 +61,8 @@ Popover::Popover(OutsideClicks& outsideClicks, Compositor& compositor, const Clo
       style_(style),
       view_(view),
       scroll_(new ScrollArea(style, this)) {
+  // Its texts are read out when it opens.
+  speakAs<Popover, QAccessible::Dialog>();
   setWindowTitle(QStringLiteral("Tollbeam"));
   scroll_->setPage(view);
   view_->installEventFilter(this);

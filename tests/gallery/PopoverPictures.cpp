@@ -1,5 +1,5 @@
-#include <QAbstractButton>
 #include <QPainter>
+#include <QRadioButton>
 #include <QTest>
 #include <cmath>
 #include <optional>
@@ -87,11 +87,8 @@ struct Scene {
     popover->showAt({.x = 1000, .y = 15, .known = true});
   }
 
-  void press(const char* words) const {
-    for (auto* button : view->findChildren<QAbstractButton*>()) {
-      if (button->text() == QLatin1String(words)) button->click();
-    }
-  }
+  void chooseWeek() const { view->findChildren<QRadioButton*>().last()->click(); }
+  void openSummary() const { view->findChild<DailySummaryView*>()->title().click(); }
 
   RecordedPlatform platform{Date{kNow}};
   std::vector<Sample> samples;
@@ -182,10 +179,10 @@ std::vector<Picture> popoverPictures() {
     scene.pluggedInFor(192);
     scene.platform.userDefaults.values.insert_or_assign("snoozeUntil", kNow + 45 * 60);
   };
-  const auto week = [](Scene& scene) { scene.press("7 days"); };
+  const auto week = [](Scene& scene) { scene.chooseWeek(); };
   const auto weekAndSummary = [](Scene& scene) {
-    scene.press("7 days");
-    scene.press("Daily summary");
+    scene.chooseWeek();
+    scene.openSummary();
   };
   const Dictionary good = controller(212, 4650, 31.4, -7.3);
   const auto adapter = [](Dictionary properties, int watts) {

@@ -1,5 +1,6 @@
 // Draws the gallery's pictures into a folder: gallery FOLDER [--dark] [--contrast] [--mirrored]
-// [--font PIXELS] [--only PREFIX]. The scale is the toolkit's own QT_SCALE_FACTOR.
+// [--font PIXELS] [--only PREFIX] [--translations FOLDER]. The scale is the toolkit's own
+// QT_SCALE_FACTOR.
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -8,6 +9,7 @@
 #include <cstdio>
 
 #include "Pictures.h"
+#include "texts/Translations.h"
 
 namespace {
 
@@ -41,7 +43,8 @@ int main(int argc, char** argv) {
                       {QStringLiteral("contrast"), {}},
                       {QStringLiteral("mirrored"), {}},
                       {QStringLiteral("font"), {}, QStringLiteral("pixels")},
-                      {QStringLiteral("only"), {}, QStringLiteral("prefix")}});
+                      {QStringLiteral("only"), {}, QStringLiteral("prefix")},
+                      {QStringLiteral("translations"), {}, QStringLiteral("folder")}});
   options.process(app);
   const QDir folder(options.positionalArguments().value(0, QStringLiteral(".")));
   if (!folder.mkpath(QStringLiteral("."))) {
@@ -56,6 +59,8 @@ int main(int argc, char** argv) {
   font.setPixelSize(
       options.isSet(QStringLiteral("font")) ? options.value(QStringLiteral("font")).toInt() : 14);
   QApplication::setFont(font);
+
+  const tollbeam::Translations translations(options.value(QStringLiteral("translations")));
 
   using namespace tollbeam::gallery;
   auto pictures = popoverPictures();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QCursor>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -236,6 +237,13 @@ TEST_F(PopoverTest, AClickThatTheShadowGetsClosesToo) {
   EXPECT_TRUE(popover->isVisible());
   QTest::mouseClick(&*popover, Qt::LeftButton, {}, QPoint(3, popover->height() / 2));
   EXPECT_FALSE(popover->isVisible());
+}
+
+TEST_F(PopoverTest, IsADialogForScreenReaders) {
+  open();
+  const auto* spoken = QAccessible::queryAccessibleInterface(&*popover);
+  EXPECT_EQ(spoken->role(), QAccessible::Dialog);
+  EXPECT_EQ(spoken->text(QAccessible::Name), u"Tollbeam");
 }
 
 TEST_F(PopoverTest, EscapeClosesItFromAnyControl) {

@@ -2,11 +2,96 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
-    <name>tollbeam::PopoverView</name>
+    <name>tollbeam::CycleBlock</name>
     <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
+        <source>Cycle count</source>
+        <translation>Ladezyklen</translation>
     </message>
+</context>
+<context>
+    <name>tollbeam::DailySummaryView</name>
+    <message>
+        <source>Daily summary</source>
+        <translation>Tagesübersicht</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>%1–%2%</source>
+        <translation>%1–%2 %</translation>
+    </message>
+    <message>
+        <source>%1: average %2, range %3, charging %4</source>
+        <translation>%1: im Mittel %2, von/bis %3, geladen %4</translation>
+    </message>
+    <message>
+        <source>%1: average %2, range %3, no charging</source>
+        <translation>%1: im Mittel %2, von/bis %3, nicht geladen</translation>
+    </message>
+    <message>
+        <source>Day</source>
+        <translation>Tag</translation>
+    </message>
+    <message>
+        <source>Avg</source>
+        <translation>Mittel</translation>
+    </message>
+    <message>
+        <source>Range</source>
+        <translation>Von–bis</translation>
+    </message>
+    <message>
+        <source>Charging</source>
+        <translation>Geladen</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::HistoryChart</name>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Last 24 hours: %1% to %2%, now %3%.</source>
+        <translation>Letzte 24 Stunden: %1 % bis %2 %, jetzt %3 %.</translation>
+    </message>
+    <message>
+        <source>Last 24 hours: %1% to %2%.</source>
+        <translation>Letzte 24 Stunden: %1 % bis %2 %.</translation>
+    </message>
+    <message>
+        <source>Last %1 days: %2% to %3%, now %4%.</source>
+        <translation>Letzte %1 Tage: %2 % bis %3 %, jetzt %4 %.</translation>
+    </message>
+    <message>
+        <source>Last %1 days: %2% to %3%.</source>
+        <translation>Letzte %1 Tage: %2 % bis %3 %.</translation>
+    </message>
+    <message>
+        <source>Charge history</source>
+        <translation>Ladeverlauf</translation>
+    </message>
+    <message>
+        <source>Collecting history… a graph appears after a few minutes.</source>
+        <translation>Verlauf wird gesammelt … eine Kurve erscheint nach einigen Minuten.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>weekday and time</comment>
+        <translation>%1 %2</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::NoBattery</name>
+    <message>
+        <source>This Mac does not report a battery, so Tollbeam stays quiet.</source>
+        <translation>Dieser Mac meldet keinen Akku, also bleibt Tollbeam still.</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::PopoverView</name>
     <message>
         <source>Tollbeam can only remind you. A Mac app cannot stop the charger.</source>
         <translation>Tollbeam kann nur erinnern. Eine Mac-App kann das Laden nicht anhalten.</translation>
@@ -21,7 +106,68 @@
     </message>
     <message>
         <source>Alerts snoozed until %1</source>
-        <translation>Erinnerungen pausiert bis %1</translation>
+        <translation>Pausiert bis %1</translation>
+    </message>
+    <message>
+        <source>%1 of 1000</source>
+        <translation>%1 von 1000</translation>
+    </message>
+    <message>
+        <source>Battery health</source>
+        <translation>Akkuzustand</translation>
+    </message>
+    <message>
+        <source>Temperature</source>
+        <translation>Temperatur</translation>
+    </message>
+    <message>
+        <source>Power in</source>
+        <translation>Leistung hinein</translation>
+    </message>
+    <message>
+        <source>Power out</source>
+        <translation>Leistung heraus</translation>
+    </message>
+    <message>
+        <source>Adapter</source>
+        <translation>Netzteil</translation>
+    </message>
+    <message>
+        <source>Plugged in for %1</source>
+        <translation>Am Netz seit %1</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>24 hours</source>
+        <translation>24 Stunden</translation>
+    </message>
+    <message>
+        <source>7 days</source>
+        <translation>7 Tage</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::RingView</name>
+    <message>
+        <source>Charge, %1%</source>
+        <translation>Ladung, %1 %</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::Row</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::SnoozeBanner</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -99,15 +245,15 @@
     </message>
     <message>
         <source>Health: %1% (Good)</source>
-        <translation>Zustand: %1 % (gut)</translation>
+        <translation>Zustand: %1 % (gut)</translation>
     </message>
     <message>
         <source>Health: %1% (Fair)</source>
-        <translation>Zustand: %1 % (mittel)</translation>
+        <translation>Zustand: %1 % (mittel)</translation>
     </message>
     <message>
         <source>Health: %1% (Worn)</source>
-        <translation>Zustand: %1 % (verschlissen)</translation>
+        <translation>Zustand: %1 % (verschlissen)</translation>
     </message>
     <message>
         <source>Cycles: %1</source>
@@ -135,7 +281,7 @@
     </message>
     <message>
         <source>Battery is at %1%. Unplug to keep it healthy.</source>
-        <translation>Der Akku ist bei %1 %. Trennen Sie das Ladegerät, um ihn zu schonen.</translation>
+        <translation>Der Akku ist bei %1 %. Trennen Sie das Ladegerät, um ihn zu schonen.</translation>
     </message>
     <message>
         <source>Low battery</source>
@@ -143,7 +289,7 @@
     </message>
     <message>
         <source>Battery is at %1%. Plug in soon.</source>
-        <translation>Der Akku ist bei %1 %. Schließen Sie bald das Ladegerät an.</translation>
+        <translation>Der Akku ist bei %1 %. Schließen Sie bald das Ladegerät an.</translation>
     </message>
     <message>
         <source>Try Low Power Mode</source>
@@ -151,7 +297,7 @@
     </message>
     <message>
         <source>Battery is at %1%. Turn on Low Power Mode (System Settings, Battery) to stretch it.</source>
-        <translation>Der Akku ist bei %1 %. Mit dem Stromsparmodus (Systemeinstellungen, Batterie) hält er länger.</translation>
+        <translation>Der Akku ist bei %1 %. Mit dem Stromsparmodus (Systemeinstellungen, Batterie) hält er länger.</translation>
     </message>
     <message>
         <source>Plugged in for a long time</source>
@@ -159,7 +305,7 @@
     </message>
     <message>
         <source>Plugged in for over %1 h at %2%. Unplug it to let the battery rest.</source>
-        <translation>Seit über %1 Std. bei %2 % am Netz. Trennen Sie das Ladegerät, damit der Akku ruhen kann.</translation>
+        <translation>Seit über %1 Std. bei %2 % am Netz. Trennen Sie das Ladegerät, damit der Akku ruhen kann.</translation>
     </message>
     <message>
         <source>Battery health is low</source>
@@ -167,7 +313,7 @@
     </message>
     <message>
         <source>Battery health has fallen to %1% of its original capacity.</source>
-        <translation>Der Akku hat nur noch %1 % seiner ursprünglichen Kapazität.</translation>
+        <translation>Der Akku hat nur noch %1 % seiner ursprünglichen Kapazität.</translation>
     </message>
     <message>
         <source>Snooze %1 hour</source>

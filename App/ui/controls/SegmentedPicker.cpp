@@ -9,6 +9,7 @@
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
 #include "ui/controls/LineBreaks.h"
+#include "ui/controls/SpokenRole.h"
 #include "ui/controls/TextLine.h"
 
 namespace tollbeam {
@@ -89,6 +90,7 @@ class SegmentedPicker::Segment final : public QRadioButton {
 SegmentedPicker::SegmentedPicker(const Style& style, const QString& name,
                                  const QStringList& choices, QWidget* parent)
     : QWidget(parent), style_(style), thumb_(*this, style, kMilliseconds) {
+  speakAs<SegmentedPicker, QAccessible::Grouping>();
   setAccessibleName(name);
   QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
   policy.setHeightForWidth(true);

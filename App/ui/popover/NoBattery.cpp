@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "resources/Symbols.h"
+#include "texts/Translated.h"
 
 namespace tollbeam {
 
@@ -51,7 +52,7 @@ NoBattery::NoBattery(const Style& style, QWidget* parent)
       headline_(new Text(style, Role::headline, Ink::primary, this)),
       caption_(new Text(style, Role::caption, Ink::secondary, this)),
       column_(new QVBoxLayout(this)) {
-  headline_->setText(tr("No battery found"));
+  headline_->setText(translated("No battery found"));
   headline_->setBreaks(Breaks::balanced);
   headline_->setAlignment(Qt::AlignCenter);
   caption_->setText(tr("This Mac does not report a battery, so Tollbeam stays quiet."));

@@ -65,7 +65,9 @@ TEST_F(SegmentedPickerTest, GrowsForLongWords) {
 }
 
 TEST_F(SegmentedPickerTest, IsAGroupOfRadioButtonsForScreenReaders) {
-  EXPECT_EQ(QAccessible::queryAccessibleInterface(&picker)->text(QAccessible::Name), u"History");
+  const auto* group = QAccessible::queryAccessibleInterface(&picker);
+  EXPECT_EQ(group->role(), QAccessible::Grouping);
+  EXPECT_EQ(group->text(QAccessible::Name), u"History");
   const auto* first = QAccessible::queryAccessibleInterface(segment(0));
   EXPECT_EQ(first->role(), QAccessible::RadioButton);
   EXPECT_TRUE(first->state().checked);
