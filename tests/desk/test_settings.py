@@ -222,8 +222,12 @@ class History(SettingsTest):
         wait_for(lambda: self.screen.windows('"Save As"'), 'the save panel')
         self.desk.run('xdotool', 'search', '--name', '^Save As$', 'windowactivate', '--sync')
         self.screen.type(path)
-        self.screen.keys('Return')
-        wait_for(lambda: not self.screen.windows('"Save As"'), 'the save panel to close')
+
+        def is_closed():
+            # The first may only take what the panel has completed.
+            self.screen.keys('Return')
+            return not self.screen.windows('"Save As"')
+        wait_for(is_closed, 'the save panel to close', every=0.5)
 
     def test_export_writes_what_is_remembered(self):
         self.remember_some()

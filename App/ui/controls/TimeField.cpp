@@ -81,6 +81,8 @@ TimeField::TimeField(const Style& style, QWidget* parent)
   setLayoutDirection(Qt::LeftToRight);
   // It goes on taking what is typed; what is seen is painted here.
   lineEdit()->hide();
+  // Under the name that Qt gives it, a screen reader finds no text in it.
+  lineEdit()->setObjectName(QStringLiteral("time"));
   connect(lineEdit(), &QLineEdit::textChanged, this, [this] { update(); });
   connect(lineEdit(), &QLineEdit::selectionChanged, this, [this] { update(); });
   connect(this, &QTimeEdit::timeChanged, this,
