@@ -31,6 +31,7 @@ SettingsView::SettingsView(AppModel& model, const Platform& platform, const Styl
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(scroll);
+  page_ = scroll;
 }
 
 void SettingsView::addQuietHours(Form& form, const Platform& platform) {
@@ -78,6 +79,8 @@ void SettingsView::addChargingNote(Form& form) {
 void SettingsView::showEvent(QShowEvent* event) {
   bindings_.show();
   general_->readLaunchAtLogin();
+  // The keyboard begins before the first control, where it scrolls.
+  page_->setFocus(Qt::OtherFocusReason);
   QWidget::showEvent(event);
 }
 

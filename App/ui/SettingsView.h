@@ -29,6 +29,7 @@ class SettingsView final : public QWidget {
 
   Bindings bindings_;
   GeneralSection* general_;
+  QWidget* page_;
 };
 
 }  // namespace tollbeam

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <map>
 #include <random>
 
@@ -581,6 +583,18 @@ TEST_F(SettingsViewTest, EveryControlHasANameAndTheKeyboardReachesItInOrder) {
             QStringLiteral("Charge limit|Alert when charging reaches 80%|Repeat every 5 minutes, "
                            "up to 3 times|Sound|Low battery"));
   EXPECT_EQ(order.last(), QString::fromUtf8("Reset History…"));
+}
+
+TEST_F(SettingsViewTest, TheKeyboardBeginsBeforeTheFirstControl) {
+  make();
+  test::showActive(*view);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+  EXPECT_EQ(platform.userDefaults.writes, 0);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown);
+  EXPECT_GT(view->findChild<QScrollArea*>()->verticalScrollBar()->value(), 0);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_TRUE(toggle("Charge limit")->hasFocus());
+  EXPECT_EQ(view->findChild<QScrollArea*>()->verticalScrollBar()->value(), 0);
 }
 
 TEST_F(SettingsViewTest, TheKeyboardsControlIsInView) {

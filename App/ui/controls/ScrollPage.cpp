@@ -37,7 +37,8 @@ bool ScrollPage::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool ScrollPage::focusNextPrevChild(bool next) {
-  const bool moved = ScrollArea::focusNextPrevChild(next);
+  // The scroll area's own would show less around the control, and count it as shown.
+  const bool moved = QWidget::focusNextPrevChild(next);
   QWidget* control = widget()->focusWidget();
   if (moved && control && control->hasFocus()) {
     ensureWidgetVisible(control, 0, style_.px(kAround));

@@ -1,5 +1,6 @@
 #include "ui/controls/Switch.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 #include <QSignalBlocker>
 
@@ -22,6 +23,32 @@ constexpr int kMilliseconds = 120;
 const QColor kHoverOn(0, 0, 0, 26);
 const QColor kThumbShadow(0, 0, 0, 46);
 
+/// A check box; Qt's own would be where the desktop's style puts its box.
+class SpokenSwitch final : public QAccessibleWidget {
+ public:
+  explicit SpokenSwitch(Switch* control) : QAccessibleWidget(control, QAccessible::CheckBox) {}
+
+  [[nodiscard]] QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.checkable = true;
+    state.checked = control()->isChecked();
+    return state;
+  }
+  [[nodiscard]] QStringList actionNames() const override {
+    return QStringList{toggleAction()} + QAccessibleWidget::actionNames();
+  }
+  void doAction(const QString& name) override {
+    if (name == toggleAction()) {
+      if (control()->isEnabled()) control()->toggle();
+    } else {
+      QAccessibleWidget::doAction(name);
+    }
+  }
+
+ private:
+  [[nodiscard]] Switch* control() const { return static_cast<Switch*>(widget()); }
+};
+
 }  // namespace
 
 Switch::Switch(const Style& style, QWidget* parent)
@@ -39,6 +66,8 @@ void Switch::setOn(bool on) {
 }
 
 QSize Switch::sizeHint() const { return {style_.px(kWidth), style_.px(kTarget)}; }
+
+QAccessibleInterface* Switch::describe() { return new SpokenSwitch(this); }
 
 void Switch::checkStateSet() {
   QCheckBox::checkStateSet();

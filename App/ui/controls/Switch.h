@@ -4,12 +4,13 @@
 
 #include <QCheckBox>
 
+#include "ui/controls/Accessibility.h"
 #include "ui/controls/Motion.h"
 #include "ui/look/Style.h"
 
 namespace tollbeam {
 
-class Switch final : public QCheckBox {
+class Switch final : public QCheckBox, public SelfDescribing {
   Q_OBJECT
 
  public:
@@ -19,6 +20,7 @@ class Switch final : public QCheckBox {
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+  [[nodiscard]] QAccessibleInterface* describe() override;
 
  protected:
   void checkStateSet() override;

@@ -6,12 +6,13 @@
 #include <QTimeEdit>
 
 #include "platform/Calendar.h"
+#include "ui/controls/Accessibility.h"
 #include "ui/controls/AutoRepeat.h"
 #include "ui/look/Style.h"
 
 namespace tollbeam {
 
-class TimeField final : public QTimeEdit {
+class TimeField final : public QTimeEdit, public SelfDescribing {
   Q_OBJECT
 
  public:
@@ -22,6 +23,9 @@ class TimeField final : public QTimeEdit {
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+  [[nodiscard]] QAccessibleInterface* describe() override;
+  /// The line that takes what is typed. Hidden.
+  [[nodiscard]] QLineEdit* line() const { return lineEdit(); }
 
  Q_SIGNALS:
   void chosen(tollbeam::TimeOfDay time);

@@ -74,10 +74,16 @@ class Screen:
     def press_widget(self, app, name, role=None):
         self.press_box(self.find(app, name, role))
 
-    def act(self, app, name, role=None, seconds=8.0):
-        """A widget's own first action, as a screen reader does it; no pointer."""
-        wait_for(lambda: self._accessible('do', app, name, *([role] if role else [])),
-                 '%s %r to act' % (app, name), seconds)
+    def act(self, app, name, role=None, action=None, description=None, seconds=8.0):
+        """A widget's own first action, or that one, as a screen reader does it; no pointer."""
+        words = [role, action, description]
+        while words and words[-1] is None:
+            words.pop()
+        wait_for(lambda: self._accessible('do', app, name, *words), '%s %r to act' % (app, name), seconds)
+
+    def write(self, app, name, role, text, seconds=8.0):
+        """Replaces a widget's text, as a screen reader does it."""
+        wait_for(lambda: self._accessible('write', app, name, role, text), '%s %r to be written' % (app, name), seconds)
 
     # ------------------------------------------------------------------ the panel's status items
 

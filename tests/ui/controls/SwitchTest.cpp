@@ -60,6 +60,11 @@ TEST_F(SwitchTest, IsACheckBoxForAScreenReader) {
   heard->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
   EXPECT_EQ(toggled.count(), 1) << "a screen reader's user is a user";
   EXPECT_TRUE(heard->state().checked);
+  control.show();
+  EXPECT_EQ(heard->rect().size(), control.size());
+  control.setEnabled(false);
+  heard->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+  EXPECT_EQ(toggled.count(), 1);
 }
 
 TEST_F(SwitchTest, ADisabledOneIsFadedAsAWhole) {

@@ -130,6 +130,13 @@ TEST_F(TimeFieldTest, AScreenReaderReadsAndChangesItsText) {
   heard->editableTextInterface()->replaceText(0, 5, QStringLiteral("07:30"));
   EXPECT_EQ(field.timeOfDay(), (TimeOfDay{7, 30}));
   EXPECT_EQ(chosen.back(), (TimeOfDay{7, 30}));
+  auto* actions = heard->actionInterface();
+  actions->doAction(QAccessibleActionInterface::increaseAction());
+  EXPECT_EQ(field.timeOfDay(), (TimeOfDay{8, 30}));
+  field.setEnabled(false);
+  actions->doAction(QAccessibleActionInterface::decreaseAction());
+  EXPECT_EQ(field.timeOfDay(), (TimeOfDay{8, 30}));
+  EXPECT_EQ(heard->editableTextInterface(), nullptr);
 }
 
 TEST_F(TimeFieldTest, IsWideEnoughForEveryTime) {

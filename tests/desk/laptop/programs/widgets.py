@@ -1,9 +1,11 @@
 #!/usr/bin/python3
 """widgets.py: reads the accessible tree of the desk, as a screen reader does. Answers in JSON.
 
-  list [APP]                every widget: app, depth, role, name, text, value, box, actions, showing, states
+  list [APP]                every widget: app, depth, role, name, description, text, value, box, actions, showing, states
   find APP NAME [ROLE]      the box [x, y, width, height] of a widget on screen; null when there is none
-  do APP NAME [ROLE]        its first action, without the pointer; false when there is none
+  do APP NAME [ROLE [ACTION [DESCRIPTION]]]
+                            its first action, or that one, without the pointer; false when there is none
+  write APP NAME ROLE TEXT  replaces its text; false when it has none to be written
 
 APP is a part of the program's accessible name; "" is every program.
 """
@@ -57,11 +59,12 @@ def actions(widget):
     return [action.get_action_name(i) for i in range(action.get_n_actions())] if action else []
 
 
-def found(app, name, role=None):
+def found(app, name, role=None, description=None):
     for program in programs(app):
         for widget, _ in tree(program):
             try:
-                if widget.get_name() == name and (role is None or widget.get_role_name() == role) \
+                if widget.get_name() == name and role in (None, widget.get_role_name()) \
+                        and description in (None, widget.get_description()) \
                         and has(widget, Atspi.StateType.SHOWING):
                     return widget
             except GLib.Error:
@@ -74,9 +77,21 @@ def described(program, widget, depth):
     return {'app': program.get_name(), 'depth': depth, 'role': widget.get_role_name(), 'name': widget.get_name(),
             'text': text.get_text(0, text.get_character_count()) if text else None,
             'value': value.get_current_value() if value else None,
-            'box': box(widget), 'actions': actions(widget), 'showing': has(widget, Atspi.StateType.SHOWING),
+            'description': widget.get_description(), 'box': box(widget), 'actions': actions(widget), 'showing': has(widget, Atspi.StateType.SHOWING),
             'checked': has(widget, Atspi.StateType.CHECKED), 'enabled': has(widget, Atspi.StateType.ENABLED),
             'focused': has(widget, Atspi.StateType.FOCUSED)}
+
+
+def acted(widget, name=None):
+    names = actions(widget) if widget else []
+    if not names or (name and name not in names):
+        return False
+    return widget.get_action_iface().do_action(names.index(name) if name else 0)
+
+
+def written(widget, text):
+    editable = widget.get_editable_text_iface() if widget else None
+    return bool(editable and editable.set_text_contents(text))
 
 
 def listed(app=''):
@@ -93,12 +108,14 @@ def listed(app=''):
 def main(word, *rest):
     if word == 'list':
         return listed(*rest)
-    widget = found(*rest)
+    app, name, role, what, description = (list(rest) + [None] * 3)[:5]
     if word == 'find':
+        widget = found(app, name, role)
         return box(widget) if widget else None
     if word == 'do':
-        action = widget.get_action_iface() if widget else None
-        return bool(action and action.get_n_actions() and action.do_action(0))
+        return acted(found(app, name, role, description), what)
+    if word == 'write':
+        return written(found(app, name, role), what)
     sys.exit('unknown command ' + word)
 
 
