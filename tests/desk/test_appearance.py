@@ -92,12 +92,12 @@ class WithASettingsDaemon(LookTest):
         self.start()
         self.open_popover()
         small = wait_for(self.window_in_dots, 'the window')
-        self.choose('/Xft/DPI', 'int', 144)
+        self.choose('/Xft/DPI', 'int', 120)
         self.popover_closes()
         self.open_popover()
         x, y, width, height = wait_for(self.window_in_dots, 'the window')
-        self.assertAlmostEqual(width / small[2], 1.5, delta=0.02)
-        self.assertAlmostEqual(height / small[3], 1.5, delta=0.02)
+        self.assertAlmostEqual(width / small[2], 1.25, delta=0.02)
+        self.assertAlmostEqual(height / small[3], 1.25, delta=0.02)
         wait_for(lambda: self.ground([x + width - 8, y + height - 8, 6, 6]) > 200, 'all of it to be painted')
 
     def test_open_settings_grow_with_larger_text(self):

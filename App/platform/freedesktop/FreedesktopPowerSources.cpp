@@ -93,9 +93,16 @@ void FreedesktopPowerSources::lookForFirstReading() {
   using State = RemoteProperties::State;
   const bool gone = device_.state() == State::absent || manager_.state() == State::absent;
   if (!daemonsAnswer() && !gone && patienceWithDaemon_.isActive()) return;
-  if (!read().isGlitch) return readiness_.markReady();
-  // The kernel may have the battery's first word.
-  watchKernel(true);
+  if (settling_.isActive()) return;
+  if (read().isGlitch) {
+    glitched_ = true;
+    // The kernel may have the battery's first word.
+    watchKernel(true);
+    return;
+  }
+  // A battery that wakes up tells its charge first; that it feeds the machine, in another signal.
+  if (std::exchange(glitched_, false)) return settling_.start();
+  readiness_.markReady();
 }
 
 void FreedesktopPowerSources::onDaemonUpdated() {

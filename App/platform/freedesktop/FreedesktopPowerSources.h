@@ -61,6 +61,8 @@ class FreedesktopPowerSources final : public PowerSources {
   std::unique_ptr<PowerSupplyMonitor> kernelMonitor_;
   QTimer settling_;
   bool settleAgain_ = false;
+  /// Nothing but a glitch has been read so far.
+  bool glitched_ = false;
   /// What the observers were last told of; absent before the first time.
   std::optional<List> announced_;
   Observers<> observers_;

@@ -42,6 +42,7 @@ class FreedesktopPowerSourcesTest : public testing::Test {
     ready = sources->whenReady([this] {
       ++timesReady;
       percentWhenReady = percent();
+      sourceWhenReady = powerSource();
       observation = sources->observe([this] { percentsTold.push_back(percent()); });
     });
     EXPECT_EQ(timesReady, 0);
@@ -56,6 +57,12 @@ class FreedesktopPowerSourcesTest : public testing::Test {
     const auto table = sources->descriptions();
     if (!table || table->empty()) return std::nullopt;
     return find(*table->front().dictionary(), "Current Capacity")->number();
+  }
+
+  [[nodiscard]] std::string powerSource() const {
+    const auto table = sources->descriptions();
+    if (!table || table->empty()) return "no battery";
+    return *find(*table->front().dictionary(), "Power Source State")->text();
   }
 
   // Neither UPower nor the kernel tells anything real of the battery.
@@ -77,6 +84,7 @@ class FreedesktopPowerSourcesTest : public testing::Test {
   LaunchPatience patience;
   int timesReady = 0;
   std::optional<double> percentWhenReady;
+  std::string sourceWhenReady;
   Percents percentsTold;
   std::unique_ptr<FreedesktopPowerSources> sources;
   Subscription ready;
@@ -233,6 +241,20 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyWithTheFirstRealReadingAfterAGlitch)
   device.change({{percentage, 15.0}, {state, 2U}});
   ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
   EXPECT_EQ(percentWhenReady, 15);
+  EXPECT_EQ(percentsTold, Percents{});
+}
+
+TEST_F(FreedesktopPowerSourcesTest, AreReadyOnlyWhenABatteryThatWakesUpHasToldAll) {
+  startDaemon();
+  letTheBatteryGlitch();
+  manager.properties[QStringLiteral("OnBattery")] = false;
+  patience.glitch = 1h;
+  start();
+  ASSERT_TRUE(waitFor([this] { return device.asked == 1 && manager.asked == 1; }));
+  device.change({{percentage, 15.0}, {state, 2U}});
+  manager.change({{QStringLiteral("OnBattery"), true}});
+  ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
+  EXPECT_EQ(sourceWhenReady, "Battery Power");
   EXPECT_EQ(percentsTold, Percents{});
 }
 
