@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>tollbeam::AlertDialogs</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
     <name>tollbeam::CycleBlock</name>
     <message>
         <source>Cycle count</source>
@@ -16,11 +23,11 @@
     </message>
     <message>
         <source>%1%</source>
-        <translation>%1 %</translation>
+        <translation>%1&#xa0;%</translation>
     </message>
     <message>
         <source>%1–%2%</source>
-        <translation>%1–%2 %</translation>
+        <translation>%1–%2&#xa0;%</translation>
     </message>
     <message>
         <source>%1: average %2, range %3, charging %4</source>
@@ -36,38 +43,81 @@
     </message>
     <message>
         <source>Avg</source>
-        <translation>Mittel</translation>
+        <translation>Ø</translation>
     </message>
     <message>
         <source>Range</source>
-        <translation>Von–bis</translation>
+        <translation>Bereich</translation>
     </message>
     <message>
         <source>Charging</source>
-        <translation>Geladen</translation>
+        <translation>Laden</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::GeneralSection</name>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Export History as CSV…</source>
+        <translation>Verlauf als CSV exportieren …</translation>
+    </message>
+    <message>
+        <source>Reset History…</source>
+        <translation>Verlauf zurücksetzen …</translation>
+    </message>
+    <message>
+        <source>Notifications need Tollbeam to run as an app bundle (see make_app.sh). Run from the command line, alerts cannot be delivered.</source>
+        <translation>Für Mitteilungen muss Tollbeam als App-Bundle laufen (siehe make_app.sh). Von der Befehlszeile gestartet, kann es keine Erinnerungen zustellen.</translation>
+    </message>
+    <message>
+        <source>Launch at Login</source>
+        <translation>Beim Anmelden starten</translation>
+    </message>
+    <message>
+        <source>Could not change Launch at Login: %1</source>
+        <translation>„Beim Anmelden starten“ konnte nicht geändert werden: %1</translation>
+    </message>
+    <message>
+        <source>Reset history?</source>
+        <translation>Verlauf zurücksetzen?</translation>
+    </message>
+    <message>
+        <source>This deletes all saved battery samples used for the chart.</source>
+        <translation>Damit werden alle gespeicherten Messwerte für das Diagramm gelöscht.</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
     <name>tollbeam::HistoryChart</name>
     <message>
         <source>%1%</source>
-        <translation>%1 %</translation>
+        <translation>%1&#xa0;%</translation>
     </message>
     <message>
         <source>Last 24 hours: %1% to %2%, now %3%.</source>
-        <translation>Letzte 24 Stunden: %1 % bis %2 %, jetzt %3 %.</translation>
+        <translation>Letzte 24 Stunden: %1&#xa0;% bis %2&#xa0;%, jetzt %3&#xa0;%.</translation>
     </message>
     <message>
         <source>Last 24 hours: %1% to %2%.</source>
-        <translation>Letzte 24 Stunden: %1 % bis %2 %.</translation>
+        <translation>Letzte 24 Stunden: %1&#xa0;% bis %2&#xa0;%.</translation>
     </message>
     <message>
         <source>Last %1 days: %2% to %3%, now %4%.</source>
-        <translation>Letzte %1 Tage: %2 % bis %3 %, jetzt %4 %.</translation>
+        <translation>Letzte %1 Tage: %2&#xa0;% bis %3&#xa0;%, jetzt %4&#xa0;%.</translation>
     </message>
     <message>
         <source>Last %1 days: %2% to %3%.</source>
-        <translation>Letzte %1 Tage: %2 % bis %3 %.</translation>
+        <translation>Letzte %1 Tage: %2&#xa0;% bis %3&#xa0;%.</translation>
     </message>
     <message>
         <source>Charge history</source>
@@ -75,19 +125,19 @@
     </message>
     <message>
         <source>Collecting history… a graph appears after a few minutes.</source>
-        <translation>Verlauf wird gesammelt … eine Kurve erscheint nach einigen Minuten.</translation>
+        <translation>Verlauf wird gesammelt … nach einigen Minuten erscheint ein Diagramm.</translation>
     </message>
     <message>
         <source>%1 %2</source>
         <comment>weekday and time</comment>
-        <translation>%1 %2</translation>
+        <translation>%1&#xa0;%2</translation>
     </message>
 </context>
 <context>
     <name>tollbeam::NoBattery</name>
     <message>
         <source>This Mac does not report a battery, so Tollbeam stays quiet.</source>
-        <translation>Dieser Mac meldet keinen Akku, also bleibt Tollbeam still.</translation>
+        <translation>Dieser Mac meldet keinen Akku, deshalb bleibt Tollbeam still.</translation>
     </message>
 </context>
 <context>
@@ -106,7 +156,7 @@
     </message>
     <message>
         <source>Alerts snoozed until %1</source>
-        <translation>Pausiert bis %1</translation>
+        <translation>Erinnerungen pausiert bis %1</translation>
     </message>
     <message>
         <source>%1 of 1000</source>
@@ -122,11 +172,11 @@
     </message>
     <message>
         <source>Power in</source>
-        <translation>Leistung hinein</translation>
+        <translation>Leistung ein</translation>
     </message>
     <message>
         <source>Power out</source>
-        <translation>Leistung heraus</translation>
+        <translation>Leistung aus</translation>
     </message>
     <message>
         <source>Adapter</source>
@@ -153,7 +203,7 @@
     <name>tollbeam::RingView</name>
     <message>
         <source>Charge, %1%</source>
-        <translation>Ladung, %1 %</translation>
+        <translation>Ladung, %1&#xa0;%</translation>
     </message>
 </context>
 <context>
@@ -164,10 +214,111 @@
     </message>
 </context>
 <context>
+    <name>tollbeam::SettingsView</name>
+    <message>
+        <source>Charge limit</source>
+        <translation>Ladegrenze</translation>
+    </message>
+    <message>
+        <source>Alert when charging reaches %1%</source>
+        <translation>Erinnern, wenn der Ladestand %1 % erreicht</translation>
+    </message>
+    <message>
+        <source>Repeat every 5 minutes, up to 3 times</source>
+        <translation>Alle 5 Minuten wiederholen, bis zu 3-mal</translation>
+    </message>
+    <message>
+        <source>Low battery</source>
+        <translation>Akku schwach</translation>
+    </message>
+    <message>
+        <source>Alert on battery at %1% or less</source>
+        <translation>Erinnern bei %1 % oder weniger</translation>
+    </message>
+    <message>
+        <source>Suggest Low Power Mode</source>
+        <translation>Stromsparmodus vorschlagen</translation>
+    </message>
+    <message>
+        <source>When on battery below %1%</source>
+        <translation>Im Akkubetrieb unter %1 %</translation>
+    </message>
+    <message>
+        <source>Plugged in too long</source>
+        <translation>Zu lange am Netz</translation>
+    </message>
+    <message>
+        <source>Alert after %1 h plugged in above the charge limit</source>
+        <translation>Erinnern nach %1 Std. am Netz über der Ladegrenze</translation>
+    </message>
+    <message>
+        <source>Battery health below 80% (once)</source>
+        <translation>Akkuzustand unter 80 % (einmal)</translation>
+    </message>
+    <message>
+        <source>Alerts</source>
+        <translation>Erinnerungen</translation>
+    </message>
+    <message>
+        <source>Quiet hours</source>
+        <translation>Ruhezeiten</translation>
+    </message>
+    <message>
+        <source>Hold alerts during quiet hours</source>
+        <translation>Erinnerungen in Ruhezeiten zurückhalten</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>Von</translation>
+    </message>
+    <message>
+        <source>Until</source>
+        <translation>Bis</translation>
+    </message>
+    <message>
+        <source>Menu bar</source>
+        <translation>Menüleiste</translation>
+    </message>
+    <message>
+        <source>Show percentage in the menu bar</source>
+        <translation>Prozent in der Menüleiste zeigen</translation>
+    </message>
+    <message>
+        <source>Show time remaining</source>
+        <translation>Restzeit zeigen</translation>
+    </message>
+    <message>
+        <source>macOS may also hold charging at 80% itself (Optimized Battery Charging, System Settings, Battery). Tollbeam can only remind you; it cannot control charging.</source>
+        <translation>macOS kann das Laden auch selbst bei 80 % anhalten (Optimiertes Laden, Systemeinstellungen, Batterie). Tollbeam kann nur erinnern; es kann das Laden nicht steuern.</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::SettingsWindow</name>
+    <message>
+        <source>Tollbeam Settings</source>
+        <translation>Tollbeam-Einstellungen</translation>
+    </message>
+</context>
+<context>
     <name>tollbeam::SnoozeBanner</name>
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>tollbeam::SoundPicker</name>
+    <message>
+        <source>Default</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Kein Ton</translation>
+    </message>
+    <message>
+        <source>Sound</source>
+        <translation>Ton</translation>
     </message>
 </context>
 <context>
@@ -245,15 +396,15 @@
     </message>
     <message>
         <source>Health: %1% (Good)</source>
-        <translation>Zustand: %1 % (gut)</translation>
+        <translation>Zustand: %1 % (gut)</translation>
     </message>
     <message>
         <source>Health: %1% (Fair)</source>
-        <translation>Zustand: %1 % (mittel)</translation>
+        <translation>Zustand: %1 % (mittel)</translation>
     </message>
     <message>
         <source>Health: %1% (Worn)</source>
-        <translation>Zustand: %1 % (verschlissen)</translation>
+        <translation>Zustand: %1 % (verschlissen)</translation>
     </message>
     <message>
         <source>Cycles: %1</source>
@@ -281,7 +432,7 @@
     </message>
     <message>
         <source>Battery is at %1%. Unplug to keep it healthy.</source>
-        <translation>Der Akku ist bei %1 %. Trennen Sie das Ladegerät, um ihn zu schonen.</translation>
+        <translation>Der Akku ist bei %1 %. Trennen Sie das Ladegerät, um ihn zu schonen.</translation>
     </message>
     <message>
         <source>Low battery</source>
@@ -289,7 +440,7 @@
     </message>
     <message>
         <source>Battery is at %1%. Plug in soon.</source>
-        <translation>Der Akku ist bei %1 %. Schließen Sie bald das Ladegerät an.</translation>
+        <translation>Der Akku ist bei %1 %. Schließen Sie bald das Ladegerät an.</translation>
     </message>
     <message>
         <source>Try Low Power Mode</source>
@@ -297,7 +448,7 @@
     </message>
     <message>
         <source>Battery is at %1%. Turn on Low Power Mode (System Settings, Battery) to stretch it.</source>
-        <translation>Der Akku ist bei %1 %. Mit dem Stromsparmodus (Systemeinstellungen, Batterie) hält er länger.</translation>
+        <translation>Der Akku ist bei %1 %. Mit dem Stromsparmodus (Systemeinstellungen, Batterie) hält er länger.</translation>
     </message>
     <message>
         <source>Plugged in for a long time</source>
@@ -305,7 +456,7 @@
     </message>
     <message>
         <source>Plugged in for over %1 h at %2%. Unplug it to let the battery rest.</source>
-        <translation>Seit über %1 Std. bei %2 % am Netz. Trennen Sie das Ladegerät, damit der Akku ruhen kann.</translation>
+        <translation>Seit über %1 Std. bei %2 % am Netz. Trennen Sie das Ladegerät, damit der Akku ruhen kann.</translation>
     </message>
     <message>
         <source>Battery health is low</source>
@@ -313,7 +464,7 @@
     </message>
     <message>
         <source>Battery health has fallen to %1% of its original capacity.</source>
-        <translation>Der Akku hat nur noch %1 % seiner ursprünglichen Kapazität.</translation>
+        <translation>Der Akku hat nur noch %1 % seiner ursprünglichen Kapazität.</translation>
     </message>
     <message>
         <source>Snooze %1 hour</source>
