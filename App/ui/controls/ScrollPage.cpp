@@ -41,9 +41,16 @@ bool ScrollPage::focusNextPrevChild(bool next) {
   const bool moved = QWidget::focusNextPrevChild(next);
   QWidget* control = widget()->focusWidget();
   if (moved && control && control->hasFocus()) {
-    ensureWidgetVisible(control, 0, style_.px(kAround));
+    bringIntoView(QRect(control->mapTo(widget(), QPoint()), control->size()));
   }
   return moved;
+}
+
+void ScrollPage::bringIntoView(const QRect& part) {
+  const int around = style_.px(kAround);
+  QScrollBar* bar = verticalScrollBar();
+  const int lowest = part.bottom() + around - viewport()->height();
+  bar->setValue(std::min(std::max(bar->value(), lowest), part.top() - around));
 }
 
 void ScrollPage::wheelEvent(QWheelEvent* event) {

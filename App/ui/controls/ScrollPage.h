@@ -26,6 +26,9 @@ class ScrollPage final : public ScrollArea {
   void wheelEvent(QWheelEvent* event) override;
 
  private:
+  /// Scrolls as far as it must to show that part of the page, and what is around it.
+  void bringIntoView(const QRect& part);
+
   const Style& style_;
   QElapsedTimer scrolled_;
   std::vector<const QObject*> kept_;
