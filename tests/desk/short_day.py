@@ -5,6 +5,7 @@ The charge falls until the program warns, the charger is plugged in, the charge 
 and the reminder is put off on its real button. Pictures and the log of notifications are left in
 FOLDER. Fails when the program does not do its part.
 """
+import json
 import os
 import shutil
 import sys
@@ -44,14 +45,38 @@ class Day:
         return note
 
     def later(self, minutes, percent):
-        self.desk.clock.advance(minutes * 60)
-        self.desk.hardware.percent(percent)
-        wait_for(lambda: self.desk.upower('Percentage') == percent, 'upowerd to see %d %%' % percent)
+        before = round(self.desk.upower('Percentage'))
+        for passed in range(5, minutes + 1, 5):
+            now = before + round((percent - before) * passed / minutes)
+            self.desk.clock.advance(5 * 60)
+            self.desk.hardware.percent(now)
+            wait_for(lambda: self.desk.upower('Percentage') == now, 'upowerd to see %d %%' % now)
+
+    def remember_the_week(self):
+        """Days before this one: a charge in the morning and one in the evening, asleep at night."""
+        now, samples = self.desk.clock.now(), []
+        for day in range(7, 0, -1):
+            midnight = now - 9 * 3600 - day * 86400
+            for minute in range(7 * 60 + 10 * day, 23 * 60 - 15 * day, 5):
+                hour = minute / 60
+                charging = 8 <= hour < 9.5 or 18 <= hour < 20
+                if hour < 9.5:
+                    percent = 50 + max(0.0, min(hour - 8, 1.5)) * 20
+                elif hour < 18:
+                    percent = 80 - (hour - 9.5) * (3 + day % 3)
+                else:
+                    percent = min(80.0, 80 - 8.5 * (3 + day % 3) + (hour - 18) * 25)
+                samples.append({'t': float(midnight + minute * 60), 'p': round(percent), 'c': charging, 'a': charging})
+        file = self.desk.path('home', '.local', 'share', 'Tollbeam', 'history.json')
+        os.makedirs(os.path.dirname(file), exist_ok=True)
+        with open(file, 'w') as history:
+            json.dump(samples, history)
 
     def play(self, bundle):
         desk, laptop = self.desk, self.desk.hardware
         laptop.percent(62)
         desk.clock.start_at(time.strftime('%Y-%m-%d 09:00'))
+        self.remember_the_week()
         desk.start_app(bundle)
         wait_for(desk.screen.tray, 'the status item', 20)
         self.picture('morning-on-battery')
@@ -73,6 +98,8 @@ class Day:
         desk.screen.press_bubble('Snooze 1 hour')
         desk.wait_for_note('action', key='SNOOZE')
         wait_for(lambda: not desk.screen.bubbles(), 'the bubble to go')
+        desk.screen.press_tray('left')
+        desk.screen.find('Tollbeam', 'Cancel')
         self.picture('snoozed')
 
 
