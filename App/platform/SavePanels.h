@@ -21,8 +21,8 @@ class SavePanels {
   SavePanels& operator=(const SavePanels&) = delete;
   virtual ~SavePanels() = default;
 
-  /// Answers on the main thread with the chosen path, never before the call returns; absent when the
-  /// user cancelled.
+  /// Answers on the main thread with the chosen path, never before the call returns; absent when
+  /// the user cancelled.
   virtual void runSavePanel(SavePanel panel,
                             std::function<void(std::optional<std::string> path)> answer) = 0;
 };

@@ -1,6 +1,6 @@
 // The program's dialogs in its own look; only the save panel is the desktop's. They open over the
-// settings when these are open. Main thread only. What is still open when this object ends is closed
-// without an answer.
+// settings when these are open. Main thread only. What is still open when this object ends is
+// closed without an answer.
 #pragma once
 
 #include <QPointer>

@@ -69,8 +69,8 @@ void AppDelegate::showPopover(ClickPosition position) {
 void AppDelegate::openSettings() {
   popover_->close();
   if (!settingsWindow_)
-    settingsWindow_ = std::make_unique<SettingsWindow>(
-        style_, new SettingsView(model_, platform_, style_));
+    settingsWindow_ =
+        std::make_unique<SettingsWindow>(style_, new SettingsView(model_, platform_, style_));
   settingsWindow_->show();
   settingsWindow_->raise();
   settingsWindow_->activateWindow();

@@ -45,8 +45,8 @@ void SettingsView::addQuietHours(Form& form, const Platform& platform) {
     auto* field = new TimeField(form.style());
     FormRow* row = form.row(label, field);
     card->add(row);
-    bindings_.bind(field, MinutesBinding(platform.userDefaults, key, platform.calendar,
-                                         platform.clock));
+    bindings_.bind(field,
+                   MinutesBinding(platform.userDefaults, key, platform.calendar, platform.clock));
     bindings_.enable(row, kEnabled);
   };
   addTime(tr("From"), "quietStart");

@@ -6,7 +6,7 @@ namespace tollbeam {
 
 namespace {
 
-constexpr const char* kNames[] = {"Glass", "Ping", "Hero",  "Submarine", "Funk", "Basso",  "Blow",
+constexpr const char* kNames[] = {"Glass",  "Ping", "Hero",  "Submarine", "Funk", "Basso",  "Blow",
                                   "Bottle", "Frog", "Morse", "Pop",       "Purr", "Sosumi", "Tink"};
 
 QList<Choice> choices() {

@@ -69,15 +69,13 @@ void toEnd(SettingsView& view) {
 }
 
 Picture settings(const char* name, Prepare prepare = {}, Finish finish = {}) {
-  return {std::string("settings-") + name,
-          [prepare, finish] { return shown(prepare, finish); }};
+  return {std::string("settings-") + name, [prepare, finish] { return shown(prepare, finish); }};
 }
 
 std::shared_ptr<QWidget> alert(const std::function<void(AlertDialogs&)>& ask) {
   auto scene = std::make_shared<Scene>();
   scene->platform.compositor.running = true;
-  scene->dialogs.emplace(scene->platform.appearance, scene->platform.compositor,
-                         scene->savePanels);
+  scene->dialogs.emplace(scene->platform.appearance, scene->platform.compositor, scene->savePanels);
   const QWidgetList before = QApplication::topLevelWidgets();
   ask(*scene->dialogs);
   for (QWidget* window : QApplication::topLevelWidgets()) {
@@ -89,12 +87,12 @@ std::shared_ptr<QWidget> alert(const std::function<void(AlertDialogs&)>& ask) {
 Picture resetQuestion() {
   return {"dialog-reset", [] {
             return alert([](AlertDialogs& dialogs) {
-              dialogs.runAlert({.message = "Reset history?",
-                                .informativeText =
-                                    "This deletes all saved battery samples used for the chart.",
-                                .buttons = {"Reset", "Cancel"},
-                                .destructive = true},
-                               [](auto) {});
+              dialogs.runAlert(
+                  {.message = "Reset history?",
+                   .informativeText = "This deletes all saved battery samples used for the chart.",
+                   .buttons = {"Reset", "Cancel"},
+                   .destructive = true},
+                  [](auto) {});
             });
           }};
 }
@@ -147,38 +145,41 @@ std::vector<Picture> settingsPictures() {
                  view.activateWindow();
                  named(view, "From")->setFocus(Qt::TabFocusReason);
                }),
-      settings("all-off",
-               [](RecordedPlatform& platform) {
-                 for (const char* key :
-                      {"limitEnabled", "lowEnabled", "longEnabled", "healthEnabled"}) {
-                   platform.userDefaults.values.insert_or_assign(key, false);
-                 }
-               }),
-      settings("all-off-end",
-               [](RecordedPlatform& platform) {
-                 platform.userDefaults.values = {{"quietEnabled", false}, {"showPercent", false}};
-               },
-               toEnd),
+      settings(
+          "all-off",
+          [](RecordedPlatform& platform) {
+            for (const char* key : {"limitEnabled", "lowEnabled", "longEnabled", "healthEnabled"}) {
+              platform.userDefaults.values.insert_or_assign(key, false);
+            }
+          }),
+      settings(
+          "all-off-end",
+          [](RecordedPlatform& platform) {
+            platform.userDefaults.values = {{"quietEnabled", false}, {"showPercent", false}};
+          },
+          toEnd),
       settings("at-the-ends",
                [](RecordedPlatform& platform) {
                  platform.userDefaults.values = {
                      {"limit", 100}, {"low", 5}, {"lowPowerAt", 120}, {"longHours", 48}};
                }),
-      settings("login-error",
-               [](RecordedPlatform& platform) { platform.loginItem.failure = "Permission denied"; },
-               [](SettingsView& view) {
-                 static_cast<QAbstractButton*>(named(view, "Launch at Login"))->click();
-                 toEnd(view);
-               }),
-      settings("login-error-unbundled",
-               [](RecordedPlatform& platform) {
-                 platform.loginItem.failure = "Permission denied";
-                 platform.mainBundle.id.reset();
-               },
-               [](SettingsView& view) {
-                 static_cast<QAbstractButton*>(named(view, "Launch at Login"))->click();
-                 toEnd(view);
-               }),
+      settings(
+          "login-error",
+          [](RecordedPlatform& platform) { platform.loginItem.failure = "Permission denied"; },
+          [](SettingsView& view) {
+            static_cast<QAbstractButton*>(named(view, "Launch at Login"))->click();
+            toEnd(view);
+          }),
+      settings(
+          "login-error-unbundled",
+          [](RecordedPlatform& platform) {
+            platform.loginItem.failure = "Permission denied";
+            platform.mainBundle.id.reset();
+          },
+          [](SettingsView& view) {
+            static_cast<QAbstractButton*>(named(view, "Launch at Login"))->click();
+            toEnd(view);
+          }),
       settings("twelve-hours", {},
                [](SettingsView& view) {
                  for (auto* field : view.findChildren<TimeField*>()) {

@@ -159,9 +159,10 @@ TEST_F(AlertDialogsTest, LongTextsMakeItHigher) {
   const int height = ask()->height();
   only()->close();
   ASSERT_TRUE(answered());
-  dialogs.showError("The history could not be saved to "
-                    "“/home/someone/Documents/a-rather-long-name-without-a-space.csv”.",
-                    "No space left on device");
+  dialogs.showError(
+      "The history could not be saved to "
+      "“/home/someone/Documents/a-rather-long-name-without-a-space.csv”.",
+      "No space left on device");
   EXPECT_GT(only()->height(), height + 20);
   EXPECT_EQ(only()->width(), 300);
 }

@@ -29,11 +29,10 @@ constexpr SwitchOf kAlertSwitches[] = {{"Charge limit", "limitEnabled"},
                                        {"Suggest Low Power Mode", "lowPowerEnabled"},
                                        {"Plugged in too long", "longEnabled"},
                                        {"Battery health below 80% (once)", "healthEnabled"}};
-constexpr SwitchOf kOtherSwitches[] = {
-    {"Repeat every 5 minutes, up to 3 times", "repeatReminder"},
-    {"Hold alerts during quiet hours", "quietEnabled"},
-    {"Show percentage in the menu bar", "showPercent"},
-    {"Show time remaining", "showTime"}};
+constexpr SwitchOf kOtherSwitches[] = {{"Repeat every 5 minutes, up to 3 times", "repeatReminder"},
+                                       {"Hold alerts during quiet hours", "quietEnabled"},
+                                       {"Show percentage in the menu bar", "showPercent"},
+                                       {"Show time remaining", "showTime"}};
 
 struct StepperOf {
   const char* key;
@@ -109,7 +108,9 @@ class SettingsViewTest : public testing::Test {
     const auto found = platform.userDefaults.values.find(key);
     return found == platform.userDefaults.values.end() ? nullptr : &found->second;
   }
-  std::size_t permissionQuestions() const { return platform.notificationCenter.pendingStatus.size(); }
+  std::size_t permissionQuestions() const {
+    return platform.notificationCenter.pendingStatus.size();
+  }
 
   RecordedPlatform platform{kNow};
   Style style{platform.appearance};
@@ -273,8 +274,7 @@ TEST_F(SettingsViewTest, NoClickEverStoresANumberOutsideItsRange) {
   std::uniform_int_distribution<std::int64_t> any;
   for (int i = 0; i < 400; ++i) {
     const StepperOf& each = kSteppers[static_cast<std::size_t>(any(random)) % 4];
-    const std::int64_t value =
-        i % 3 == 0 ? any(random) * (i % 2 ? 1 : -1) : any(random) % 140 - 20;
+    const std::int64_t value = i % 3 == 0 ? any(random) * (i % 2 ? 1 : -1) : any(random) % 140 - 20;
     platform.userDefaults.set(each.key, value);
     for (int click = 0; click < 5; ++click) {
       const int writes = platform.userDefaults.writes;
@@ -463,12 +463,11 @@ TEST_F(SettingsViewTest, AFailedChangeOfLaunchAtLoginSnapsBackAndSaysWhy) {
   make();
   toggle("Launch at Login")->toggle();
   EXPECT_FALSE(toggle("Launch at Login")->isChecked());
-  EXPECT_TRUE(texts().contains(
-      QStringLiteral("Could not change Launch at Login: Permission denied")));
+  EXPECT_TRUE(
+      texts().contains(QStringLiteral("Could not change Launch at Login: Permission denied")));
   platform.loginItem.failure = "Disk full %1";
   toggle("Launch at Login")->toggle();
-  EXPECT_TRUE(
-      texts().contains(QStringLiteral("Could not change Launch at Login: Disk full %1")));
+  EXPECT_TRUE(texts().contains(QStringLiteral("Could not change Launch at Login: Disk full %1")));
   platform.loginItem.failure.reset();
   toggle("Launch at Login")->toggle();
   EXPECT_TRUE(toggle("Launch at Login")->isChecked());
@@ -515,8 +514,7 @@ TEST_F(ResetTest, AsksFirst) {
   ASSERT_EQ(platform.dialogs.alerts.size(), 1U);
   const AlertDialog& question = platform.dialogs.alerts[0];
   EXPECT_EQ(question.message, "Reset history?");
-  EXPECT_EQ(question.informativeText,
-            "This deletes all saved battery samples used for the chart.");
+  EXPECT_EQ(question.informativeText, "This deletes all saved battery samples used for the chart.");
   EXPECT_EQ(question.buttons, (std::vector<std::string>{"Reset", "Cancel"}));
   EXPECT_TRUE(question.destructive);
   EXPECT_FALSE(isEmpty());

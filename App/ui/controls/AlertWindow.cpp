@@ -110,19 +110,21 @@ void AlertWindow::place(const QRect& around) {
   if (!screen) screen = QGuiApplication::primaryScreen();
   const QRect area = screen->availableGeometry();
 
-  shadowMargins_ =
-      testAttribute(Qt::WA_TranslucentBackground) ? Shadow::reach(style_) : QMargins();
+  shadowMargins_ = testAttribute(Qt::WA_TranslucentBackground) ? Shadow::reach(style_) : QMargins();
   const int padding = style_.px(kPadding);
-  column_->setContentsMargins(shadowMargins_ + QMargins(padding, style_.px(kTop), padding, padding));
-  const int width = std::min(style_.px(kWidth), area.width()) + shadowMargins_.left() +
-                    shadowMargins_.right();
+  column_->setContentsMargins(shadowMargins_ +
+                              QMargins(padding, style_.px(kTop), padding, padding));
+  const int width =
+      std::min(style_.px(kWidth), area.width()) + shadowMargins_.left() + shadowMargins_.right();
   column_->activate();
   const QSize size(width, column_->totalHeightForWidth(width));
   const QSize bodySize = size.shrunkBy(shadowMargins_);
   QRect box(QPoint(), bodySize);
   box.moveCenter(around.center());
-  box.moveLeft(std::clamp(box.left(), area.left(), std::max(area.left(), area.right() - box.width() + 1)));
-  box.moveTop(std::clamp(box.top(), area.top(), std::max(area.top(), area.bottom() - box.height() + 1)));
+  box.moveLeft(
+      std::clamp(box.left(), area.left(), std::max(area.left(), area.right() - box.width() + 1)));
+  box.moveTop(
+      std::clamp(box.top(), area.top(), std::max(area.top(), area.bottom() - box.height() + 1)));
   setFixedSize(size);
   move(box.topLeft() - QPoint(shadowMargins_.left(), shadowMargins_.top()));
 

@@ -1,6 +1,6 @@
 // An alert: a small window of its own with a title, a few words and buttons beside each other. It
-// shuts out nothing else and deletes itself when it closes. `answered` comes once, unless the window
-// is destroyed first.
+// shuts out nothing else and deletes itself when it closes. `answered` comes once, unless the
+// window is destroyed first.
 #pragma once
 
 #include <QBoxLayout>

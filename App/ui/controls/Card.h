@@ -27,8 +27,8 @@ class FormRow : public QWidget {
   explicit FormRow(const Style& style) : FormRow(style, Measures()) {}
   FormRow(const Style& style, Measures measures);
 
-  /// `label` at the leading edge, breaking into lines where it must, and the control at the trailing
-  /// one. The control is called what the label says.
+  /// `label` at the leading edge, breaking into lines where it must, and the control at the
+  /// trailing one. The control is called what the label says.
   void put(Text* label, QWidget* control);
   /// Alone at the leading edge.
   void put(QWidget* control);

@@ -177,8 +177,7 @@ void DropDown::paintEvent(QPaintEvent* /*event*/) {
   const QRectF box = QStyle::visualRect(layoutDirection(), rect(), chevron);
   painter.translate(box.topLeft());
   painter.scale(box.width() / kChevronWidth, box.height() / kChevronHeight);
-  painter.setPen(
-      QPen(style_.colours().secondary, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setPen(QPen(style_.colours().secondary, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   const QPointF down[] = {{2, 4.5}, {5, 7.5}, {8, 4.5}};
   painter.drawPolyline(down, 3);
 }

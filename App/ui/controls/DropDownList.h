@@ -1,7 +1,7 @@
 // The open list of a drop-down: it lies over the window's other parts with the ticked row on the
 // button, as far as the window has room. It is a part of the window and no pop-up, so that screen
-// readers find it and nothing is grabbed. It lives from `open` until it says `closed`: when a row is
-// chosen, at Escape, at a press elsewhere and when the user turns to another window.
+// readers find it and nothing is grabbed. It lives from `open` until it says `closed`: when a row
+// is chosen, at Escape, at a press elsewhere and when the user turns to another window.
 #pragma once
 
 #include <QAbstractButton>

@@ -39,7 +39,9 @@ class SpokenStepper final : public QAccessibleWidget, public QAccessibleValueInt
   }
 
   [[nodiscard]] QVariant currentValue() const override { return asNumber(stepper()->value()); }
-  [[nodiscard]] QVariant minimumValue() const override { return asNumber(stepper()->range().least); }
+  [[nodiscard]] QVariant minimumValue() const override {
+    return asNumber(stepper()->range().least);
+  }
   [[nodiscard]] QVariant maximumValue() const override { return asNumber(stepper()->range().most); }
   [[nodiscard]] QVariant minimumStepSize() const override { return asNumber(1); }
   void setCurrentValue(const QVariant& value) override {
@@ -133,8 +135,8 @@ void Stepper::paintEvent(QPaintEvent* /*event*/) {
   QColor divider = style_.colours().primary;
   divider.setAlphaF(0.16F);
   painter.fillRect((width() - line) / 2, (height() - style_.px(kDivider)) / 2, line,
-                   style_.px(kDivider), style_.colours().highContrast ? style_.colours().primary
-                                                                      : divider);
+                   style_.px(kDivider),
+                   style_.colours().highContrast ? style_.colours().primary : divider);
 }
 
 void Stepper::paintCell(QPainter& painter, Step step) const {

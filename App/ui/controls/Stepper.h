@@ -1,7 +1,7 @@
 // Two cells, − and +, that move a whole number by one within a range. The number itself stands in
 // the label beside them. A number outside the range is shown as it is, and the step towards the
-// range brings it in; no step ever leads out. The stepper asks (`stepped`) and shows what it is then
-// told (`setValue`), so it never claims a value that was not stored.
+// range brings it in; no step ever leads out. The stepper asks (`stepped`) and shows what it is
+// then told (`setValue`), so it never claims a value that was not stored.
 #pragma once
 
 #include <QWidget>

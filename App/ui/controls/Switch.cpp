@@ -4,9 +4,9 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
+#include "colour/Contrast.h"
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
-#include "colour/Contrast.h"
 
 namespace tollbeam {
 

@@ -28,10 +28,9 @@ void paintLine(QPainter& painter, QPointF topLeft, double height, const QString&
 
 void paintAtLead(QPainter& painter, const QRect& box, int inset, const QString& text,
                  const QFont& font, Qt::LayoutDirection direction) {
-  const double x =
-      direction == Qt::RightToLeft
-          ? box.right() + 1 - inset - widthOfLine(text, font, Figures::proportional)
-          : box.left() + inset;
+  const double x = direction == Qt::RightToLeft
+                       ? box.right() + 1 - inset - widthOfLine(text, font, Figures::proportional)
+                       : box.left() + inset;
   paintLine(painter, {x, box.top() * 1.0}, box.height(), text, font, Figures::proportional);
 }
 

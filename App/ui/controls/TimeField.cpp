@@ -85,8 +85,7 @@ TimeField::TimeField(const Style& style, QWidget* parent)
   lineEdit()->setObjectName(QStringLiteral("time"));
   connect(lineEdit(), &QLineEdit::textChanged, this, [this] { update(); });
   connect(lineEdit(), &QLineEdit::selectionChanged, this, [this] { update(); });
-  connect(this, &QTimeEdit::timeChanged, this,
-          [this](QTime time) { Q_EMIT chosen(timeOf(time)); });
+  connect(this, &QTimeEdit::timeChanged, this, [this](QTime time) { Q_EMIT chosen(timeOf(time)); });
   FocusRing::surround(*this, style, kRadius);
   connect(&style_, &Style::changed, this, &TimeField::restyle);
   followLocale();
@@ -123,8 +122,8 @@ QSize TimeField::sizeHint() const {
   for (const QTime time : {QTime(10, 0), QTime(22, 0)}) {
     widest = std::max(widest, tabularWidth(locale().toString(time, displayFormat()), font()));
   }
-  const int needed = static_cast<int>(std::ceil(widest)) +
-                     style_.px(kLeading + kGap + kChevronWidth + kTrailing);
+  const int needed =
+      static_cast<int>(std::ceil(widest)) + style_.px(kLeading + kGap + kChevronWidth + kTrailing);
   return {std::max(style_.px(kWidth), needed), style_.px(kHeight)};
 }
 
@@ -143,8 +142,7 @@ QRect TimeField::chevrons() const {
 
 QRect TimeField::textRect() const {
   const int length = static_cast<int>(std::ceil(tabularWidth(lineEdit()->text(), font())));
-  return QStyle::visualRect(direction(), rect(),
-                            {style_.px(kLeading), 0, length, height()});
+  return QStyle::visualRect(direction(), rect(), {style_.px(kLeading), 0, length, height()});
 }
 
 void TimeField::paintEvent(QPaintEvent* /*event*/) {
@@ -190,8 +188,7 @@ void TimeField::paintChevrons(QPainter& painter) const {
   painter.save();
   painter.translate(box.topLeft());
   painter.scale(box.width() / kChevronWidth, box.height() / kChevronHeight);
-  painter.setPen(
-      QPen(style_.colours().secondary, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setPen(QPen(style_.colours().secondary, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   const QPointF up[] = {{2.5, 4.5}, {5, 2}, {7.5, 4.5}};
   const QPointF down[] = {{2.5, 7.5}, {5, 10}, {7.5, 7.5}};
   painter.drawPolyline(up, 3);

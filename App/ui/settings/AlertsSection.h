@@ -1,4 +1,5 @@
-// The five alerts: a card each, with the switch, the number that the alert waits for, and its sound.
+// The five alerts: a card each, with the switch, the number that the alert waits for, and its
+// sound.
 #pragma once
 
 #include <functional>

@@ -45,8 +45,9 @@ GeneralSection::GeneralSection(Form& form, AppModel& model, const Platform& plat
 
   if (!model_.notifier().available()) {
     auto* note = new Text(style, Role::caption, Ink::orange);
-    note->setText(tr("Notifications need Tollbeam to run as an app bundle (see make_app.sh). Run "
-                     "from the command line, alerts cannot be delivered."));
+    note->setText(
+        tr("Notifications need Tollbeam to run as an app bundle (see make_app.sh). Run "
+           "from the command line, alerts cannot be delivered."));
     auto* row = new FormRow(style, kNote);
     row->fill(note);
     card->add(row);
@@ -75,9 +76,9 @@ void GeneralSection::readLaunchAtLogin() {
 }
 
 void GeneralSection::setLoginError(const std::optional<std::string>& reason) {
-  loginError_->setText(reason ? tr("Could not change Launch at Login: %1")
-                                    .arg(QString::fromStdString(*reason))
-                              : QString());
+  loginError_->setText(
+      reason ? tr("Could not change Launch at Login: %1").arg(QString::fromStdString(*reason))
+             : QString());
   errorRow_->setVisible(reason.has_value());
   launchRow_->setMeasures(reason ? kAboveError : FormRow::Measures());
   if (!reason) return;

@@ -75,7 +75,8 @@ TEST_F(DropDownTest, OpensOnTheTickedRow) {
   EXPECT_EQ(current(), QStringLiteral("Ping"));
   EXPECT_TRUE(list->rows()[3]->isTicked());
   const QPoint row = list->rows()[3]->mapTo(&window, list->rows()[3]->rect().center());
-  EXPECT_NEAR(row.y(), button.geometry().center().y() + 60, 61) << "on the button, or in the window";
+  EXPECT_NEAR(row.y(), button.geometry().center().y() + 60, 61)
+      << "on the button, or in the window";
   EXPECT_TRUE(window.rect().contains(row));
 }
 

@@ -56,7 +56,8 @@ TEST(LineBreaks, BreakAPathAfterItsSlashes) {
 
 TEST(LineBreaks, BreakALongWordWhereItMustNotBeCutOff) {
   EXPECT_EQ(lines("incomprehensible", 8, Breaks::balanced), (Lines{"incompre", "hensible"}));
-  EXPECT_EQ(lines("👩‍🔬👩‍🔬👩‍🔬", 6, Breaks::balanced), (Lines{"👩‍🔬", "👩‍🔬", "👩‍🔬"}))
+  EXPECT_EQ(lines("👩‍🔬👩‍🔬👩‍🔬", 6, Breaks::balanced),
+            (Lines{"👩‍🔬", "👩‍🔬", "👩‍🔬"}))
       << "what is one letter stays one";
   EXPECT_EQ(lines("👩‍🔬", 2, Breaks::balanced), Lines{"👩‍🔬"});
 }

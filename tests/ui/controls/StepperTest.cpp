@@ -122,8 +122,8 @@ TEST_F(StepperTest, ShowingAValueAsksForNothing) {
 TEST_F(StepperTest, KeysStep) {
   test::showActive(stepper);
   stepper.setFocus();
-  for (const int key : {Qt::Key_Up, Qt::Key_Plus, Qt::Key_Right, Qt::Key_Down, Qt::Key_Minus,
-                        Qt::Key_Left}) {
+  for (const int key :
+       {Qt::Key_Up, Qt::Key_Plus, Qt::Key_Right, Qt::Key_Down, Qt::Key_Minus, Qt::Key_Left}) {
     QTest::keyClick(&stepper, Qt::Key(key));
   }
   EXPECT_EQ(wanted, (std::vector<std::int64_t>{81, 82, 83, 82, 81, 80}));

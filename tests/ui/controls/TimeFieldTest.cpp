@@ -14,7 +14,8 @@ class TimeFieldTest : public testing::Test {
     field.setLocale(QLocale(QLocale::German, QLocale::Germany));
     field.resize(field.sizeHint());
     field.setTimeOfDay({22, 0});
-    QObject::connect(&field, &TimeField::chosen, [this](TimeOfDay time) { chosen.push_back(time); });
+    QObject::connect(&field, &TimeField::chosen,
+                     [this](TimeOfDay time) { chosen.push_back(time); });
   }
   void focus() {
     test::showActive(field);

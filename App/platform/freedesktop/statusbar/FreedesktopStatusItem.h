@@ -12,9 +12,9 @@
 #include "platform/freedesktop/statusbar/DBusMenu.h"
 #include "platform/freedesktop/statusbar/PanelThemeWatch.h"
 #include "platform/freedesktop/statusbar/StatusNotifierItem.h"
-#include "resources/Symbols.h"
 #include "platform/freedesktop/statusbar/WatcherMonitor.h"
 #include "platform/freedesktop/statusbar/XEmbedIcon.h"
+#include "resources/Symbols.h"
 
 class QMenu;
 
