@@ -1,7 +1,7 @@
 # Sourced by the scripts at the top: which Debian packages each purpose needs, and a function that
 # installs what is missing. Asking costs a blink when nothing is.
 
-packages_build="g++ cmake ninja-build ccache pkg-config qt6-base-dev
+packages_build="g++ cmake ninja-build pkg-config qt6-base-dev
   qt6-svg-dev qt6-l10n-tools libgl-dev libsimdjson-dev libudev-dev libcanberra-dev libxcb1-dev
   libxcb-render0-dev libxcb-shape0-dev libxcb-xinput-dev"
 

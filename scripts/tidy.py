@@ -8,27 +8,29 @@ import concurrent.futures
 import hashlib
 import json
 import os
+import re
 import shlex
 import subprocess
 import sys
 
 TOP = os.path.dirname(os.path.dirname(os.path.realpath(__file__)))
 BUILD = os.path.abspath(sys.argv[1])
+COMMANDS = os.path.join(BUILD, 'tidy')
 CACHE = os.path.join(TOP, '.cache', 'tidy')
 
 
 def sources():
+    """The compiler's commands for App/, without the precompiled headers: a source includes what it uses."""
     with open(os.path.join(BUILD, 'compile_commands.json')) as f:
         for entry in json.load(f):
             if entry['file'].startswith(TOP + '/App/'):
+                entry['command'] = re.sub(r' -Winvalid-pch -include \S+', '', entry['command'])
                 yield entry
 
 
 def fingerprint(entry, rules):
     """None when the file cannot even be preprocessed: clang-tidy then says why."""
     command = shlex.split(entry['command'])
-    if os.path.basename(command[0]) == 'ccache':
-        command = command[1:]
     command = command[:command.index('-o')] + ['-E', entry['file']]
     seen = subprocess.run(command, cwd=entry['directory'], capture_output=True)
     return hashlib.sha256(rules + seen.stdout).hexdigest() if seen.returncode == 0 else None
@@ -39,7 +41,7 @@ def check(entry, rules):
     mark = fingerprint(entry, rules)
     if mark and os.path.exists(os.path.join(CACHE, mark)):
         return None
-    result = subprocess.run(['clang-tidy', '--quiet', '-p', BUILD, entry['file']], capture_output=True, text=True)
+    result = subprocess.run(['clang-tidy', '--quiet', '-p', COMMANDS, entry['file']], capture_output=True, text=True)
     if result.returncode != 0:
         return result.stdout + result.stderr
     if mark:
@@ -54,6 +56,9 @@ def main():
     entries = list(sources())
     if not entries:
         sys.exit('no source of App/ in ' + BUILD)
+    os.makedirs(COMMANDS, exist_ok=True)
+    with open(os.path.join(COMMANDS, 'compile_commands.json'), 'w') as f:
+        json.dump(entries, f)
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         complaints = [text for text in pool.map(lambda e: check(e, rules), entries) if text]
     for text in complaints:

@@ -43,6 +43,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("tollbeam::texts", "Low battery"),
     QT_TRANSLATE_NOOP("tollbeam::texts", "Battery is at %1%. Plug in soon."),
     QT_TRANSLATE_NOOP("tollbeam::texts", "Try Low Power Mode"),
+    // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): one text, too long for a line
     QT_TRANSLATE_NOOP("tollbeam::texts",
                       "Battery is at %1%. Turn on Low Power Mode (System Settings, Battery) to "
                       "stretch it."),

@@ -7,3 +7,4 @@ add_executable(tollbeam_gallery
 target_include_directories(tollbeam_gallery PRIVATE
   ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/tests/gallery)
 target_link_libraries(tollbeam_gallery PRIVATE tollbeam_ui tollbeam_platform_recorded Qt6::Test)
+tollbeam_precompile(tollbeam_gallery widgets)

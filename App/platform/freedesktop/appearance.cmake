@@ -19,4 +19,5 @@ target_link_libraries(tollbeam_freedesktop_appearance
          Qt6::DBus
   PRIVATE tollbeam_freedesktop_dbus)
 set_target_properties(tollbeam_freedesktop_appearance PROPERTIES AUTOMOC ON)
+tollbeam_precompile(tollbeam_freedesktop_appearance dbus)
 target_link_libraries(tollbeam_platform_freedesktop INTERFACE tollbeam_freedesktop_appearance)

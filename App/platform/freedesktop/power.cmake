@@ -21,4 +21,5 @@ target_link_libraries(tollbeam_freedesktop_power
   PUBLIC tollbeam_power_readings Qt6::Core Qt6::DBus
   PRIVATE tollbeam_freedesktop_dbus PkgConfig::UDEV)
 set_target_properties(tollbeam_freedesktop_power PROPERTIES AUTOMOC ON)
+tollbeam_precompile(tollbeam_freedesktop_power dbus)
 target_link_libraries(tollbeam_platform_freedesktop INTERFACE tollbeam_freedesktop_power)

@@ -24,5 +24,6 @@ target_link_libraries(tollbeam_freedesktop_statusbar
          PkgConfig::XCB_STATUSBAR
   PRIVATE Qt6::Widgets)
 set_target_properties(tollbeam_freedesktop_statusbar PROPERTIES AUTOMOC ON)
+tollbeam_precompile(tollbeam_freedesktop_statusbar dbus)
 
 target_link_libraries(tollbeam_platform_freedesktop INTERFACE tollbeam_freedesktop_statusbar)

@@ -19,6 +19,7 @@ tollbeam_room(tollbeam_freedesktop_user
   UserFolders.cpp
   ValueJson.cpp)
 set_target_properties(tollbeam_freedesktop_user PROPERTIES AUTOMOC ON)
+tollbeam_precompile(tollbeam_freedesktop_user dbus)
 target_link_libraries(tollbeam_freedesktop_user
   PUBLIC tollbeam_ports Qt6::Core Qt6::DBus Qt6::Widgets
   PRIVATE simdjson::simdjson tollbeam_texts)

@@ -38,6 +38,7 @@ bool ScrollPage::eventFilter(QObject* watched, QEvent* event) {
 
 bool ScrollPage::focusNextPrevChild(bool next) {
   // The scroll area's own would show less around the control, and count it as shown.
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call)
   const bool moved = QWidget::focusNextPrevChild(next);
   QWidget* control = widget()->focusWidget();
   if (moved && control && control->hasFocus()) {

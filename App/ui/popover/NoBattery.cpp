@@ -31,7 +31,8 @@ class EmptyBattery final : public QWidget {
     auto picture = Symbols().image(QStringLiteral("battery.0"), side, style_.colours().secondary);
     if (!picture) return;
     picture->setDevicePixelRatio(ratio);
-    painter.drawImage(QPointF((width() - height()) / 2, 0), *picture);
+    const int left = (width() - height()) / 2;  // on a whole pixel, to stay sharp
+    painter.drawImage(QPoint(left, 0), *picture);
   }
 
  private:

@@ -8,7 +8,8 @@ tollbeam_test(power_readings_tests
     platform/freedesktop/SmartBatteryTest.cpp
     platform/freedesktop/SupplyReadingTest.cpp
     platform/freedesktop/UPowerReadingTest.cpp
-  LIBS tollbeam_power_readings)
+  LIBS tollbeam_power_readings
+  PRECOMPILED std_tests)
 
 tollbeam_test(power_bus_tests
   SOURCES
@@ -18,4 +19,5 @@ tollbeam_test(power_bus_tests
     platform/freedesktop/LogindWorkspaceTest.cpp
     platform/freedesktop/PowerProfilesProcessInfoTest.cpp
     platform/freedesktop/RemotePropertiesTest.cpp
-  LIBS tollbeam_freedesktop_power tollbeam_test_support Qt6::Widgets)
+  LIBS tollbeam_freedesktop_power tollbeam_test_support Qt6::Widgets
+  PRECOMPILED dbus_tests)

@@ -5,4 +5,5 @@ tollbeam_test(session_x11_tests
     platform/freedesktop/X11CompositorTest.cpp
     platform/freedesktop/statusbar/XvfbMain.cpp
   LIBS tollbeam_freedesktop_session tollbeam_freedesktop_screen Qt6::Widgets
-    PkgConfig::XCB_SESSION)
+    PkgConfig::XCB_SESSION
+  PRECOMPILED dbus_tests)

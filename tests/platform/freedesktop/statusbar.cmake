@@ -1,4 +1,4 @@
-tollbeam_test(statusbar_tests
+tollbeam_test(statusbar_tests MOC
   SOURCES
     support/QtMain.cpp
     platform/freedesktop/statusbar/RecordingWatcher.cpp
@@ -7,14 +7,16 @@ tollbeam_test(statusbar_tests
     platform/freedesktop/statusbar/StatusNotifierItemTest.cpp
     platform/freedesktop/statusbar/StatusPictureTest.cpp
     resources/SymbolsTest.cpp
-  LIBS tollbeam_freedesktop_statusbar tollbeam_core tollbeam_test_support Qt6::Widgets)
+  LIBS tollbeam_freedesktop_statusbar tollbeam_core tollbeam_test_support Qt6::Widgets
+  PRECOMPILED dbus_tests)
 
 # These bring an X server of their own (Xvfb), with a tray in it.
 pkg_check_modules(XCB_TRAY REQUIRED IMPORTED_TARGET xcb)
-tollbeam_test(statusbar_x11_tests
+tollbeam_test(statusbar_x11_tests MOC
   SOURCES
     platform/freedesktop/statusbar/FakeTray.cpp
     platform/freedesktop/statusbar/RecordingWatcher.cpp
     platform/freedesktop/statusbar/XEmbedIconTest.cpp
     platform/freedesktop/statusbar/XvfbMain.cpp
-  LIBS tollbeam_freedesktop_statusbar tollbeam_test_support Qt6::Widgets PkgConfig::XCB_TRAY)
+  LIBS tollbeam_freedesktop_statusbar tollbeam_test_support Qt6::Widgets PkgConfig::XCB_TRAY
+  PRECOMPILED dbus_tests)

@@ -1,4 +1,4 @@
-tollbeam_test(user_tests
+tollbeam_test(user_tests MOC
   SOURCES
     support/QtMain.cpp
     platform/freedesktop/AutostartEntryTest.cpp
@@ -17,4 +17,5 @@ tollbeam_test(user_tests
     platform/freedesktop/ValueJsonTest.cpp
     platform/freedesktop/support/RecordingServer.cpp
     platform/freedesktop/support/Sandbox.cpp
-  LIBS tollbeam_core tollbeam_freedesktop_user tollbeam_test_support)
+  LIBS tollbeam_core tollbeam_freedesktop_user tollbeam_test_support
+  PRECOMPILED dbus_tests)

@@ -1,0 +1,1 @@
+// A library must have a source; this one is there for its precompiled header.
