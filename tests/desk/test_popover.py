@@ -1,4 +1,6 @@
-"""The popover's window: where it stands, its shadow, its keyboard."""
+"""The popover: where it stands, its shadow, its keyboard, its history."""
+import json
+import os
 import unittest
 
 from laptop import wait_for
@@ -84,6 +86,74 @@ class WithACompositor(Popover):
             self.open()
             self.screen.press_tray('left')
             self.popover_closes()
+
+
+class History(Popover):
+    options = {'panel': 'none', 'notify': 'none'}
+
+    def remember(self, *days):
+        """An hour of each day back, falling by four from `percent`: at noon, today the hour before now."""
+        now, samples = self.desk.clock.now(), []
+        for back, percent in sorted(days, reverse=True):
+            begin = now // 86400 * 86400 + (0.5 - back) * 86400 if back else now - 3600
+            samples += [{'t': float(begin + 60 * i), 'p': percent - i // 12, 'c': False, 'a': False} for i in range(60)]
+        file = self.desk.path('home', '.local', 'share', 'Tollbeam', 'history.json')
+        os.makedirs(os.path.dirname(file), exist_ok=True)
+        with open(file, 'w') as history:
+            json.dump(samples, history)
+
+    def widget(self, **wanted):
+        return [w for w in self.screen.widgets('Tollbeam')
+                if w['showing'] and all(w[key] == value for key, value in wanted.items())]
+
+    def chart_says(self, text):
+        wait_for(lambda: text in [w['description'] for w in self.widget(name='Charge history')], repr(text))
+
+    def chosen(self):
+        return [w['name'] for w in self.widget(role='radio button') if w['checked']]
+
+    def test_range_is_switched_and_kept(self):
+        self.remember((0, 77), (3, 40))
+        self.charge_to(70)
+        self.start()
+        self.open_popover()
+        self.chart_says('Last 24 hours: 70% to 77%, now 70%.')
+        self.assertEqual(self.chosen(), ['24 hours'])
+        self.screen.act('Tollbeam', '7 days', 'radio button')
+        self.chart_says('Last 7 days: 36% to 77%, now 70%.')
+        self.assertEqual(self.chosen(), ['7 days'])
+        self.screen.keys('Escape')
+        self.popover_closes()
+        self.open_popover()
+        self.chart_says('Last 7 days: 36% to 77%, now 70%.')
+        self.screen.act('Tollbeam', '24 hours', 'radio button')
+        self.chart_says('Last 24 hours: 70% to 77%, now 70%.')
+
+    def test_arrow_keys_switch_the_range(self):
+        self.remember((0, 77), (3, 40))
+        self.charge_to(70)
+        self.start()
+        self.open_popover()
+        self.screen.keys('Tab')
+        wait_for(lambda: self.widget(name='24 hours', focused=True), 'the focus on the range')
+        self.screen.keys('Right')
+        self.chart_says('Last 7 days: 36% to 77%, now 70%.')
+
+    def test_short_history_is_a_placeholder(self):
+        self.start()
+        self.open_popover()
+        self.popover_says('Collecting history… a graph appears after a few minutes.')
+
+    def test_summary_tells_each_day(self):
+        self.remember((1, 40), (3, 90))
+        self.start()
+        self.open_popover()
+        self.assertFalse(self.widget(role='table row'))
+        self.screen.act('Tollbeam', 'Daily summary')
+        rows = wait_for(lambda: [w['name'] for w in self.screen.widgets('Tollbeam') if ': average' in w['name']], 'rows')
+        self.assertEqual(len(rows), 3)
+        self.assertTrue(rows[1].endswith(': average 38%, range 36–40%, no charging'), rows)
+        self.assertTrue(rows[2].endswith(': average 88%, range 86–90%, no charging'), rows)
 
 
 if __name__ == '__main__':

@@ -2,6 +2,7 @@
 file, what is not a preference reaches the desktop, and every question is a window of its own."""
 import datetime
 import os
+import shutil
 import unittest
 
 from laptop import wait_for
@@ -199,6 +200,37 @@ class LaunchAtLogin(SettingsTest):
         self.toggle('Launch at Login')
         wait_for(lambda: self.is_on('Launch at Login'), 'the switch')
         self.assertFalse([t for t in self.window('Tollbeam Settings')['label'] if 'Could not' in t])
+
+
+@unittest.skipUnless(shutil.which('pulseaudio'), 'PulseAudio is not installed, as beside PipeWire it cannot be')
+class Previews(SettingsTest):
+    options = {'panel': 'none', 'notify': 'none', 'sound': True}
+    names = ['Glass', 'Ping', 'Hero', 'Submarine', 'Funk', 'Basso', 'Blow', 'Bottle', 'Frog', 'Morse', 'Pop', 'Purr',
+             'Sosumi', 'Tink']
+
+    def test_each_sound_is_heard_once_when_chosen(self):
+        self.start()
+        self.open_settings()
+        heard = []
+        for name in self.names:
+            self.choose_sound('Low battery', name)
+            self.stored_becomes(lowSound=name)
+            heard.append(name)
+            self.assertEqual(self.sounds_played(), heard)
+
+    def test_default_and_none_are_silent(self):
+        self.start(lowSound='Pop')
+        self.open_settings()
+        for name, value in (('None', 'none'), ('Default', 'default')):
+            self.choose_sound('Low battery', name)
+            self.stored_becomes(lowSound=value)
+        self.assertEqual(self.sounds_played(), [])
+
+    def test_what_was_chosen_already_is_silent(self):
+        self.start(lowSound='Pop')
+        self.open_settings()
+        self.choose_sound('Low battery', 'Pop')
+        self.assertEqual(self.sounds_played(), [])
 
 
 class History(SettingsTest):

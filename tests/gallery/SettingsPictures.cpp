@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStringList>
 
 #include "Pictures.h"
 #include "platform/recorded/RecordedPlatform.h"
@@ -35,14 +36,18 @@ struct Scene {
 using Prepare = std::function<void(RecordedPlatform&)>;
 using Finish = std::function<void(SettingsView&)>;
 
+// The control of that English name, whatever language the view speaks.
 QWidget* named(SettingsView& view, const char* name) {
+  QStringList names;
+  for (const char* context : {"tollbeam::SettingsView", "tollbeam::GeneralSection"}) {
+    names += QCoreApplication::translate(context, name);
+  }
   for (QWidget* widget : view.findChildren<QWidget*>()) {
-    if (widget->focusPolicy() != Qt::NoFocus &&
-        widget->accessibleName() == QString::fromUtf8(name)) {
+    if (widget->focusPolicy() != Qt::NoFocus && names.contains(widget->accessibleName())) {
       return widget;
     }
   }
-  return nullptr;
+  qFatal("no control is named \"%s\"", name);
 }
 
 std::shared_ptr<QWidget> shown(const Prepare& prepare, const Finish& finish) {
@@ -84,15 +89,16 @@ std::shared_ptr<QWidget> alert(const std::function<void(AlertDialogs&)>& ask) {
   return nullptr;
 }
 
+// The view's own words, asked for as the button does.
 Picture resetQuestion() {
   return {"dialog-reset", [] {
-            return alert([](AlertDialogs& dialogs) {
-              dialogs.runAlert(
-                  {.message = "Reset history?",
-                   .informativeText = "This deletes all saved battery samples used for the chart.",
-                   .buttons = {"Reset", "Cancel"},
-                   .destructive = true},
-                  [](auto) {});
+            RecordedPlatform platform(kNow);
+            AppModel model(platform.ports());
+            const Style style(platform.appearance);
+            SettingsView view(model, platform.ports(), style);
+            static_cast<QAbstractButton*>(named(view, "Reset History…"))->click();
+            return alert([&](AlertDialogs& dialogs) {
+              dialogs.runAlert(platform.dialogs.alerts.at(0), [](auto) {});
             });
           }};
 }
