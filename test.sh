@@ -33,7 +33,7 @@ scripts/list_tests.sh $what >build/tests/CTestTestfile.cmake
 export QT_QPA_PLATFORM=offscreen
 status=0
 # Real daemons on a busy machine may be starved once; what fails is printed and gets one more try.
-ctest --test-dir build/tests --parallel 2 --no-tests=error --output-on-failure --no-label-summary \
+ctest --test-dir build/tests --parallel 3 --no-tests=error --output-on-failure --no-label-summary \
   --repeat until-pass:2 \
   --output-junit results.xml || status=$?
 if [ -s build/tests/results.xml ]; then
