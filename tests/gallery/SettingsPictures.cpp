@@ -43,7 +43,9 @@ QWidget* named(SettingsView& view, const char* name) {
     names += QCoreApplication::translate(context, name);
   }
   for (QWidget* widget : view.findChildren<QWidget*>()) {
-    if (widget->focusPolicy() != Qt::NoFocus && names.contains(widget->accessibleName())) {
+    if (widget->focusPolicy() == Qt::NoFocus) continue;
+    const auto* button = qobject_cast<QAbstractButton*>(widget);
+    if (names.contains(widget->accessibleName()) || (button && names.contains(button->text()))) {
       return widget;
     }
   }
