@@ -71,9 +71,7 @@ void AppDelegate::openSettings() {
   if (!settingsWindow_)
     settingsWindow_ =
         std::make_unique<SettingsWindow>(style_, new SettingsView(model_, platform_, style_));
-  settingsWindow_->show();
-  settingsWindow_->raise();
-  settingsWindow_->activateWindow();
+  settingsWindow_->bringToFront();
 }
 
 void AppDelegate::updateStatusItem() {

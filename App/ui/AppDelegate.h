@@ -12,6 +12,7 @@
 #include "platform/StatusBar.h"
 #include "platform/Subscription.h"
 #include "ui/Popover.h"
+#include "ui/SettingsWindow.h"
 #include "ui/look/Style.h"
 
 namespace tollbeam {
@@ -55,7 +56,7 @@ class AppDelegate final : public QObject {
   Style style_;
   std::unique_ptr<StatusItem> statusItem_;
   std::unique_ptr<Popover> popover_;
-  std::unique_ptr<QWidget> settingsWindow_;
+  std::unique_ptr<SettingsWindow> settingsWindow_;
   std::vector<Subscription> bag_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QScreen>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace tollbeam {
 
@@ -24,6 +25,20 @@ SettingsWindow::SettingsWindow(const Style& style, QWidget* view)
   fit();
   const QRect area = screen()->availableGeometry();
   move(area.center() - QRect({}, size()).center());
+}
+
+void SettingsWindow::bringToFront() {
+  // On another workspace or minimised, a window counts as shown but is not mapped, and asking for
+  // the keyboard would wait until it is. Shown anew, it comes to where the user is.
+  if (isVisible() && (isMinimized() || !windowHandle()->isExposed())) {
+    const QPoint place = pos();
+    hide();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    move(place);
+  }
+  show();
+  raise();
+  activateWindow();
 }
 
 void SettingsWindow::fit() {

@@ -15,6 +15,9 @@ class SettingsWindow final : public QWidget {
   /// Takes `view`; `style` must outlive the window. In the middle of the screen.
   SettingsWindow(const Style& style, QWidget* view);
 
+  /// Shows the window before all others, with the keyboard, where it stood last.
+  void bringToFront();
+
  protected:
   void moveEvent(QMoveEvent* event) override;
   void showEvent(QShowEvent* event) override;

@@ -200,6 +200,18 @@ class OnXfce(ProgramTest):
         self.screen.press_widget('Tollbeam', 'Settings')
         wait_for(self.settings_windows, 'the settings window')
 
+    def test_settings_come_to_where_the_user_is(self):
+        self.start()
+        self.screen.press_tray('left')
+        self.screen.press_widget('Tollbeam', 'Settings')
+        first = wait_for(self.settings_windows, 'the settings window')
+        for put_away in (['set_desktop', '1'], ['search', '--name', '^Tollbeam Settings$', 'windowminimize']):
+            self.desk.run('xdotool', *put_away)
+            wait_for(lambda: not self.settings_windows(), 'the settings window to be away')
+            self.screen.press_tray('left')
+            self.screen.press_widget('Tollbeam', 'Settings')
+            self.assertEqual(wait_for(self.settings_windows, 'the settings window'), first)
+
     def test_quit_in_the_popover_saves_and_ends(self):
         self.start()
         self.discharge_to(77)

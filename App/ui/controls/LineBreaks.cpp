@@ -88,7 +88,7 @@ QStringList brokenEvenly(const QString& text, double width, const Measure& measu
   // No word that has room is broken to make the lines more even.
   for (const QString& word : text.split(u' ', Qt::SkipEmptyParts)) {
     const double needed = measure(word);
-    if (needed <= width) tooNarrow = std::max(tooNarrow, needed - 1);
+    if (needed <= width) tooNarrow = std::max(tooNarrow, needed);
   }
   double enough = width;
   while (enough - tooNarrow > 1) {

@@ -45,6 +45,12 @@ void Text::setTabularDigits() {
 
 double Text::widthOf(const QString& line) const { return widthOfLine(line, font(), figures_); }
 
+double Text::widestWord() const {
+  double widest = 0;
+  for (const QString& word : text().split(u' ')) widest = std::max(widest, widthOf(word));
+  return widest;
+}
+
 QStringList Text::linesAt(int width) const {
   return brokenLines(text(), width, breaks_, [this](const QString& line) { return widthOf(line); });
 }

@@ -23,6 +23,9 @@ class Text final : public QLabel {
   /// Digits all as wide as the widest, so that nothing moves while they count.
   void setTabularDigits();
 
+  /// The narrowest width, in pixels, in which no word is broken.
+  [[nodiscard]] double widestWord() const;
+
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
   [[nodiscard]] bool hasHeightForWidth() const override;

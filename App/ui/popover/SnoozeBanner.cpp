@@ -40,10 +40,12 @@ void SnoozeBanner::setText(const QString& text) {
 }
 
 // The link's words end where the padding begins; what reaches beyond them lies in the padding.
-int SnoozeBanner::textWidth(int width) const {
+int SnoozeBanner::besideLink(int width) const {
   return width - 2 * style_.px(kBeside) - style_.px(kGap) - cancel_->sizeHint().width() +
          2 * cancel_->reach();
 }
+
+bool SnoozeBanner::linkIsBelow(int width) const { return besideLink(width) < text_->widestWord(); }
 
 QSize SnoozeBanner::sizeHint() const {
   const int width = text_->sizeHint().width() + style_.px(kGap) + cancel_->sizeHint().width() -
@@ -54,7 +56,12 @@ QSize SnoozeBanner::sizeHint() const {
 QSize SnoozeBanner::minimumSizeHint() const { return {0, cancel_->sizeHint().height()}; }
 
 int SnoozeBanner::heightForWidth(int width) const {
-  return std::max(text_->heightForWidth(textWidth(width)) + 2 * style_.px(kAbove),
+  const int above = style_.px(kAbove);
+  if (linkIsBelow(width)) {
+    return above + text_->heightForWidth(width - 2 * style_.px(kBeside)) +
+           cancel_->sizeHint().height();
+  }
+  return std::max(text_->heightForWidth(besideLink(width)) + 2 * above,
                   cancel_->sizeHint().height());
 }
 
@@ -65,13 +72,21 @@ void SnoozeBanner::resizeEvent(QResizeEvent* event) {
 
 void SnoozeBanner::placeParts() {
   const int beside = style_.px(kBeside);
-  const int wide = textWidth(width());
-  const int high = text_->heightForWidth(wide);
-  const QRect text(beside, (height() - high) / 2, wide, high);
   const QSize link = cancel_->sizeHint();
-  const QRect cancel(
-      QPoint(width() - beside + cancel_->reach() - link.width(), (height() - link.height()) / 2),
-      link);
+  QRect text;
+  QRect cancel;
+  if (linkIsBelow(width())) {
+    const int wide = width() - 2 * beside;
+    text = QRect(beside, style_.px(kAbove), wide, text_->heightForWidth(wide));
+    cancel = QRect(QPoint(beside - cancel_->reach(), text.bottom() + 1), link);
+  } else {
+    const int wide = besideLink(width());
+    const int high = text_->heightForWidth(wide);
+    text = QRect(beside, (height() - high) / 2, wide, high);
+    cancel = QRect(
+        QPoint(width() - beside + cancel_->reach() - link.width(), (height() - link.height()) / 2),
+        link);
+  }
   text_->setGeometry(QStyle::visualRect(layoutDirection(), rect(), text));
   cancel_->setGeometry(QStyle::visualRect(layoutDirection(), rect(), cancel));
 }

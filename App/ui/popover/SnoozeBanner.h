@@ -32,7 +32,9 @@ class SnoozeBanner final : public QWidget {
 
  private:
   void placeParts();
-  [[nodiscard]] int textWidth(int width) const;
+  [[nodiscard]] int besideLink(int width) const;
+  /// Where the language's words are too long to stand beside the link.
+  [[nodiscard]] bool linkIsBelow(int width) const;
 
   const Style& style_;
   Text* text_;

@@ -49,6 +49,13 @@ TEST(LineBreaks, MakeMoreLinesAboutAsLong) {
             (Lines{"aa bb cc", "dd ee ff", "gg hh ii"}));
 }
 
+TEST(LineBreaks, BreakNoWordThatHasRoomToMakeLinesAsLong) {
+  for (double width = 12; width < 14; width += 0.1) {
+    const auto broken = lines("Erinnerungen pausiert bis 15:05", width, Breaks::balanced);
+    EXPECT_EQ(broken.at(0), "Erinnerungen") << width;
+  }
+}
+
 TEST(LineBreaks, BreakAPathAfterItsSlashes) {
   EXPECT_EQ(lines("saved to /home/someone/Documents/history.csv", 20, Breaks::balanced),
             (Lines{"saved to", "/home/someone/", "Documents/", "history.csv"}));
