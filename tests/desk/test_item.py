@@ -101,6 +101,13 @@ class OnLxqt(ProgramTest):
         OnXfce.test_escape_closes_the_popover(self)
 
 
+    def test_menu_of_the_panel_opens_the_settings(self):
+        self.start()
+        self.screen.tray_item()
+        self.screen.choose_menu('Settings')
+        wait_for(lambda: self.screen.windows('"Tollbeam Settings"'), 'the settings window')
+
+
 class OnXfce(ProgramTest):
     """The item is a window of the program's own there, as wide as its text needs."""
     options = {'panel': 'xfce', 'notify': 'none'}
@@ -200,6 +207,34 @@ class OnXfce(ProgramTest):
         self.screen.press_widget('Tollbeam', 'Settings')
         wait_for(self.settings_windows, 'the settings window')
 
+    def choose_from_menu(self, label):
+        """By keyboard: the toolkit tells nobody what its menus hold."""
+        before = len(self.screen.windows('"Tollbeam": '))
+        self.screen.press_tray('right')
+        wait_for(lambda: len(self.screen.windows('"Tollbeam": ')) > before, 'the menu')
+        self.screen.keys(*(['Down'] * (1 + ['Open Tollbeam', 'Settings', 'Quit'].index(label))), 'Return')
+
+    def test_menu_opens_the_popover(self):
+        self.start()
+        self.choose_from_menu('Open Tollbeam')
+        self.popover_says('On battery')
+
+    def test_menu_opens_the_settings(self):
+        self.start()
+        self.choose_from_menu('Settings')
+        wait_for(self.settings_windows, 'the settings window')
+
+    def test_menu_quits_and_saves(self):
+        self.start()
+        self.discharge_to(77)
+        self.choose_from_menu('Quit')
+        self.ends_with(77)
+
+    def ends_with(self, percent):
+        wait_for(lambda: self.desk.app_pid() is None, 'the end of the program')
+        self.started = False
+        self.assertEqual(self.history()[-1]['p'], percent)
+
     def test_settings_come_to_where_the_user_is(self):
         self.start()
         self.screen.press_tray('left')
@@ -217,9 +252,7 @@ class OnXfce(ProgramTest):
         self.discharge_to(77)
         self.screen.press_tray('left')
         self.screen.press_widget('Tollbeam', 'Quit')
-        wait_for(lambda: self.desk.app_pid() is None, 'the end of the program')
-        self.started = False
-        self.assertEqual(self.history()[-1]['p'], 77)
+        self.ends_with(77)
         wait_for(lambda: not self.screen.tray(), 'the item to go')
 
     def test_item_goes_with_the_program(self):
