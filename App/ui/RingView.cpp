@@ -1,5 +1,6 @@
 #include "ui/RingView.h"
 
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QPainter>
 #include <algorithm>
@@ -18,11 +19,18 @@ constexpr double kPen = 11;
 constexpr double kBaseline = 62;
 // Of the 78 between the pen's inner edges where the digits stand.
 constexpr double kRoomForText = 74;
-// Rounds the digits' corners and brings them to the weight of a semibold.
+// Rounds the digits' corners and brings them to the weight of a semibold, also where the family has
+// no medium one.
 constexpr double kStroke = 0.9;
 constexpr double kStrokeOfRegular = 1.5;
 
 constexpr int kMilliseconds = 250;
+
+// QFontInfo's weight is the one that was asked for; the style is the one that was found.
+bool hasMedium(const QFont& font) {
+  const QFontInfo found(font);
+  return QFontDatabase::weight(found.family(), found.styleName()) >= QFont::Medium;
+}
 
 }  // namespace
 
@@ -74,8 +82,7 @@ void RingView::paintEvent(QPaintEvent* /*event*/) {
 void RingView::paintPercent(QPainter& painter) const {
   const QFont font = style_.ringFont();
   const QString text = QStringLiteral("%1%").arg(value());
-  const bool light = QFontInfo(font).weight() < QFont::Medium;
-  const double stroke = (light ? kStrokeOfRegular : kStroke) * style_.scale();
+  const double stroke = (hasMedium(font) ? kStroke : kStrokeOfRegular) * style_.scale();
   // Two digits count up and down in their cells. Three are always the same and stand as they are.
   const bool isFull = value() >= 100;
   QPainterPath outline;
