@@ -29,11 +29,21 @@ class Screen:
         """Windows on screen whose title or class matches: [('"title": ("name" "Class")', [x, y, width, height])]."""
         found = []
         line_of = re.compile(r'^\s+(0x\w+) (.*?)\s+(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)$')
-        for line in self._desk.run('xwininfo', '-root', '-tree').splitlines():
+        for line in self._tree().splitlines():
             match = line_of.match(line)
             if match and not match[2].endswith('()') and re.search(pattern, match[2]) and self._viewable(match[1]):
                 found.append((match[2], [int(match[5]), int(match[6]), int(match[3]), int(match[4])]))
         return found
+
+    def _tree(self):
+        """A window that goes while the tree is walked ends the walk; then it is walked again."""
+        for _ in range(20):
+            try:
+                return self._desk.run('xwininfo', '-root', '-tree')
+            except DeskError as error:
+                if 'Bad' not in str(error):
+                    raise
+        return self._desk.run('xwininfo', '-root', '-tree')
 
     def _viewable(self, window):
         return 'IsViewable' in self._desk.run('xwininfo', '-id', window, check=False)
