@@ -25,8 +25,9 @@ TXT
 }
 
 # swap NEW PLACE: the finished folder takes the place of the old one, which a running program may
-# still use; at no time is there half a bundle.
+# still use; at no time is there half a bundle. What was there stays when there is no new one.
 swap() {
+  [ -d "$1" ] || { echo "$1 was not made" >&2; return 1; }
   rm -rf "$2.old"
   if [ -e "$2" ]; then mv "$2" "$2.old"; fi
   mv "$1" "$2"
@@ -36,7 +37,7 @@ swap() {
 build() {
   install_packages $packages_build
   cd "$top"
-  cmake --preset release ${CMAKE_ARGS:-} >/dev/null
+  cmake --preset release >/dev/null
   cmake --build --preset release --target tollbeam tollbeam_translations
   new=$(mktemp -d "$top/build/bundle.XXXXXX")
   trap 'rm -rf "$new"' EXIT
@@ -52,7 +53,7 @@ write_entry() {
   local program=$installed/bin/tollbeam text
   text=$(<"$top/packaging/$id.desktop.in")
   text=${text//@EXEC@/"$(exec_quoted "$program")"}
-  text=${text//@TRYEXEC@/"$program"}
+  text=${text//@TRYEXEC@/"${program//\\/\\\\}"}
   mkdir -p "$(dirname "$entry")"
   printf '%s\n' "$text" >"$entry.new"
   mv "$entry.new" "$entry"
@@ -83,9 +84,13 @@ uninstall_app() {
   echo "Your settings and the history stay (in $config and $data/Tollbeam)."
 }
 
-case ${1:-} in
+# In a list (build && install_app) bash would go on after an error within build.
+case "$*" in
 '') build ;;
---install) build && install_app ;;
+--install)
+  build
+  install_app
+  ;;
 --uninstall) uninstall_app ;;
 -h | --help) usage ;;
 *) usage >&2; exit 2 ;;

@@ -1,11 +1,2 @@
-# The sounds are judged by Python, which made them; there is nothing to compile or to sanitize.
-if(NOT TOLLBEAM_SANITIZE)
-  set(sounds_test ${CMAKE_CURRENT_LIST_DIR}/sounds_test.py)
-  file(STRINGS ${sounds_test} sounds_tests REGEX "def test_")
-  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${sounds_test})
-  foreach(test ${sounds_tests})
-    string(REGEX REPLACE ".*def (test_[a-z_0-9]+).*" "\\1" test ${test})
-    add_test(NAME Sounds.${test} COMMAND /usr/bin/python3 ${sounds_test} ${test})
-    set_tests_properties(Sounds.${test} PROPERTIES LABELS unit TIMEOUT 60)
-  endforeach()
-endif()
+# The sounds are judged by Python, which made them.
+tollbeam_python_tests(${CMAKE_CURRENT_LIST_DIR}/sounds_test.py)

@@ -1,8 +1,5 @@
 #!/usr/bin/python3
-"""The alert sounds as they are shipped: all there, decodable, alike in loudness and in nothing else.
-
-`sounds_test.py NAME` runs one test; without a name all of them run.
-"""
+"""The alert sounds as they are shipped: all there, decodable, alike in loudness and in nothing else."""
 import glob
 import math
 import os
@@ -135,6 +132,4 @@ class Measures(unittest.TestCase):
 
 
 if __name__ == '__main__':
-    if len(sys.argv) > 1:
-        sys.argv[1:] = ['Sounds.' + n if hasattr(Sounds, n) else 'Measures.' + n for n in sys.argv[1:]]
     unittest.main()

@@ -1,0 +1,18 @@
+# tollbeam_python_tests(FILE): every test of a unittest file becomes a test of its own, named
+# Class.test_name. There is nothing in them to compile or to sanitize.
+function(tollbeam_python_tests file)
+  if(TOLLBEAM_SANITIZE)
+    return()
+  endif()
+  file(STRINGS ${file} lines REGEX "^class |^    def test_")
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+  foreach(line ${lines})
+    if(line MATCHES "^class ([A-Za-z]+)")
+      set(class ${CMAKE_MATCH_1})
+    elseif(line MATCHES "def (test_[a-z_0-9]+)")
+      set(test ${class}.${CMAKE_MATCH_1})
+      add_test(NAME ${test} COMMAND /usr/bin/python3 -B ${file} ${test})
+      set_tests_properties(${test} PROPERTIES LABELS unit TIMEOUT 60)
+    endif()
+  endforeach()
+endfunction()
