@@ -279,6 +279,20 @@ class SideBySide(DeskTest):
         self.assertEqual(self.desk.processes.names(), [])
         wait_for(lambda: not left(), 'all processes of the desk to end')
 
+    def test_a_number_that_came_round_again_is_nobody_of_ours(self):
+        stranger = subprocess.Popen(['sleep', '600'])
+        self.addCleanup(stranger.wait)
+        self.addCleanup(stranger.kill)
+        file = self.desk.path('pids', 'panel')
+        for left_behind in ('%d 1' % stranger.pid, '%d' % stranger.pid):
+            with self.subTest(left_behind):
+                with open(file, 'w') as f:
+                    f.write(left_behind)
+                self.assertIsNone(self.desk.processes.pid('panel'))
+                self.desk.processes.stop('panel')
+                self.assertIsNone(stranger.poll())
+                self.assertFalse(os.path.exists(file))
+
 
 def environments():
     return ['/proc/%s/environ' % p for p in os.listdir('/proc') if p.isdigit()]

@@ -1,7 +1,8 @@
 """The processes of one desk, each known by a name and a pid file.
 
 The files, not this object, are what is true: a second program (the command line) can end what a
-first one started. Only processes that have a pid file in the desk's folder are ever ended.
+first one started. Only processes that have a pid file in the desk's folder are ever ended. Numbers
+come round again, after a restart of the machine from the first: a file names the start, too.
 """
 import os
 import signal
@@ -26,7 +27,7 @@ class Processes:
             process = subprocess.Popen(command, env=env, stdin=subprocess.DEVNULL, stdout=log,
                                        stderr=log, start_new_session=True, **options)
         with open(os.path.join(self.pids, name), 'w') as f:
-            f.write(str(process.pid))
+            f.write('%d %s' % (process.pid, started(process.pid)))
         process.returncode = 0  # the pid file is what counts; silences the warning about a running child
         return process.pid
 
@@ -37,10 +38,11 @@ class Processes:
         """None when no such process runs."""
         try:
             with open(os.path.join(self.pids, name)) as f:
-                pid = int(f.read())
+                number, start = f.read().split()
+                pid = int(number)
         except (OSError, ValueError):
             return None
-        return None if gone(pid) else pid
+        return None if gone(pid) or started(pid) != start else pid
 
     def names(self):
         return sorted(os.listdir(self.pids)) if os.path.isdir(self.pids) else []
@@ -68,8 +70,20 @@ def gone(pid):
         os.waitpid(pid, os.WNOHANG)
     except ChildProcessError:
         pass
+    fields = stat_fields(pid)
+    return not fields or fields[0] in 'ZX'
+
+
+def started(pid):
+    """When the process started, in the kernel's own count; None when there is none."""
+    fields = stat_fields(pid)
+    return fields[19] if fields else None
+
+
+def stat_fields(pid):
+    """What /proc says of the process after its name, which may hold anything; empty when there is none."""
     try:
         with open('/proc/%d/stat' % pid) as f:
-            return f.read().rsplit(')', 1)[1].split()[0] in 'ZX'
+            return f.read().rsplit(')', 1)[1].split()
     except (OSError, IndexError):
-        return True
+        return []
