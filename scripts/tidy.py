@@ -8,7 +8,6 @@ import concurrent.futures
 import hashlib
 import json
 import os
-import re
 import shlex
 import subprocess
 import sys
@@ -24,14 +23,19 @@ def sources():
     with open(os.path.join(BUILD, 'compile_commands.json')) as f:
         for entry in json.load(f):
             if entry['file'].startswith(TOP + '/App/'):
-                entry['command'] = re.sub(r' -Winvalid-pch -include \S+', '', entry['command'])
-                yield entry
+                words = shlex.split(entry.pop('command'))
+                # A path may hold spaces, so the words are told apart before any is left out.
+                if '-Winvalid-pch' in words:
+                    at = words.index('-Winvalid-pch')
+                    assert words[at + 1] == '-include', words
+                    del words[at:at + 3]
+                yield dict(entry, arguments=words)
 
 
 def fingerprint(entry, rules):
     """None when the file cannot even be preprocessed: clang-tidy then says why."""
-    command = shlex.split(entry['command'])
-    command = command[:command.index('-o')] + ['-E', entry['file']]
+    words = entry['arguments']
+    command = words[:words.index('-o')] + ['-E', entry['file']]
     seen = subprocess.run(command, cwd=entry['directory'], capture_output=True)
     return hashlib.sha256(rules + seen.stdout).hexdigest() if seen.returncode == 0 else None
 
