@@ -1,5 +1,6 @@
 #!/bin/bash
-# Fails when a C++ file is not as clang-format would have it.
+# Fails when a C++ file is not as clang-format would have it. Looks for the files itself: an unpacked
+# archive knows no git, and git does not speak of a tree that belongs to somebody else.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
-git ls-files -z -- '*.cpp' '*.h' | xargs -0 -r clang-format --dry-run -Werror
+find App cmake tests \( -name '*.cpp' -o -name '*.h' \) -print0 | xargs -0 clang-format --dry-run -Werror
