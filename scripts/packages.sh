@@ -2,10 +2,10 @@
 # installs what is missing. Asking costs a blink when nothing is.
 
 packages_build="g++ cmake ninja-build pkg-config qt6-base-dev
-  qt6-svg-dev qt6-l10n-tools libgl-dev libsimdjson-dev libudev-dev libcanberra-dev libxcb1-dev
+  qt6-svg-dev qt6-l10n-tools libsimdjson-dev libudev-dev libcanberra-dev libxcb1-dev
   libxcb-render0-dev libxcb-shape0-dev libxcb-xinput-dev"
 
-packages_run="libqt6svg6 qt6-qpa-plugins libcanberra0 sound-theme-freedesktop"
+packages_run="libqt6svg6 libcanberra0 sound-theme-freedesktop"
 
 # The simulated laptop: real services, a screen, panels, notification servers, and a clock to turn.
 packages_desk="upower umockdev gir1.2-umockdev-1.0 power-profiles-daemon python3-dbusmock
@@ -14,14 +14,16 @@ packages_desk="upower umockdev gir1.2-umockdev-1.0 power-profiles-daemon python3
   imagemagick xfwm4 openbox xfconf xfce4-panel xfce4-settings xfce4-notifyd lxqt-panel dunst
   fonts-dejavu-core adwaita-icon-theme librsvg2-common libfaketime"
 
-packages_test="git libgtest-dev tzdata clang-format clang-tidy appstream desktop-file-utils dbus libglib2.0-bin xvfb
-  xdg-desktop-portal"
+packages_test="python3 libgtest-dev tzdata clang-format clang-tidy appstream desktop-file-utils
+  dbus xvfb xdg-desktop-portal"
 
 # missing_packages LIST...: those of the packages that are not installed, one a line.
 missing_packages() {
-  local package
+  local package states
   for package in $*; do
-    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || echo "$package"
+    # One line for each architecture of which it is known.
+    states=$(dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null) || true
+    grep -qx installed <<<"$states" || echo "$package"
   done
 }
 
