@@ -5,24 +5,26 @@ set -euo pipefail
 top=$(cd "$(dirname "$(readlink -f "$0")")" && pwd)
 cd "$top"
 . scripts/packages.sh
-case ${1:-} in
-'' | --keep | --desk) ;;
-*) echo "./run.sh [--desk] [--keep]   (--desk: on the simulated laptop in any case)" >&2; exit 2 ;;
-esac
+. scripts/machine.sh
+for word in "$@"; do
+  case $word in
+  --keep | --desk) ;;
+  *) echo "./run.sh [--desk] [--keep]   (--desk: on the simulated laptop in any case)" >&2; exit 2 ;;
+  esac
+done
 
-has_battery() { grep -qsx Battery /sys/class/power_supply/*/type; }
-has_desktop() { [ -n "${WAYLAND_DISPLAY:-}${DISPLAY:-}" ]; }
+# can_run_here: says what is missing when it cannot.
+can_run_here() {
+  if [[ " $* " = *" --desk "* ]]; then return 1; fi
+  has_battery || { echo "There is no battery here."; return 1; }
+  has_screen || { echo "There is no desktop here."; return 1; }
+  has_session_bus || { echo "There is no session bus here, over which reminders go."; return 1; }
+}
 
 install_packages $packages_build $packages_run
-if [[ " $* " != *" --desk "* ]] && has_battery && has_desktop; then
-  ./make_app.sh
-  setsid -f Tollbeam.app/bin/tollbeam </dev/null >/dev/null 2>&1
-  echo "Tollbeam runs: look for it in the panel. ./make_app.sh --install adds it to your programs."
-  exit
-fi
-
-has_battery && echo "There is no desktop here." || echo "There is no battery here."
-echo "Tollbeam is started on a simulated laptop instead."
-install_packages $packages_desk
 ./make_app.sh
+if can_run_here "$@" && scripts/start.sh Tollbeam.app build/tollbeam.log; then exit; fi
+
+echo "Tollbeam is started on a simulated laptop."
+install_packages $packages_desk
 exec tests/desk/short_day.py Tollbeam.app build/desk-day "$@"

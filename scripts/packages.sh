@@ -5,7 +5,7 @@ packages_build="g++ cmake ninja-build pkg-config qt6-base-dev
   qt6-svg-dev qt6-l10n-tools libsimdjson-dev libudev-dev libcanberra-dev libxcb1-dev
   libxcb-render0-dev libxcb-shape0-dev libxcb-xinput-dev"
 
-packages_run="libqt6svg6 libcanberra0 sound-theme-freedesktop"
+packages_run="libqt6svg6 dbus libcanberra0 sound-theme-freedesktop"
 
 # The simulated laptop: real services, a screen, panels, notification servers, and a clock to turn.
 packages_desk="upower umockdev gir1.2-umockdev-1.0 power-profiles-daemon python3-dbusmock
