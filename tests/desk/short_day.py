@@ -8,10 +8,13 @@ FOLDER. Fails when the program does not do its part.
 import json
 import os
 import shutil
+import signal
 import sys
 import time
 
 sys.path.insert(0, os.path.dirname(os.path.realpath(__file__)))
+from gi.repository import GLib
+
 from laptop import Desk, DeskError, wait_for
 
 
@@ -104,24 +107,33 @@ class Day:
 
 
 def main(bundle, folder, *options):
+    # A runner that ends us means the laptop, too.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    keep = '--keep' in options
     desk = Desk()
     shutil.rmtree(folder, ignore_errors=True)
     os.makedirs(folder)
-    desk.up()
     failed = None
     try:
-        Day(desk, folder).play(os.path.abspath(bundle))
-    except (AssertionError, DeskError) as error:
-        failed = error
-    shutil.copy(desk.path('notes.jsonl'), os.path.join(folder, 'notifications.jsonl'))
-    shutil.copytree(desk.path('log'), os.path.join(folder, 'log'))
-    if '--keep' in options:
+        desk.up()
+        try:
+            Day(desk, folder).play(os.path.abspath(bundle))
+        except (AssertionError, DeskError, GLib.Error) as error:
+            failed = error
+        shutil.copy(desk.path('notes.jsonl'), os.path.join(folder, 'notifications.jsonl'))
+        shutil.copytree(desk.path('log'), os.path.join(folder, 'log'))
+    finally:
+        # The laptop's processes have sessions of their own: no Ctrl-C reaches them.
+        if not keep:
+            desk.down()
+    if keep:
         print('The simulated laptop stays up: tests/desk/desk help says what it can do; tests/desk/desk down ends it.')
-    else:
-        desk.down()
     if failed:
         sys.exit('The day went wrong: %s\nThe logs are in %s/log.' % (failed, folder))
     print('The pictures and the notifications of the day are in %s' % folder)
 
 
-main(*sys.argv[1:])
+try:
+    main(*sys.argv[1:])
+except KeyboardInterrupt:
+    sys.exit(130)
