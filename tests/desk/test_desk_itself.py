@@ -133,6 +133,43 @@ sys.stdin.read()'''], env=self.desk.env, stdin=subprocess.PIPE)
         wait_for(lambda: self.desk.inhibitors('UPower'), "upowerd's lock again")
 
 
+class CommandLine(DeskTest):
+    options = {'panel': 'xfce', 'notify': 'none'}
+
+    def command(self, *words):
+        return subprocess.run([os.path.join(HERE, 'desk'), *words], env=dict(os.environ, DESK_RUN=self.desk.folder),
+                              stdin=subprocess.DEVNULL, capture_output=True, text=True)
+
+    def test_steers_the_laptop_of_its_folder(self):
+        self.assertEqual(self.command('battery', 'percent', '33').returncode, 0)
+        self.upower_becomes('Percentage', 33.0)
+        self.assertEqual(self.command('profile', 'power-saver').returncode, 0)
+        self.assertEqual(self.command('profile').stdout, 'power-saver\n')
+        self.assertEqual(self.command('app', PROBE).returncode, 0)
+        self.said('registered')
+        self.assertEqual(self.command('kill', 'app').returncode, 0)
+        self.assertIsNone(self.desk.app_pid())
+        self.assertEqual(self.command('run', 'printenv', 'HOME').stdout, self.desk.path('home') + '\n')
+
+    def test_wrong_words_are_told_in_one_line(self):
+        for words in ('battery percent', 'battery percent x', 'battery percent 1 2', 'battery', 'app', 'run',
+                      'run no-such-program', 'tray left x', 'menu Quit', 'menu Quit x',
+                      'profile nonsense', 'profile balanced x', 'sleep x', 'sleep 0 x', 'clock +x', 'clock tomorrow',
+                      'kill nonsense', 'start nonsense', 'hardware nonsense', 'keys', 'a11y click'):
+            with self.subTest(words):
+                result = self.command(*words.split())
+                self.assertEqual((result.returncode, result.stdout), (1, ''), result.stderr)
+                self.assertRegex(result.stderr, r'\Adesk: .+\n\Z')
+        # None of them has left it asleep.
+        self.assertFalse(self.desk.system.get('org.freedesktop.login1', '/org/freedesktop/login1',
+                                              'org.freedesktop.login1.Manager', 'PreparingForSleep'))
+
+    def test_unknown_commands_show_what_there_is(self):
+        result = self.command('nonsense')
+        self.assertEqual(result.returncode, 2)
+        self.assertIn('desk battery percent N', result.stdout)
+
+
 class Clock(DeskTest):
     options = {'panel': 'none', 'notify': 'none'}
     TICKER = ('import time, select\nprint("start", int(time.time()), flush=True)\n'

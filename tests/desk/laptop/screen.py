@@ -178,7 +178,10 @@ class Screen:
     def menu_labels(self, number=0):
         """What the item's menu offers now: the enabled entries, as the panel is told them."""
         bus = self._desk.session
-        item = self._registered_items()[number]
+        items = self._registered_items()
+        if number >= len(items):
+            raise DeskError('there are %d status items' % len(items))
+        item = items[number]
         name, path = item.split('/', 1) if '/' in item else (item, 'StatusNotifierItem')
         menu = bus.get(name, '/' + path, 'org.kde.StatusNotifierItem', 'Menu')
         _revision, (_id, _properties, entries) = bus.call(name, menu, 'com.canonical.dbusmenu', 'GetLayout', '(iias)',
