@@ -39,7 +39,6 @@ class Replay {
       : platform_(steps.front().at), steps_(steps) {}
 
   std::string run() {
-    platform_.fileManager.failure = std::nullopt;
     take(steps_.front());
     AppModel model(platform_.ports());
     observe(model);
