@@ -137,3 +137,5 @@ try:
     main(*sys.argv[1:])
 except KeyboardInterrupt:
     sys.exit(130)
+except DeskError as error:
+    sys.exit('The simulated laptop did not come up: %s' % error)
