@@ -445,6 +445,18 @@ TEST_F(SettingsViewTest, ASoundStoredByOthersIsShownAndNotPlayed) {
   EXPECT_TRUE(platform.systemSounds.played.empty());
 }
 
+TEST_F(SettingsViewTest, ASoundsNameOfAnyLengthPushesNothingOut) {
+  make("lowSound", std::string(200, 'x'));
+  view->show();
+  const auto* scroll = view->findChild<QScrollArea*>();
+  EXPECT_EQ(scroll->widget()->width(), scroll->viewport()->width());
+  for (auto* each : view->findChildren<QAbstractButton*>()) {
+    const QRect place(each->mapTo(&*view, QPoint()), each->size());
+    EXPECT_GE(place.left(), 0) << each->accessibleName().toStdString();
+    EXPECT_LT(place.right(), 480) << each->accessibleName().toStdString();
+  }
+}
+
 TEST_F(SettingsViewTest, LaunchAtLoginIsWhatTheDesktopSays) {
   platform.loginItem.current = LoginItem::Status::enabled;
   make();

@@ -1,9 +1,12 @@
 #include "ui/controls/DropDown.h"
 
 #include <QAccessibleWidget>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QTextDocument>
+#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -11,6 +14,7 @@
 #include "ui/controls/DropDownList.h"
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/LineBreaks.h"
 #include "ui/controls/TextLine.h"
 
 namespace tollbeam {
@@ -18,6 +22,9 @@ namespace tollbeam {
 namespace {
 
 constexpr int kWidth = 128;
+// Choices are always shown whole. Only what is none of them may be longer than there is room.
+constexpr int kMostForUnknown = 200;
+constexpr int kToolTipWidth = 300;
 constexpr int kHeight = 26;
 constexpr double kRadius = 7;
 constexpr int kLeading = 10;
@@ -149,15 +156,24 @@ void DropDown::choose(int index) {
   if (value != value_) Q_EMIT chosen(value);
 }
 
+int DropDown::widthFor(const QString& text) const {
+  return static_cast<int>(std::ceil(widthOfLine(text, font(), Figures::proportional))) +
+         besideText();
+}
+
+int DropDown::besideText() const { return style_.px(kLeading + kGap + kChevronWidth + kTrailing); }
+
 QSize DropDown::sizeHint() const {
-  const QFontMetricsF metrics(font());
-  double widest = metrics.horizontalAdvance(shownText());
-  for (const Choice& choice : choices_) {
-    widest = std::max(widest, metrics.horizontalAdvance(choice.text));
-  }
-  const int needed =
-      static_cast<int>(std::ceil(widest)) + style_.px(kLeading + kGap + kChevronWidth + kTrailing);
-  return {std::max(style_.px(kWidth), needed), style_.px(kHeight)};
+  int width =
+      std::max(style_.px(kWidth), std::min(widthFor(shownText()), style_.px(kMostForUnknown)));
+  for (const Choice& choice : choices_) width = std::max(width, widthFor(choice.text));
+  return {width, style_.px(kHeight)};
+}
+
+QString DropDown::visibleText() const {
+  QString text = shownText();
+  if (widthFor(text) <= width()) return text;
+  return QFontMetricsF(font()).elidedText(text, Qt::ElideRight, width() - besideText());
 }
 
 QAccessibleInterface* DropDown::describe() { return new SpokenDropDown(this); }
@@ -169,7 +185,7 @@ void DropDown::paintEvent(QPaintEvent* /*event*/) {
   paintFill(painter, rect(), style_.px(kRadius), style_.colours(),
             {isEnabled(), underMouse(), isDown() || list_});
   painter.setPen(style_.colours().primary);
-  paintAtLead(painter, rect(), style_.px(kLeading), shownText(), font(), layoutDirection());
+  paintAtLead(painter, rect(), style_.px(kLeading), visibleText(), font(), layoutDirection());
 
   const QRect chevron(width() - style_.px(kTrailing + kChevronWidth),
                       (height() - style_.px(kChevronHeight)) / 2, style_.px(kChevronWidth),
@@ -180,6 +196,22 @@ void DropDown::paintEvent(QPaintEvent* /*event*/) {
   painter.setPen(QPen(style_.colours().secondary, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   const QPointF down[] = {{2, 4.5}, {5, 7.5}, {8, 4.5}};
   painter.drawPolyline(down, 3);
+}
+
+// The whole of a text that is cut off, as the plain text that it is.
+bool DropDown::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || visibleText() == shownText()) {
+    return QAbstractButton::event(event);
+  }
+  const QFont font = QToolTip::font();
+  const auto measure = [&font](const QString& line) {
+    return widthOfLine(line, font, Figures::proportional);
+  };
+  const QStringList lines =
+      brokenLines(shownText(), style_.px(kToolTipWidth), Breaks::balanced, measure);
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                     Qt::convertFromPlainText(lines.join(u'\n')), this);
+  return true;
 }
 
 void DropDown::keyPressEvent(QKeyEvent* event) {

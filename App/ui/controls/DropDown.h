@@ -1,6 +1,7 @@
 // A button that shows one of a few choices and opens the list of all. `chosen` comes when the user
 // picks another choice, never for the same one again and never for what the program shows with
-// `setValue`. A value that is no choice is shown as it is, and none is ticked in the list.
+// `setValue`. A value that is no choice is shown as it is, and none is ticked in the list; where it
+// is too long to be shown whole, a tool tip does.
 #pragma once
 
 #include <QAbstractButton>
@@ -30,7 +31,7 @@ class DropDown final : public QAbstractButton, public SelfDescribing {
 
   void setValue(const QString& value);
   [[nodiscard]] const QString& value() const { return value_; }
-  /// What the button says.
+  /// What the button says, whole.
   [[nodiscard]] QString shownText() const;
 
   void open();
@@ -45,6 +46,7 @@ class DropDown final : public QAbstractButton, public SelfDescribing {
   void chosen(const QString& value);
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void hideEvent(QHideEvent* event) override;
@@ -55,6 +57,9 @@ class DropDown final : public QAbstractButton, public SelfDescribing {
   void dismiss();
   void choose(int index);
   [[nodiscard]] int indexOf(const QString& value) const;
+  [[nodiscard]] QString visibleText() const;
+  [[nodiscard]] int widthFor(const QString& text) const;
+  [[nodiscard]] int besideText() const;
 
   const Style& style_;
   const QList<Choice> choices_;

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QHelpEvent>
 #include <QPushButton>
 #include <QStyleHints>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 #include "platform/recorded/RecordedPlatform.h"
 #include "support/Widgets.h"
@@ -52,6 +55,19 @@ class DropDownTest : public testing::Test {
     return row ? row->text() : QString();
   }
 
+  // What appears when the pointer rests on the button.
+  QString toolTip() {
+    QToolTip::hideText();
+    const QPoint at = button.rect().center();
+    QHelpEvent rest(QEvent::ToolTip, at, button.mapToGlobal(at));
+    QCoreApplication::sendEvent(&button, &rest);
+    return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+  }
+  QImage picture() {
+    button.resize(button.sizeHint());
+    return button.grab().toImage();
+  }
+
   RecordedAppearance appearance;
   Style style{appearance};
   QWidget window;
@@ -65,6 +81,28 @@ TEST_F(DropDownTest, SaysWhatIsChosenAndAnUnknownValueAsItIs) {
   button.setValue(QStringLiteral("Doorbell"));
   EXPECT_EQ(button.shownText(), QStringLiteral("Doorbell"));
   for (const DropDownRow* row : open()->rows()) EXPECT_FALSE(row->isTicked());
+}
+
+TEST_F(DropDownTest, AValueOfAnyLengthLeavesRoomForOthersAndIsToldWhole) {
+  const QString rest(200, u'x');
+  const QString name = QStringLiteral("<b>Bell</b> ") + rest;
+  button.setValue(name);
+  EXPECT_EQ(button.sizeHint().width(), style.px(200));
+  EXPECT_EQ(test::spoken(&button)->text(QAccessible::Value), name);
+  EXPECT_EQ(test::spoken(&button)->textInterface()->characterCount(), name.size());
+  const QImage whole = picture();
+  button.setValue(QStringLiteral("<b>Bell</b> ") + rest + rest);
+  EXPECT_EQ(picture(), whole) << "cut off where the room ends";
+  button.setValue(name);
+  EXPECT_EQ(toolTip().remove(u'\n').remove(u' '), QString(name).remove(u' '));
+  EXPECT_GT(toolTip().count(u'\n'), 0) << "no tool tip wider than a screen";
+}
+
+TEST_F(DropDownTest, ChoicesAreShownWhole) {
+  EXPECT_EQ(toolTip(), QString());
+  const QString longest(60, u'W');
+  DropDown wide(style, {{.text = longest, .value = QStringLiteral("w")}});
+  EXPECT_GT(wide.sizeHint().width(), QFontMetrics(wide.font()).horizontalAdvance(longest));
 }
 
 TEST_F(DropDownTest, OpensOnTheTickedRow) {
