@@ -451,6 +451,7 @@ TEST_F(AppModelTest, AFailedExportIsShownAndLosesNothing) {
   platform.fileManager.failure = "No space left on device";
   platform.dialogs.savePanelAnswers[0]("/full/h.csv");
   ASSERT_EQ(platform.dialogs.errors.size(), 1U);
+  EXPECT_EQ(platform.dialogs.errors[0].first, "The history could not be saved to “/full/h.csv”.");
   EXPECT_EQ(platform.dialogs.errors[0].second, "No space left on device");
   EXPECT_EQ(samples(), 1U);
 }

@@ -11,7 +11,8 @@ namespace {
 
 constexpr const char* kContext = "tollbeam::texts";
 
-// Every text that a rule can say, with %1, %2 … for its numbers, in their order.
+// Every text that a rule can say, with %1, %2 … for what it quotes and for its numbers, in their
+// order.
 constexpr const char* kTexts[] = {
     // The battery's state, in the popover and in the status item's tooltip.
     QT_TRANSLATE_NOOP("tollbeam::texts", "No battery found"),
@@ -62,37 +63,61 @@ constexpr const char* kTexts[] = {
                       "macOS will ask for permission next."),
     QT_TRANSLATE_NOOP("tollbeam::texts", "Continue"),
     QT_TRANSLATE_NOOP("tollbeam::texts", "Not Now"),
+    // Errors.
+    QT_TRANSLATE_NOOP("tollbeam::texts", "The history could not be saved to “%1”."),
 };
+
+constexpr std::string_view kOpening = "“";
+constexpr std::string_view kClosing = "”";
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 struct Sentence {
   std::string pattern;
-  QStringList numbers;
+  QStringList values;
 };
 
-Sentence withoutNumbers(std::string_view text) {
-  Sentence result;
+void addValue(Sentence& sentence, std::string_view value) {
+  sentence.values << QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size()));
+  sentence.pattern += '%' + std::to_string(sentence.values.size());
+}
+
+void addWithoutNumbers(Sentence& sentence, std::string_view text) {
   for (auto at = text.begin(); at != text.end();) {
     if (!isDigit(*at)) {
-      result.pattern += *at++;
+      sentence.pattern += *at++;
       continue;
     }
     const auto end = std::find_if_not(at, text.end(), isDigit);
-    result.numbers << QString::fromUtf8(&*at, end - at);
-    result.pattern += '%' + std::to_string(result.numbers.size());
+    addValue(sentence, {at, end});
     at = end;
   }
+}
+
+// A text quotes once at most, so what stands between the outermost marks is one value: marks and
+// digits inside are its own.
+Sentence withoutValues(std::string_view text) {
+  Sentence result;
+  const auto opening = text.find(kOpening);
+  const auto closing = text.rfind(kClosing);
+  if (opening == text.npos || closing == text.npos || closing < opening) {
+    addWithoutNumbers(result, text);
+    return result;
+  }
+  const auto start = opening + kOpening.size();
+  addWithoutNumbers(result, text.substr(0, start));
+  addValue(result, text.substr(start, closing - start));
+  addWithoutNumbers(result, text.substr(closing));
   return result;
 }
 
-QString withNumbers(const QString& pattern, const QStringList& numbers) {
+QString withValues(const QString& pattern, const QStringList& values) {
   QString result;
   for (qsizetype at = 0; at < pattern.size(); ++at) {
     const int place =
         pattern[at] == u'%' && at + 1 < pattern.size() ? pattern[at + 1].digitValue() : -1;
-    if (place >= 1 && place <= numbers.size()) {
-      result += numbers[place - 1];
+    if (place >= 1 && place <= values.size()) {
+      result += values[place - 1];
       ++at;
     } else {
       result += pattern[at];
@@ -104,15 +129,15 @@ QString withNumbers(const QString& pattern, const QStringList& numbers) {
 }  // namespace
 
 QString translated(std::string_view text) {
-  const Sentence sentence = withoutNumbers(text);
-  return withNumbers(QCoreApplication::translate(kContext, sentence.pattern.c_str()),
-                     sentence.numbers);
+  const Sentence sentence = withoutValues(text);
+  return withValues(QCoreApplication::translate(kContext, sentence.pattern.c_str()),
+                    sentence.values);
 }
 
 std::string translatedUtf8(std::string_view text) { return translated(text).toStdString(); }
 
 bool isTranslatable(std::string_view text) {
-  return std::find(std::begin(kTexts), std::end(kTexts), withoutNumbers(text).pattern) !=
+  return std::find(std::begin(kTexts), std::end(kTexts), withoutValues(text).pattern) !=
          std::end(kTexts);
 }
 

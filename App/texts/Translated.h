@@ -1,6 +1,7 @@
 // The rules' texts in the user's language. The rules say them in English and to the letter; whoever
-// shows one asks here. Numbers are taken out before the text is looked up and put back after, so a
-// translator meets each sentence once, whatever its numbers are.
+// shows one asks here. Numbers, and what is quoted (a file's path), are taken out before the text
+// is looked up and put back after, so a translator meets each sentence once, whatever its values
+// are.
 #pragma once
 
 #include <QString>

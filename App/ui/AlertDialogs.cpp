@@ -53,7 +53,7 @@ void AlertDialogs::runSavePanel(SavePanel panel,
 }
 
 void AlertDialogs::showError(const std::string& message, const std::string& reason) {
-  open({.title = QString::fromStdString(message),
+  open({.title = translated(message),
         .text = QString::fromStdString(reason),
         .buttons = {QCoreApplication::translate("tollbeam::AlertDialogs", "OK")},
         .destructive = false});

@@ -35,8 +35,9 @@ class Translated : public testing::Test {
 };
 
 TEST_F(Translated, IsTheTextItselfWithoutATranslator) {
-  for (const char* text : {"On battery, 3 h 47 min left", "Battery is at 80%. Plug in soon.",
-                           "100% of 5%1", "Charging, estimating time to full…", "", "7"}) {
+  for (const char* text :
+       {"On battery, 3 h 47 min left", "Battery is at 80%. Plug in soon.", "100% of 5%1",
+        "Charging, estimating time to full…", "", "7", "Not “7”", "”“ 7", "“”", "“a” 1 “b”"}) {
     EXPECT_EQ(translatedUtf8(text), text);
   }
 }
@@ -46,6 +47,14 @@ TEST_F(Translated, PutsTheNumbersWhereTheLanguageWantsThem) {
   EXPECT_EQ(translatedUtf8("3 h 47 min"), "47 Minuten, 3 Stunden");
   EXPECT_EQ(translatedUtf8("Battery is at 80%. Plug in soon."),
             "<Battery is at 80%. Plug in soon.>");
+}
+
+TEST_F(Translated, TakesWhatIsQuotedAsOneWhateverIsInIt) {
+  constexpr const char* kError =
+      "The history could not be saved to “/media/disk 2/“%1” 40%/h.csv”.";
+  EXPECT_TRUE(isTranslatable(kError));
+  speakAnotherLanguage();
+  EXPECT_EQ(translatedUtf8(kError), std::string("<") + kError + ">");
 }
 
 TEST_F(Translated, KnowsEveryStateOfABattery) {

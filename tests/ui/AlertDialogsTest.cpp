@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <QLocale>
 #include <QScreen>
 
+#include "AppModel.h"
 #include "platform/recorded/RecordedPlatform.h"
 #include "support/Widgets.h"
+#include "texts/Translations.h"
 #include "ui/controls/Button.h"
 
 namespace tollbeam {
@@ -78,6 +81,14 @@ TEST_F(AlertDialogsTest, TheOneThatGoesOnStandsLastAndReturnPressesIt) {
   EXPECT_EQ(answer, 0U);
 }
 
+TEST_F(AlertDialogsTest, ReturnPressesTheButtonThatHasTheKeyboardAndNoOther) {
+  AlertWindow* window = ask();
+  button(window, "Not Now")->setFocus(Qt::TabFocusReason);
+  QTest::keyClick(window->focusWidget(), Qt::Key_Return);
+  EXPECT_TRUE(answered());
+  EXPECT_EQ(answer, 1U);
+}
+
 TEST_F(AlertDialogsTest, WhatCannotBeUndoneIsNotPressedByReturn) {
   AlertWindow* window = ask({"Reset", "Cancel"}, true);
   EXPECT_EQ(window->focusWidget(), button(window, "Cancel"));
@@ -112,6 +123,23 @@ TEST_F(AlertDialogsTest, AnErrorIsShownAsItIs) {
   EXPECT_EQ(only()->findChildren<Button*>().size(), 1);
   QTest::mouseClick(button(only(), "OK"), Qt::LeftButton);
   EXPECT_TRUE(QTest::qWaitFor([] { return only() == nullptr; }));
+}
+
+TEST_F(AlertDialogsTest, AFailedExportIsToldInTheUsersLanguage) {
+  QLocale::setDefault(QLocale(QStringLiteral("de_DE")));
+  const Translations german(QStringLiteral(TOLLBEAM_TRANSLATIONS));
+  QLocale::setDefault(QLocale::c());
+  AppModel model(platform.ports());
+  model.exportHistoryCSV();
+  platform.fileManager.failure = "Read-only file system";
+  platform.dialogs.savePanelAnswers.at(0)("/media/disk 2/“my” 50%1.csv");
+  const auto& [message, reason] = platform.dialogs.errors.at(0);
+  dialogs.showError(message, reason);
+  ASSERT_NE(only(), nullptr);
+  const QString text = QString::fromUtf8(
+      "Der Verlauf konnte nicht unter „/media/disk 2/“my” 50%1.csv“ gespeichert werden.");
+  EXPECT_EQ(words(only()), (QStringList{text, QStringLiteral("Read-only file system")}));
+  EXPECT_EQ(only()->windowTitle(), text);
 }
 
 TEST_F(AlertDialogsTest, ItIsAWindowThatShutsOutNothing) {

@@ -486,5 +486,9 @@
         <source>Not Now</source>
         <translation>Nicht jetzt</translation>
     </message>
+    <message>
+        <source>The history could not be saved to “%1”.</source>
+        <translation>Der Verlauf konnte nicht unter „%1“ gespeichert werden.</translation>
+    </message>
 </context>
 </TS>
