@@ -25,26 +25,26 @@ double ChartFrame::y(std::int64_t percent) const {
 std::optional<std::size_t> pointAt(double x, double reach, std::span<const ChartPoint> points,
                                    const ChartFrame& frame) {
   if (frame.isEmpty()) return std::nullopt;
+  const auto placeOf = [&](std::size_t i) { return frame.x(points[i].date); };
+  // Whether the line from a point to its neighbour passes under the pointer.
+  const auto joins = [&](std::size_t i, std::size_t neighbour) {
+    if (neighbour >= points.size() || points[neighbour].seg != points[i].seg) return false;
+    const auto [left, right] = std::minmax(placeOf(i), placeOf(neighbour));
+    return left <= x && x <= right;
+  };
   std::optional<std::size_t> nearest;
   double shortest = 0;
-  const auto consider = [&](std::size_t i) {
-    const double at = frame.x(points[i].date);
-    if (at < frame.plot.left() || at > frame.plot.right()) return;
+  // Points come as they were recorded. Where the clock was set back, their line runs back and over
+  // itself, so all of them count; of equally near ones the last.
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const double at = placeOf(i);
+    if (at < frame.plot.left() || at > frame.plot.right()) continue;
     const double distance = std::fabs(at - x);
-    if (nearest && distance >= shortest) return;
+    if (nearest && distance > shortest) continue;
+    if (distance > reach && !joins(i, i + 1) && !(i > 0 && joins(i, i - 1))) continue;
     nearest = i;
     shortest = distance;
-  };
-  // Points come in the order of time, so only the last one before and the first one after count.
-  const auto after = static_cast<std::size_t>(
-      std::partition_point(points.begin(), points.end(),
-                           [&](const ChartPoint& p) { return frame.x(p.date) < x; }) -
-      points.begin());
-  const bool between = after > 0 && after < points.size();
-  const bool within = between && points[after - 1].seg == points[after].seg;
-  if (after > 0) consider(after - 1);
-  if (after < points.size()) consider(after);
-  if (nearest && !within && shortest > reach) return std::nullopt;
+  }
   return nearest;
 }
 

@@ -13,16 +13,22 @@ constexpr double kFresh = 900;
 }  // namespace
 
 QString spokenChart(std::span<const Sample> samples, int days, Date now) {
-  const auto isPast = [now](const Sample& s) { return Date{s.t} <= now; };
-  const auto end = std::partition_point(samples.begin(), samples.end(), isPast);
-  if (end == samples.begin()) return {};
-  const auto [lowest, highest] = std::minmax_element(
-      samples.begin(), end, [](const Sample& one, const Sample& other) { return one.p < other.p; });
-  const Sample& newest = *std::prev(end);
-  const bool isFresh = now - Date{newest.t} <= kFresh;
-  const auto low = QString::number(lowest->p);
-  const auto high = QString::number(highest->p);
-  const auto last = QString::number(newest.p);
+  // The samples stand as they came. After the clock was set back, what came before is of later
+  // times, some of them still to come.
+  const Sample* newest = nullptr;
+  std::int64_t lowest = 0;
+  std::int64_t highest = 0;
+  for (const Sample& sample : samples) {
+    if (now < Date{sample.t}) continue;
+    lowest = newest ? std::min(lowest, sample.p) : sample.p;
+    highest = newest ? std::max(highest, sample.p) : sample.p;
+    newest = &sample;
+  }
+  if (!newest) return {};
+  const bool isFresh = now - Date{newest->t} <= kFresh;
+  const auto low = QString::number(lowest);
+  const auto high = QString::number(highest);
+  const auto last = QString::number(newest->p);
   if (days == 1) {
     return isFresh
                ? QCoreApplication::translate("tollbeam::HistoryChart",

@@ -53,6 +53,18 @@ TEST(ChartFrame, FindsALonePoint) {
   EXPECT_EQ(pointAt(35, 4, points, frame()), std::nullopt);
 }
 
+TEST(ChartFrame, FindsThePointsOfALineThatRunsBack) {
+  const std::vector points{at(30), at(60), at(90), at(40, 0, 80), at(64, 0, 81), at(80, 0, 82)};
+  EXPECT_EQ(pointAt(42, 4, points, frame()), 3U);
+  EXPECT_EQ(pointAt(65, 4, points, frame()), 4U);
+  EXPECT_EQ(pointAt(79, 4, points, frame()), 5U);
+  EXPECT_EQ(pointAt(61, 4, points, frame()), 1U);
+  EXPECT_EQ(pointAt(50, 1, points, frame()), 3U) << "its line passes here";
+  EXPECT_EQ(pointAt(95, 4, points, frame()), std::nullopt);
+  const std::vector twice{at(30), at(50), at(30, 0, 70)};
+  EXPECT_EQ(pointAt(30, 4, twice, frame()), 2U) << "what was recorded last";
+}
+
 TEST(ChartFrame, FindsNoPointOfTheFuture) {
   const std::vector points{at(100), at(120)};
   EXPECT_EQ(pointAt(108, 4, points, frame()), 0U);

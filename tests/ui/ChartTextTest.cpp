@@ -31,5 +31,15 @@ TEST(ChartText, LeavesTheFutureOut) {
   EXPECT_EQ(spoken({}), "");
 }
 
+TEST(ChartText, TellsTheNewestAfterTheClockWasSetBack) {
+  // Two hours back, half an hour ago.
+  const std::vector<Sample> history{sample(3600, 40), sample(0, 40),   sample(-3600, 30),
+                                    sample(1800, 85), sample(900, 95), sample(0, 90)};
+  EXPECT_EQ(spoken(history), "Last 24 hours: 40% to 95%, now 90%.");
+  EXPECT_EQ(spoken({sample(0, 40), sample(-3600, 30), sample(1800, 85)}),
+            "Last 24 hours: 40% to 85%.")
+      << "nothing came of late";
+}
+
 }  // namespace
 }  // namespace tollbeam
