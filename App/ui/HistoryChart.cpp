@@ -10,6 +10,7 @@
 #include "platform/Clock.h"
 #include "ui/ChartText.h"
 #include "ui/LocaleFormats.h"
+#include "ui/controls/Accessibility.h"
 
 namespace tollbeam {
 
@@ -74,7 +75,7 @@ void HistoryChart::refresh() {
   const bool isEmpty = points.size() < kFewestPoints;
   placeholder_->setVisible(isEmpty);
   // The placeholder is read out as the text that it is.
-  setAccessibleDescription(isEmpty ? QString() : spokenChart(samples, days_, now));
+  setAccessibleDescriptionIfOther(*this, isEmpty ? QString() : spokenChart(samples, days_, now));
   picture_ = isEmpty ? ChartPicture()
                      : ChartPicture({std::move(points), from, now, days_ <= 1}, rect(),
                                     layoutDirection(), style_, platform_.calendar, QLocale());

@@ -7,6 +7,7 @@
 
 #include "platform/Clock.h"
 #include "texts/Translated.h"
+#include "ui/controls/Accessibility.h"
 #include "ui/popover/PopoverContent.h"
 
 namespace tollbeam {
@@ -123,7 +124,7 @@ void PopoverView::refresh() {
   } else {
     cycles_->hide();
     details_->hide();
-    setAccessibleName(translated(state.stateText()));
+    setAccessibleNameIfOther(*this, translated(state.stateText()));
   }
   // At once, so that it can be measured.
   layout()->invalidate();
@@ -149,8 +150,8 @@ void PopoverView::refreshBattery(const BatteryState& state) {
   details_->setReadings(rows);
   details_->setVisible(!rows.empty());
   // Where the keyboard begins, a screen reader tells the essence.
-  setAccessibleName(header_->ring().accessibleName() + QStringLiteral(". ") +
-                    translated(state.stateText()));
+  setAccessibleNameIfOther(*this, header_->ring().accessibleName() + QStringLiteral(". ") +
+                                      translated(state.stateText()));
 }
 
 }  // namespace tollbeam

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/controls/Accessibility.h"
 #include "ui/controls/Digits.h"
 
 namespace tollbeam {
@@ -50,7 +51,7 @@ void RingView::restyle() {
 void RingView::setCharge(int percent, Tint color) {
   if (color != color_) update();
   color_ = color;
-  setAccessibleName(tr("Charge, %1%").arg(percent));
+  setAccessibleNameIfOther(*this, tr("Charge, %1%").arg(percent));
   setValue(percent);
   filled_.glideTo(percent);
 }

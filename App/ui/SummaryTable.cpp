@@ -7,6 +7,7 @@
 #include <cmath>
 #include <utility>
 
+#include "ui/controls/Accessibility.h"
 #include "ui/controls/Digits.h"
 
 namespace tollbeam {
@@ -32,7 +33,7 @@ SummaryRow::SummaryRow(const Style& style, Ink ink, QWidget* parent)
 
 void SummaryRow::setContent(const SummaryText& text, const SummaryColumns& columns) {
   setFont(style_.font(Role::caption));
-  if (text.spoken != content_.spoken) setAccessibleName(text.spoken);
+  setAccessibleNameIfOther(*this, text.spoken);
   const bool moved = columns != columns_;
   if (!moved && text == content_) return;
   content_ = text;

@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <array>
 
 #include "platform/recorded/RecordedPlatform.h"
 #include "support/Histories.h"
@@ -310,6 +311,38 @@ TEST_F(PopoverViewTest, IsReadOut) {
   ASSERT_EQ(rows.size(), 1);
   EXPECT_EQ(name(rows[0]).toStdString(), "Battery health: 93% · Good");
   EXPECT_EQ(name(view.get()).toStdString(), "Charge, 64%. On battery, estimating time left…");
+}
+
+TEST_F(PopoverViewTest, AnUnchangedBatteryIsNotToldAgain) {
+  test::store(test::samplesAlong({{{-2, 64}, {0, 64}}}, kStart), platform.fileManager);
+  open();
+  const auto* ring = part<RingView>();
+  const auto* chart = part<HistoryChart>();
+  const auto told = [&] {
+    return std::array{view->accessibleName(), ring->accessibleName(),
+                      chart->accessibleDescription()};
+  };
+  // Qt tells screen readers whenever a text is set, and then it is another string, if an equal one.
+  const auto timesSet = [&](const auto& before) {
+    int times = 0;
+    const auto now = told();
+    for (std::size_t i = 0; i < now.size(); ++i) {
+      if (now[i].constData() != before[i].constData()) ++times;
+    }
+    return times;
+  };
+  auto before = told();
+  for (const QString& text : before) ASSERT_FALSE(text.isEmpty());
+  platform.mainQueue.advance(60);
+  EXPECT_EQ(timesSet(before), 0);
+  battery(63);
+  platform.mainQueue.advance(60);
+  EXPECT_EQ(timesSet(before), 3);
+  platform.powerSources.table.reset();
+  publish();
+  before = told();
+  platform.mainQueue.advance(60);
+  EXPECT_EQ(timesSet(before), 0) << "without a battery";
 }
 
 TEST_F(PopoverViewTest, SaysWhatEveryControlIs) {

@@ -34,4 +34,12 @@ void setAccessibleRole(QWidget& widget, QAccessible::Role role) {
   widget.setProperty(kRole, static_cast<int>(role));
 }
 
+void setAccessibleNameIfOther(QWidget& widget, const QString& name) {
+  if (name != widget.accessibleName()) widget.setAccessibleName(name);
+}
+
+void setAccessibleDescriptionIfOther(QWidget& widget, const QString& description) {
+  if (description != widget.accessibleDescription()) widget.setAccessibleDescription(description);
+}
+
 }  // namespace tollbeam

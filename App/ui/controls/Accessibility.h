@@ -24,4 +24,9 @@ class SelfDescribing {
 /// because Qt remembers the first answer.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 
+/// For what is set again and again: Qt tells screen readers each time, changed or not, and they may
+/// say it each time.
+void setAccessibleNameIfOther(QWidget& widget, const QString& name);
+void setAccessibleDescriptionIfOther(QWidget& widget, const QString& description);
+
 }  // namespace tollbeam
