@@ -6,6 +6,7 @@
 
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/ReturnKey.h"
 
 namespace tollbeam {
 
@@ -40,6 +41,10 @@ void Button::setInk(Ink ink) {
 QSize Button::sizeHint() const {
   const double text = QFontMetricsF(font()).horizontalAdvance(this->text());
   return {static_cast<int>(std::ceil(text)) + 2 * style_.px(kPadding), style_.px(kHeight)};
+}
+
+void Button::keyPressEvent(QKeyEvent* event) {
+  if (!pressByReturn(*this, *event)) QPushButton::keyPressEvent(event);
 }
 
 void Button::paintEvent(QPaintEvent* /*event*/) {

@@ -2,12 +2,12 @@
 
 #include <QAccessibleWidget>
 #include <QFontMetricsF>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
 #include <cmath>
 
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/ReturnKey.h"
 
 namespace tollbeam {
 
@@ -104,11 +104,7 @@ QSize Disclosure::sizeHint() const {
 }
 
 void Disclosure::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-    if (!event->isAutoRepeat()) click();
-    return;
-  }
-  QAbstractButton::keyPressEvent(event);
+  if (!pressByReturn(*this, *event)) QAbstractButton::keyPressEvent(event);
 }
 
 void Disclosure::paintEvent(QPaintEvent* /*event*/) {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/ReturnKey.h"
 #include "ui/controls/TextLine.h"
 
 namespace tollbeam {
@@ -39,6 +40,10 @@ QSize LinkButton::sizeHint() const {
   const double words = widthOfLine(text(), font(), Figures::proportional);
   return QSize(static_cast<int>(std::ceil(words)), style_.lineHeight(Role::captionMedium)) +
          2 * QSize(reach(), reach());
+}
+
+void LinkButton::keyPressEvent(QKeyEvent* event) {
+  if (!pressByReturn(*this, *event)) QPushButton::keyPressEvent(event);
 }
 
 void LinkButton::paintEvent(QPaintEvent* /*event*/) {

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include "platform/recorded/RecordedPlatform.h"
+#include "support/Keyboard.h"
 #include "ui/controls/TextLine.h"
 
 namespace tollbeam {
@@ -28,9 +29,7 @@ TEST(LinkButton, IsPressedByTheKeyboard) {
   RecordedAppearance appearance;
   const Style style(appearance);
   LinkButton link(style, QStringLiteral("Cancel"));
-  QSignalSpy clicks(&link, &QPushButton::clicked);
-  QTest::keyClick(&link, Qt::Key_Space);
-  EXPECT_EQ(clicks.size(), 1);
+  test::expectPressedByTheKeyboard(link);
 }
 
 }  // namespace
