@@ -188,6 +188,8 @@ TEST_F(DailySummaryViewTest, IsAnExpandableButtonForWhoHearsIt) {
   EXPECT_EQ(title->text(QAccessible::Name), QStringLiteral("Daily summary"));
   EXPECT_TRUE(title->state().expandable);
   EXPECT_TRUE(title->state().collapsed);
+  EXPECT_TRUE(title->state().checkable) << "or its changes are not heard right";
+  EXPECT_FALSE(title->state().checked);
   EXPECT_TRUE(title->state().focusable);
   auto* actions = title->actionInterface();
   ASSERT_NE(actions, nullptr);
@@ -196,6 +198,10 @@ TEST_F(DailySummaryViewTest, IsAnExpandableButtonForWhoHearsIt) {
   EXPECT_TRUE(isOpen());
   EXPECT_TRUE(title->state().expanded);
   EXPECT_FALSE(title->state().collapsed);
+  EXPECT_TRUE(title->state().checked);
+  actions->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_TRUE(title->state().collapsed);
+  EXPECT_FALSE(title->state().checked);
 }
 
 TEST_F(DailySummaryViewTest, ReadsEachRowInOneSentence) {

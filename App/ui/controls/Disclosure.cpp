@@ -34,6 +34,9 @@ class SpokenDisclosure final : public QAccessibleWidget {
     state.expandable = true;
     state.expanded = button().isChecked();
     state.collapsed = !button().isChecked();
+    // Some hear only of checked and not of expanded, so both are said, and the same.
+    state.checkable = true;
+    state.checked = button().isChecked();
     state.pressed = button().isDown();
     return state;
   }
