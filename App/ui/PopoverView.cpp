@@ -66,8 +66,11 @@ void PopoverView::layOut() {
   column_ = new QVBoxLayout(this);
   battery_ = new QVBoxLayout;
   history_ = new QVBoxLayout;
+  upToDivider_ = new QVBoxLayout;
   column_->addWidget(noBattery_);
-  column_->addLayout(battery_);
+  column_->addLayout(upToDivider_);
+  upToDivider_->addLayout(battery_);
+  upToDivider_->addWidget(divider_);
   battery_->addWidget(header_);
   battery_->addWidget(cycles_);
   battery_->addWidget(details_);
@@ -75,7 +78,6 @@ void PopoverView::layOut() {
   battery_->addLayout(history_);
   history_->addWidget(chart_);
   history_->addWidget(summary_);
-  column_->addWidget(divider_);
   column_->addWidget(note_);
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(settings_);
@@ -93,7 +95,7 @@ void PopoverView::restyle() {
   // The summary's title takes clicks beyond its words, inside the distance to its neighbours.
   const int reach = style_.px(DailySummaryView::kReach);
   history_->setSpacing(style_.px(kBetweenBlocks) - reach);
-  history_->setContentsMargins(0, 0, 0, -reach);
+  upToDivider_->setSpacing(style_.px(kBetween) - reach);
   updateGeometry();
 }
 

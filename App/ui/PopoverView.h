@@ -62,6 +62,7 @@ class PopoverView final : public QWidget {
   Button* quit_;
 
   QVBoxLayout* column_ = nullptr;
+  QVBoxLayout* upToDivider_ = nullptr;
   QVBoxLayout* battery_ = nullptr;
   QVBoxLayout* history_ = nullptr;
 };

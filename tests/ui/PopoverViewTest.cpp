@@ -367,6 +367,115 @@ TEST_F(PopoverViewTest, IsAsWideAsItMustBe) {
   EXPECT_EQ(part<RingView>()->size(), QSize(style.px(104), style.px(104)));
 }
 
+class RhythmOfPopoverViewTest : public PopoverViewTest, public testing::WithParamInterface<int> {
+ protected:
+  RhythmOfPopoverViewTest() {
+    QFont font(before);
+    font.setPixelSize(GetParam());
+    QApplication::setFont(font);
+  }
+  ~RhythmOfPopoverViewTest() override { QApplication::setFont(before); }
+
+  // As it is seen: a title that can be hit beyond its words is as high as these.
+  QRect placeOf(QWidget* part) {
+    const QRect place(part->mapTo(view.get(), QPoint()), part->size());
+    const int beyond = qobject_cast<Disclosure*>(part) ? style.px(Disclosure::kReach) : 0;
+    return place.adjusted(0, beyond, 0, -beyond);
+  }
+  // From top to bottom; between two things of the same line there is nothing.
+  std::vector<int> distances(const std::vector<QWidget*>& parts) {
+    std::vector<int> result;
+    int bottom = 0;
+    for (QWidget* part : parts) {
+      EXPECT_TRUE(part && part->isVisible()) << result.size();
+      if (!part) return {};
+      result.push_back(placeOf(part).top() - bottom);
+      bottom = placeOf(part).bottom() + 1;
+    }
+    result.push_back(view->height() - bottom);
+    return result;
+  }
+  std::vector<int> scaled(std::vector<double> measures) {
+    std::vector<int> result;
+    for (const double measure : measures) result.push_back(style.px(measure));
+    return result;
+  }
+  Text* text(const char* words) {
+    for (auto* each : view->findChildren<Text*>()) {
+      if (each->text() == QString::fromUtf8(words)) return each;
+    }
+    return nullptr;
+  }
+  Text* note() { return text("Tollbeam can only remind you. A Mac app cannot stop the charger."); }
+
+  const QFont before = QApplication::font();
+};
+
+INSTANTIATE_TEST_SUITE_P(Fonts, RhythmOfPopoverViewTest, testing::Values(14, 22));
+
+TEST_P(RhythmOfPopoverViewTest, IsThatOfTheBlocks) {
+  plugIn(82);
+  platform.powerSources.properties =
+      Dictionary{{"CycleCount", 742}, {"DesignCapacity", 5000}, {"AppleRawMaxCapacity", 4300}};
+  open();
+  EXPECT_EQ(distances({part<Header>(), part<CycleBlock>(), part<Details>(), part<SegmentedPicker>(),
+                       part<HistoryChart>(), part<Disclosure>(), part<Divider>(), note(),
+                       button("Quit")}),
+            scaled({16, 16, 16, 16, 16, 16, 14, 14, 14, 16}));
+  EXPECT_EQ(placeOf(button("Settings")).top(), placeOf(button("Quit")).top());
+  EXPECT_EQ(placeOf(part<Header>()).left(), style.px(16));
+  EXPECT_EQ(placeOf(button("Quit")).right() + 1, view->width() - style.px(16));
+}
+
+TEST_P(RhythmOfPopoverViewTest, LeavesNoHoleWhereSomethingIsNotKnown) {
+  open();
+  EXPECT_EQ(distances({part<Header>(), part<SegmentedPicker>(), part<HistoryChart>(),
+                       part<Disclosure>(), part<Divider>(), note(), button("Quit")}),
+            scaled({16, 16, 16, 16, 14, 14, 14, 16}));
+}
+
+TEST_P(RhythmOfPopoverViewTest, IsThatOfTheLinesInABlock) {
+  plugIn(82);
+  platform.powerSources.properties = Dictionary{{"CycleCount", 742},
+                                                {"DesignCapacity", 5000},
+                                                {"AppleRawMaxCapacity", 4300},
+                                                {"Temperature", 3480}};
+  platform.userDefaults.set("snoozeUntil", kStart.secondsSince1970 + 2700);
+  open();
+  const auto inside = [this](const std::vector<QWidget*>& parts) {
+    auto result = distances(parts);
+    return std::vector(result.begin() + 1, result.end() - 1);
+  };
+  EXPECT_EQ(inside({text("Charging, estimating time to full…"), text("Plugged in for 1 min"),
+                    part<SnoozeBanner>()}),
+            scaled({4, 4}));
+  auto* cycles = part<CycleBlock>();
+  EXPECT_EQ(inside({cycles->findChild<Row*>(), cycles->findChild<Bar*>()}), scaled({4}));
+  const auto rows = part<Details>()->findChildren<Row*>();
+  ASSERT_EQ(rows.size(), 2);
+  EXPECT_EQ(inside({rows[0], rows[1]}), scaled({6}));
+  part<Disclosure>()->click();
+  open();
+  EXPECT_EQ(inside({part<Disclosure>(), part<SummaryTable>(), part<Divider>()}), scaled({6, 14}));
+}
+
+TEST_P(RhythmOfPopoverViewTest, IsThatOfNoBattery) {
+  platform.powerSources.table.reset();
+  open();
+  // The picture is higher than the symbol's line of 36 points, and its edges are empty.
+  auto* picture = part<NoBattery>()->findChildren<QWidget*>().constFirst();
+  const int empty = (style.px(48) - style.px(36)) / 2;
+  EXPECT_EQ(picture->height(), style.px(48));
+  auto expected = scaled({16, 8, 8, 14, 14, 14, 16});
+  expected[0] += style.px(20) - empty;
+  expected[1] -= empty;
+  expected[3] += style.px(20);
+  EXPECT_EQ(distances({picture, text("No battery found"),
+                       text("This Mac does not report a battery, so Tollbeam stays quiet."),
+                       part<Divider>(), note(), button("Quit")}),
+            expected);
+}
+
 TEST_F(PopoverViewTest, GrowsWithTheFontAndCutsNothingOff) {
   const QFont before = QApplication::font();
   platform.userDefaults.set("snoozeUntil", kStart.secondsSince1970 + 2700);

@@ -61,6 +61,20 @@ TEST_F(RingViewTest, HasNoArcWhenEmptyAndAWholeOneWhenFull) {
   }
 }
 
+TEST_F(RingViewTest, IsDrawnWithAPenOfElevenOfItsHundredAndFour) {
+  ring.resize(1040, 1040);
+  ring.setCharge(100, Tint::green);
+  const QImage image = picture();
+  int first = 0;
+  int count = 0;
+  for (int x = 520; x < 1040; ++x) {
+    if (image.pixelColor(x, 520) != style.colours().green) continue;
+    if (count++ == 0) first = x;
+  }
+  EXPECT_NEAR(count, 110, 1);
+  EXPECT_NEAR(first, 520 + 460 - 55, 1);
+}
+
 TEST_F(RingViewTest, HasRoundEnds) {
   ring.setCharge(50, Tint::accent);
   const QImage image = picture();
