@@ -37,7 +37,10 @@ std::vector<QPolygonF> linesOf(const std::vector<ChartPoint>& points, const Char
     const bool ends = i + 1 == points.size() || points[i + 1].seg != points[i].seg;
     const bool level = !begins && !ends && points[i - 1].pct == points[i].pct &&
                        points[i].pct == points[i + 1].pct;
-    if (level) continue;
+    // A line turns where the clock was set back.
+    const bool onward = !begins && !ends && points[i - 1].date <= points[i].date &&
+                        points[i].date <= points[i + 1].date;
+    if (level && onward) continue;
     if (begins) {
       lines.emplace_back();
     } else if (lines.back().size() >= kLongestPiece) {

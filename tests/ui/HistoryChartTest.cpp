@@ -112,6 +112,20 @@ TEST_F(HistoryChartTest, CountsOnlyPointsOfItsRange) {
   EXPECT_TRUE(showsPlaceholder());
 }
 
+TEST_F(HistoryChartTest, DrawsALevelChargeAfterTheClockWasSetBack) {
+  battery(75);
+  made();
+  platform.clock.set(kNow + 2 * kHour);
+  model->refresh(AppModel::Reason::timer);
+  for (const double minutesAgo : {40, 30, 20, 10, 0}) {
+    platform.clock.set(kNow - minutesAgo * 60);
+    model->refresh(AppModel::Reason::timer);
+  }
+  chart->resize(10 * chart->sizeHint().width(), chart->sizeHint().height());
+  chart->show();
+  EXPECT_EQ(colourAt(xOf(-0.3), yOf(75)), style.colours().accent);
+}
+
 TEST_F(HistoryChartTest, DrawsInTheAccentWhereTheChargeWas) {
   history({{{-12, 75}, {-1, 75}}});
   shown();
