@@ -170,14 +170,72 @@ TEST_F(DailySummaryViewTest, GivesColumnsTheirWidthsAndMoreWhereTextsNeedIt) {
   show();
   view->title().click();
   const SummaryColumns usual = table()->columns();
-  EXPECT_GE(usual.average, style.px(38));
-  EXPECT_GE(usual.range, style.px(68));
-  EXPECT_GE(usual.charging, style.px(62));
+  EXPECT_EQ(usual.average, style.px(38));
+  EXPECT_EQ(usual.range, style.px(68));
+  EXPECT_EQ(usual.charging, style.px(62));
   auto days = table()->days();
   days[0].charging = QStringLiteral("zwölf Stunden und 35 Minuten");
   table()->setDays(days);
   EXPECT_GT(table()->columns().charging, usual.charging);
   EXPECT_EQ(table()->columns().range, usual.range);
+}
+
+// Where each of the four texts of a row begins and ends, seen in a picture of it.
+class ColumnsOfDailySummaryTest : public DailySummaryViewTest {
+ protected:
+  struct Ink {
+    int first = -1;
+    int last = -1;
+  };
+  // Between these two columns of pixels.
+  static Ink inkOf(SummaryRow& row, int from, int to) {
+    const QImage image = row.grab().toImage();
+    const QColor ground = image.pixelColor(0, 0);
+    Ink ink;
+    for (int x = from; x < to; ++x) {
+      for (int y = 0; y < image.height(); ++y) {
+        if (image.pixelColor(x, y) == ground) continue;
+        if (ink.first < 0) ink.first = x;
+        ink.last = x;
+      }
+    }
+    return ink;
+  }
+};
+
+TEST_F(ColumnsOfDailySummaryTest, EndAtTheirEndsAndTheDayBeginsAtItsBeginning) {
+  constexpr int kBearing = 3;
+  for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+    QWidget page;
+    page.setLayoutDirection(direction);
+    SummaryTable table(style, &page);
+    table.setDays({{.day = QStringLiteral("Mon 3"),
+                    .average = QStringLiteral("61%"),
+                    .range = QString::fromUtf8("40–80%"),
+                    .charging = QStringLiteral("2 h"),
+                    .spoken = {}}});
+    page.resize(308, 100);
+    table.setGeometry(page.rect());
+    page.show();
+    const bool mirrored = direction == Qt::RightToLeft;
+    for (auto* row : table.findChildren<SummaryRow*>()) {
+      const int width = row->width();
+      ASSERT_EQ(width, 308);
+      // A column's outer edge, seen from the row's end.
+      int distance = 0;
+      for (const int column : {style.px(62), style.px(68), style.px(38)}) {
+        const int from = mirrored ? distance : width - distance - column;
+        const Ink ink = inkOf(*row, from, from + column);
+        ASSERT_GE(ink.first, 0);
+        const int fromEnd = mirrored ? ink.first - distance : width - distance - 1 - ink.last;
+        EXPECT_LE(fromEnd, kBearing) << mirrored << " column at " << distance;
+        distance += column + style.px(8);
+      }
+      const Ink day = mirrored ? inkOf(*row, distance, width) : inkOf(*row, 0, width - distance);
+      ASSERT_GE(day.first, 0);
+      EXPECT_LE(mirrored ? width - 1 - day.last : day.first, kBearing);
+    }
+  }
 }
 
 TEST_F(DailySummaryViewTest, IsAnExpandableButtonForWhoHearsIt) {

@@ -25,8 +25,10 @@ class SettingsWindowTest : public testing::Test {
 TEST_F(SettingsWindowTest, HasItsNameAndItsSize) {
   window.show();
   EXPECT_EQ(window.windowTitle(), QStringLiteral("Tollbeam Settings"));
-  EXPECT_EQ(window.width(), std::min(480, workArea().width()));
-  EXPECT_EQ(window.minimumSize(), window.maximumSize());
+  ASSERT_GE(workArea().height(), 780) << "or there is no room to see it";
+  EXPECT_EQ(window.size(), QSize(480, 720));
+  EXPECT_EQ(window.minimumSize(), window.size());
+  EXPECT_EQ(window.maximumSize(), window.size());
 }
 
 TEST_F(SettingsWindowTest, IsNeverLargerThanTheWorkArea) {
@@ -36,12 +38,16 @@ TEST_F(SettingsWindowTest, IsNeverLargerThanTheWorkArea) {
   EXPECT_LE(whole.height(), workArea().height());
 }
 
-TEST_F(SettingsWindowTest, GrowsWithTheFontOfTheDesktop) {
+TEST_F(SettingsWindowTest, GrowsWithTheFontOfTheDesktopAsFarAsThereIsRoom) {
   QFont font = before;
   font.setPixelSize(22);
   QApplication::setFont(font);
   ASSERT_TRUE(QTest::qWaitFor([&] { return style.scale() > 1.4; }));
-  EXPECT_EQ(window.width(), std::min(style.px(480), workArea().width()));
+  window.show();
+  ASSERT_LE(style.px(480), workArea().width());
+  EXPECT_EQ(window.width(), style.px(480));
+  ASSERT_GT(style.px(720), workArea().height());
+  EXPECT_EQ(window.frameGeometry().height(), workArea().height());
 }
 
 }  // namespace
