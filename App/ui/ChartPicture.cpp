@@ -2,12 +2,14 @@
 
 #include <QCoreApplication>
 #include <QFontMetricsF>
+#include <QPainterPath>
 #include <algorithm>
 #include <cmath>
 #include <optional>
 #include <utility>
 
 #include "ui/controls/PixelGrid.h"
+#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 
@@ -51,6 +53,14 @@ std::vector<QPolygonF> linesOf(const std::vector<ChartPoint>& points, const Char
   return lines;
 }
 
+// What the letters cover, on the baseline at 0. The metrics' own answer leaves out the tails that
+// Arabic letters have at the end of a word.
+QRectF inkOf(const QString& text, const QFont& font) {
+  QPainterPath outline;
+  outline.addText(0, 0, font, text);
+  return outline.boundingRect();
+}
+
 }  // namespace
 
 ChartPicture::ChartPicture(Content content, const QRectF& area, Qt::LayoutDirection direction,
@@ -68,7 +78,7 @@ ChartPicture::ChartPicture(Content content, const QRectF& area, Qt::LayoutDirect
   TimeAxis axis = content.hours ? hourAxis(frame_, calendar, locale, room)
                                 : dayAxis(frame_, calendar, locale, room);
   columns_ = std::move(axis.lines);
-  const double baseline = makeRoomFor(axis.labels, metrics, style);
+  const double baseline = makeRoomFor(axis.labels, style);
   for (TimeLabel& label : axis.labels) {
     const double start = label.centre - widthOf(label.text) / 2;
     put(std::move(label.text), {start, baseline}, metrics);
@@ -79,12 +89,11 @@ ChartPicture::ChartPicture(Content content, const QRectF& area, Qt::LayoutDirect
 
 // Gives the plot its height and the labels below it their baseline: scripts with deep or high
 // letters lift the baseline and press the plot a little.
-double ChartPicture::makeRoomFor(const std::vector<TimeLabel>& labels, const QFontMetricsF& metrics,
-                                 const Style& style) {
+double ChartPicture::makeRoomFor(const std::vector<TimeLabel>& labels, const Style& style) {
   double ascent = 0;
   double descent = style.px(kBelowBaseline);
   for (const TimeLabel& label : labels) {
-    const QRectF ink = metrics.tightBoundingRect(label.text);
+    const QRectF ink = inkOf(label.text, style.font(Role::caption2));
     ascent = std::max(ascent, std::ceil(-ink.top()));
     descent = std::max(descent, std::ceil(ink.bottom()));
   }
@@ -96,13 +105,13 @@ double ChartPicture::makeRoomFor(const std::vector<TimeLabel>& labels, const QFo
 }
 
 void ChartPicture::addRows(const QFontMetricsF& metrics) {
-  const double halfDigit = metrics.tightBoundingRect(QStringLiteral("0")).height() / 2;
+  const double halfDigit = metrics.capHeight() / 2;
   for (const int percent : {0, 50, 100}) {
     const double y = std::round(frame_.y(percent));
     rows_.push_back(y);
     const QString text = valueText(percent);
     const double end = area_.right() - metrics.horizontalAdvance(text);
-    put(text, {mirrored_ ? area_.left() : end, std::round(y + halfDigit)}, metrics);
+    put(text, {mirrored_ ? area_.left() : end, y + halfDigit}, metrics);
   }
 }
 
@@ -131,7 +140,7 @@ void ChartPicture::paint(QPainter& painter, const Style& style, const QRegion& d
   for (const Label& label : labels_) {
     if (!dirty.intersects(label.box)) continue;
     painter.setLayoutDirection(label.text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-    painter.drawText(label.start, label.text);
+    painter.drawText(QPointF(label.start.x(), onDevicePixel(painter, label.start.y())), label.text);
   }
   paintLines(painter, style, dirty);
 }

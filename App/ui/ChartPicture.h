@@ -52,8 +52,7 @@ class ChartPicture {
     QString text;
   };
 
-  double makeRoomFor(const std::vector<TimeLabel>& labels, const QFontMetricsF& metrics,
-                     const Style& style);
+  double makeRoomFor(const std::vector<TimeLabel>& labels, const Style& style);
   void addRows(const QFontMetricsF& metrics);
   void put(QString text, QPointF start, const QFontMetricsF& metrics);
 

@@ -1,7 +1,5 @@
 #include "ui/RingView.h"
 
-#include <QFontDatabase>
-#include <QFontInfo>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -26,12 +24,6 @@ constexpr double kStroke = 0.9;
 constexpr double kStrokeOfRegular = 1.5;
 
 constexpr int kMilliseconds = 250;
-
-// QFontInfo's weight is the one that was asked for; the style is the one that was found.
-bool hasMedium(const QFont& font) {
-  const QFontInfo found(font);
-  return QFontDatabase::weight(found.family(), found.styleName()) >= QFont::Medium;
-}
 
 }  // namespace
 

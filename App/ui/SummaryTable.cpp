@@ -55,18 +55,17 @@ void SummaryRow::paintEvent(QPaintEvent* /*event*/) {
   const double baseline =
       std::round((height() - metrics.ascent() - metrics.descent()) / 2 + metrics.ascent());
   const bool mirrored = isRightToLeft();
-  const auto put = [&](const QString& text, int distanceFromEnd) {
-    const double x =
-        mirrored ? distanceFromEnd : width() - distanceFromEnd - tabularWidth(text, font());
+  const auto put = [&](const QString& text, bool fromLeft, int distance) {
+    const double x = fromLeft ? distance : width() - distance - tabularWidth(text, font());
     painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     paintTabular(painter, {x, baseline}, text, font());
   };
   const int range = columns_.charging + columns_.gap;
   const int average = range + columns_.range + columns_.gap;
-  put(content_.charging, 0);
-  put(content_.range, range);
-  put(content_.average, average);
-  put(content_.day, width() - widthOf(content_.day, font()));
+  put(content_.charging, mirrored, 0);
+  put(content_.range, mirrored, range);
+  put(content_.average, mirrored, average);
+  put(content_.day, !mirrored, 0);
 }
 
 SummaryTable::SummaryTable(const Style& style, QWidget* parent)

@@ -156,7 +156,7 @@
     </message>
     <message>
         <source>Alerts snoozed until %1</source>
-        <translation>Erinnerungen pausiert bis %1</translation>
+        <translation>Pausiert bis %1</translation>
     </message>
     <message>
         <source>%1 of 1000</source>
@@ -197,6 +197,10 @@
     <message>
         <source>7 days</source>
         <translation>7 Tage</translation>
+    </message>
+    <message>
+        <source>%1% · %2</source>
+        <translation>%1 % · %2</translation>
     </message>
 </context>
 <context>

@@ -60,8 +60,9 @@ void FormRow::paintEvent(QPaintEvent* /*event*/) {
   if (!hairline_) return;
   QPainter painter(this);
   const int start = style_.px(kInset);
-  painter.fillRect(QStyle::visualRect(layoutDirection(), rect(), {start, 0, width() - start, 1}),
-                   style_.colours().hairline);
+  // Up to the card's outline: both are translucent, and their crossing would show.
+  const QRect line(start, 0, width() - start - 1, 1);
+  painter.fillRect(QStyle::visualRect(layoutDirection(), rect(), line), style_.colours().hairline);
 }
 
 Card::Card(const Style& style, const QString& name, QWidget* parent)

@@ -8,6 +8,7 @@
 
 #include "ui/controls/FocusRing.h"
 #include "ui/controls/ReturnKey.h"
+#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 
@@ -130,11 +131,8 @@ void Disclosure::paintEvent(QPaintEvent* /*event*/) {
   painter.restore();
 
   const int start = size + style_.px(kGap);
-  const QRect words =
-      QStyle::visualRect(layoutDirection(), rect(), rect().adjusted(start, 0, 0, 0));
   painter.setPen(colours.primary);
-  painter.setFont(font());
-  painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, text());
+  paintAtLead(painter, rect(), start, text(), font(), layoutDirection());
 }
 
 }  // namespace tollbeam

@@ -4,12 +4,13 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
 
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/PixelGrid.h"
 
 namespace tollbeam {
 
@@ -149,22 +150,25 @@ void Stepper::paintCell(QPainter& painter, Step step) const {
   painter.restore();
 
   painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
   if (!canStep) painter.setOpacity(painter.opacity() * kEndOpacity);
-  const double length = style_.px(kSign);
-  const double thickness = kThickness * style_.scale();
-  QRectF sign(0, 0, length, thickness);
-  sign.moveCenter(QRectF(cell(step)).center());
-  QPainterPath path;
-  path.setFillRule(Qt::WindingFill);
-  path.addRect(sign);
-  if (step == Step::up) {
-    QRectF upright(0, 0, thickness, length);
-    upright.moveCenter(sign.center());
-    path.addRect(upright);
-  }
-  painter.fillPath(path, style_.colours().primary);
+  paintSign(painter, QRectF(cell(step)).center(), step);
   painter.restore();
+}
+
+// On whole pixels of the device, and its crossing painted once: it may be translucent.
+void Stepper::paintSign(QPainter& painter, QPointF centre, Step step) const {
+  const double ratio = painter.device()->devicePixelRatioF();
+  const double thickness = std::round(kThickness * style_.scale() * ratio) / ratio;
+  const double arm = std::round((style_.px(kSign) - thickness) / 2 * ratio) / ratio;
+  const double length = 2 * arm + thickness;
+  const PixelGrid grid(painter, thickness);
+  const QRectF upright = grid.column(centre.x(), centre.y() - length / 2, centre.y() + length / 2);
+  const QRectF across = grid.row(upright.center().y(), upright.left() - arm, upright.right() + arm);
+  const QColor colour = style_.colours().primary;
+  painter.fillRect(across, colour);
+  if (step == Step::down) return;
+  painter.fillRect(QRectF(upright.topLeft(), QPointF(upright.right(), across.top())), colour);
+  painter.fillRect(QRectF(QPointF(upright.left(), across.bottom()), upright.bottomRight()), colour);
 }
 
 void Stepper::mousePressEvent(QMouseEvent* event) {

@@ -61,6 +61,7 @@ class Stepper final : public QWidget, public SelfDescribing {
   [[nodiscard]] QRect cell(Step step) const;
   [[nodiscard]] std::optional<Step> cellAt(QPoint position) const;
   void paintCell(QPainter& painter, Step step) const;
+  void paintSign(QPainter& painter, QPointF centre, Step step) const;
   void release();
 
   const Style& style_;

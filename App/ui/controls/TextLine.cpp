@@ -7,16 +7,31 @@
 
 namespace tollbeam {
 
+namespace {
+
+// A font's descent is a little deeper than its letters.
+constexpr double kDepth = 0.8;
+
+}  // namespace
+
 double widthOfLine(const QString& text, const QFont& font, Figures figures) {
   return figures == Figures::tabular ? tabularWidth(text, font)
                                      : QFontMetricsF(font).horizontalAdvance(text);
+}
+
+double onDevicePixel(const QPainter& painter, double y) {
+  const double ratio = painter.device()->devicePixelRatioF();
+  return std::round(y * ratio) / ratio;
 }
 
 void paintLine(QPainter& painter, QPointF topLeft, double height, const QString& text,
                const QFont& font, Figures figures) {
   const QFontMetricsF metrics(font);
   const double above = (height - metrics.ascent() - metrics.descent()) / 2;
-  const QPointF start(topLeft.x(), std::round(topLeft.y() + above + metrics.ascent()));
+  const double lowest = topLeft.y() + height - kDepth * metrics.descent();
+  double baseline = onDevicePixel(painter, topLeft.y() + above + metrics.ascent());
+  if (baseline > lowest) baseline -= 1 / painter.device()->devicePixelRatioF();
+  const QPointF start(topLeft.x(), baseline);
   painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   if (figures == Figures::tabular) {
     paintTabular(painter, start, text, font);

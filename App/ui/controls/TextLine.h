@@ -1,5 +1,6 @@
 // One line of text as every control sets it: on a whole pixel's baseline, in the middle of its
-// line's height, in its own direction inside a mirrored window.
+// line's height and never lower than it has room for, in its own direction inside a mirrored
+// window.
 #pragma once
 
 #include <QFont>
@@ -16,6 +17,9 @@ enum class Figures {
 };
 
 [[nodiscard]] double widthOfLine(const QString& text, const QFont& font, Figures figures);
+
+/// `y` moved to the nearest whole pixel of the device, on which letters are sharp.
+[[nodiscard]] double onDevicePixel(const QPainter& painter, double y);
 
 /// Paints `text` in the painter's pen; `topLeft` is the corner of a line `height` high.
 void paintLine(QPainter& painter, QPointF topLeft, double height, const QString& text,

@@ -1,5 +1,6 @@
 #include "ui/look/Type.h"
 
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <algorithm>
 
@@ -65,13 +66,24 @@ QFont font(Role role, const QFont& base) {
   return result;
 }
 
+bool hasMedium(const QFont& font) {
+  QFont medium(font);
+  medium.setWeight(QFont::Medium);
+  // QFontInfo's weight is the one that was asked for; the style is the one that was found.
+  const QFontInfo found(medium);
+  return QFontDatabase::weight(found.family(), found.styleName()) >= QFont::Medium;
+}
+
 QFont ringFont(const QFont& base, double scale) {
   constexpr double kPixels = 28;
   constexpr double kTracking = 98;
+  // What the thicker pen adds to each digit.
+  constexpr double kTrackingOfRegular = 104;
   QFont result(base);
   setPixels(result, base, kPixels * scale);
   result.setWeight(QFont::Medium);
-  result.setLetterSpacing(QFont::PercentageSpacing, kTracking);
+  result.setLetterSpacing(QFont::PercentageSpacing,
+                          hasMedium(result) ? kTracking : kTrackingOfRegular);
   return result;
 }
 

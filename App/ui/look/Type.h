@@ -22,6 +22,9 @@ enum class Role {
 /// The role's font, with a fraction of a pixel where the scale asks for one.
 [[nodiscard]] QFont font(Role role, const QFont& base);
 
+/// Whether the font's family comes in a medium weight here.
+[[nodiscard]] bool hasMedium(const QFont& font);
+
 /// The ring's percentage at 28 pixels times `scale`, a little tighter. Its stroke (see RingView)
 /// makes it semibold.
 [[nodiscard]] QFont ringFont(const QFont& base, double scale);

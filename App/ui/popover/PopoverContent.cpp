@@ -48,7 +48,9 @@ std::vector<Reading> readings(const BatteryState& state) {
   const auto grade = state.healthLabel();
   if (health && grade) {
     row(QT_TRANSLATE_NOOP("tollbeam::PopoverView", "Battery health"),
-        QString::asprintf("%.0f%% · ", *health) + translated(*grade), healthColor(*health));
+        say(QT_TRANSLATE_NOOP("tollbeam::PopoverView", "%1% · %2"))
+            .arg(QString::asprintf("%.0f", *health), translated(*grade)),
+        healthColor(*health));
   }
   if (state.temperatureC) {
     row(QT_TRANSLATE_NOOP("tollbeam::PopoverView", "Temperature"),
