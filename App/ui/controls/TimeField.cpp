@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/LocaleFormats.h"
 #include "ui/controls/Digits.h"
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
@@ -99,11 +100,8 @@ void TimeField::restyle() {
 }
 
 void TimeField::followLocale() {
-  // Without the seconds, which some locales show even here.
-  QString format = locale().timeFormat(QLocale::ShortFormat);
-  format.remove(QStringLiteral(":ss")).remove(QStringLiteral(".ss"));
   const QSignalBlocker blocker(this);
-  setDisplayFormat(format);
+  setDisplayFormat(shortTimeFormat(locale()));
   updateGeometry();
 }
 

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "platform/recorded/RecordedPlatform.h"
 #include "support/Widgets.h"
+#include "ui/LocaleFormats.h"
 
 namespace tollbeam {
 namespace {
@@ -38,6 +41,36 @@ TEST_F(TimeFieldTest, ShowsTheTimeAsTheLocaleWritesIt) {
   EXPECT_EQ(field.text().simplified(), QStringLiteral("7:05 AM"));
   field.setTimeOfDay({22, 0});
   EXPECT_EQ(field.text().simplified(), QStringLiteral("10:00 PM"));
+}
+
+TEST_F(TimeFieldTest, WritesNoMoreThanHoursAndMinutesInEveryLocale) {
+  for (const QLocale& locale :
+       QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {
+    field.setLocale(locale);
+    field.setTimeOfDay({15, 5});
+    EXPECT_EQ(field.text(), timeText({15, 5}, locale)) << locale.name().toStdString();
+    const auto digits = std::ranges::count_if(field.text(), [](QChar c) { return c.isNumber(); });
+    EXPECT_LE(digits, 4) << locale.name().toStdString();
+    EXPECT_EQ(field.displayedSections() & ~QDateTimeEdit::Sections(QDateTimeEdit::AmPmSection),
+              QDateTimeEdit::HourSection | QDateTimeEdit::MinuteSection)
+        << locale.name().toStdString();
+  }
+}
+
+TEST_F(TimeFieldTest, CanBeSteppedInEveryLocale) {
+  for (const QLocale& locale :
+       QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {
+    // Where Qt cannot reach the minutes, in whatever format.
+    if (locale.language() == QLocale::Assamese) continue;
+    TimeField other(style);
+    other.setLocale(locale);
+    other.setTimeOfDay({15, 5});
+    other.setSelectedSection(QDateTimeEdit::HourSection);
+    other.stepBy(1);
+    other.setSelectedSection(QDateTimeEdit::MinuteSection);
+    other.stepBy(-1);
+    EXPECT_EQ(other.timeOfDay(), (TimeOfDay{16, 4})) << locale.name().toStdString();
+  }
 }
 
 TEST_F(TimeFieldTest, ShowingChoosesNothing) {
