@@ -133,6 +133,23 @@ class Preferences(SettingsTest):
         self.screen.act(APP, 'Alert when charging reaches 120%', 'spin button', 'Decrease')
         self.stored_becomes(limit=100, longSound='Doorbell', quietStart=61)
 
+    def test_wheel_only_scrolls(self):
+        self.start()
+        self.open_settings()
+        x, y, width, height = self.screen.find(APP, 'Alert when charging reaches 80%', 'spin button')
+        self.desk.run('xdotool', 'mousemove', str(x + width // 2), str(y + height // 2))
+        for _ in range(8):
+            self.desk.run('xdotool', 'click', '5')
+        wait_for(lambda: self.screen.find(APP, 'Alert when charging reaches 80%', 'spin button')[1] < y - 100,
+                 'the form to scroll')
+        self.round_trip()
+        self.assertEqual(self.preferences(), {})
+
+
+class Heard(SettingsTest):
+    """Beside a screen reader, which hears of every key: what the program prints then fails the test, too."""
+    options = {'panel': 'none', 'notify': 'none', 'listener': True}
+
     def test_keyboard_alone(self):
         self.start()
         self.open_settings()
@@ -145,6 +162,8 @@ class Preferences(SettingsTest):
         wait_for(lambda: self.widget('Default', 'list item'), 'the list of sounds')
         self.screen.keys('s', 'Return')
         self.stored_becomes(limitSound='Submarine')
+        for name in ('Charge limit', 'Alert when charging reaches 82%', 'Sound', 'Submarine'):
+            wait_for(lambda: self.desk.heard(source=name), 'something to be heard of ' + name)
         # The form follows the keyboard down to its end.
         self.screen.keys('shift+Tab')
         self.screen.keys('shift+Tab')
@@ -155,17 +174,23 @@ class Preferences(SettingsTest):
         box = self.widget('Reset History…', 'push button')['box']
         self.assertLess(box[1] + box[3], window[1] + window[3])
 
-    def test_wheel_only_scrolls(self):
-        self.start()
+    def test_time_by_keyboard(self):
+        self.start(quietEnabled=True)
         self.open_settings()
-        x, y, width, height = self.screen.find(APP, 'Alert when charging reaches 80%', 'spin button')
-        self.desk.run('xdotool', 'mousemove', str(x + width // 2), str(y + height // 2))
-        for _ in range(8):
-            self.desk.run('xdotool', 'click', '5')
-        wait_for(lambda: self.screen.find(APP, 'Alert when charging reaches 80%', 'spin button')[1] < y - 100,
-                 'the form to scroll')
-        self.round_trip()
-        self.assertEqual(self.preferences(), {})
+        self.desk.run('xdotool', 'search', '--name', '^Tollbeam Settings$', 'windowactivate', '--sync')
+        self.screen.keys(*['Tab'] * 17)
+        wait_for(lambda: self.widget('From', 'spin button')['focused'], 'the keyboard on the time')
+        told = 0
+        for keys, minutes in ((['Up'], 23 * 60), (['Down'], 22 * 60), (['Prior'], 8 * 60), (['Next'], 22 * 60),
+                              (['Right', 'Up'], 22 * 60 + 1), (['Left', '0', '7', '3', '0', 'Return'], 7 * 60 + 30)):
+            self.screen.keys(*keys)
+            self.stored_becomes(quietStart=minutes)
+            self.assertEqual(self.widget('From', 'spin button')['value'], minutes)
+            told = wait_for(lambda: [n for n in [self.values_told('From')] if n > told], 'the new time to be told')[0]
+        self.assertEqual(self.widget('From', 'spin button')['text'], '07:30')
+
+    def values_told(self, name):
+        return len(self.desk.heard(ev='object:property-change:accessible-value', source=name))
 
 
 class LaunchAtLogin(SettingsTest):
