@@ -2,7 +2,7 @@
 """listener.py FILE: hears every accessibility event, as a screen reader does, and adds one JSON line for each.
 
 Programs send these events only while somebody is registered for them. "source" is the name of the
-widget that it comes from.
+widget that it comes from, "value" the number that it then has, if that is what changed.
 """
 import json
 import sys
@@ -22,9 +22,15 @@ def write(**line):
 
 def heard(event, *_):
     try:
-        write(ev=event.type, role=event.source.get_role_name(), source=event.source.get_name())
+        write(ev=event.type, role=event.source.get_role_name(), source=event.source.get_name(),
+              value=value_of(event.source) if event.type.endswith(':accessible-value') else None)
     except GLib.Error:
-        write(ev=event.type, role=None, source=None)  # it went away while we asked
+        write(ev=event.type, role=None, source=None, value=None)  # it went away while we asked
+
+
+def value_of(widget):
+    value = widget.get_value_iface()
+    return value.get_current_value() if value else None
 
 
 Atspi.init()
