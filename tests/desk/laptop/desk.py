@@ -296,6 +296,8 @@ class Desk:
 
     def heard(self, **fields):
         """The accessibility events with these fields, in order (a desk with a listener)."""
+        if not self.options['listener']:
+            raise DeskError('nobody listens here (up --listener)')
         with open(self.path('heard.jsonl'), 'rb') as f:
             events = [json.loads(line) for line in f.read().split(b'\n')[:-1]]
         return [e for e in events if all(e.get(k) == v for k, v in fields.items())]
