@@ -18,8 +18,14 @@ TimeOfDay MinutesBinding::time() const {
   return calendar_.timeOfDay(timeOfMinutes(store_.integerForKey(key_), clock_.now(), calendar_));
 }
 
+TimeOfDay MinutesBinding::onTodaysClock(TimeOfDay time) const {
+  const auto instant = calendar_.instant(calendar_.day(clock_.now()), time);
+  return instant ? calendar_.timeOfDay(*instant) : time;
+}
+
 void MinutesBinding::setTime(TimeOfDay chosen) {
-  store_.set(key_, minutesAfterMidnight(chosen.hour, chosen.minute));
+  const TimeOfDay time = onTodaysClock(chosen);
+  store_.set(key_, minutesAfterMidnight(time.hour, time.minute));
 }
 
 }  // namespace tollbeam

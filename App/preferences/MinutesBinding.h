@@ -25,7 +25,10 @@ class MinutesBinding {
 
   [[nodiscard]] TimeOfDay time() const;
 
-  /// Stores 0 to 1439.
+  /// What today's clock shows at `time`: that time, or the first after a jump.
+  [[nodiscard]] TimeOfDay onTodaysClock(TimeOfDay time) const;
+
+  /// Stores the minutes, 0 to 1439, of what today's clock shows at `chosen`.
   void setTime(TimeOfDay chosen);
 
  private:

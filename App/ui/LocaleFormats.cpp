@@ -105,6 +105,8 @@ QString markAfterDay(const QString& text) {
 
 }  // namespace
 
+QString shortTimeFormat(const QLocale& locale) { return shortTime(locale).toString(); }
+
 QString timeText(TimeOfDay time, const QLocale& locale) {
   return filledIn(shortTime(locale), time, locale);
 }

@@ -9,6 +9,10 @@
 
 namespace tollbeam {
 
+/// The format of `timeText`, as QLocale and QDateTimeEdit take it: hours and minutes alone, every
+/// letter that is no field in quotes.
+[[nodiscard]] QString shortTimeFormat(const QLocale& locale);
+
 /// Hours and minutes: "18:00", "6:00 PM".
 [[nodiscard]] QString timeText(TimeOfDay time, const QLocale& locale);
 

@@ -79,8 +79,9 @@ void SettingsView::addChargingNote(Form& form) {
 void SettingsView::showEvent(QShowEvent* event) {
   bindings_.show();
   general_->readLaunchAtLogin();
-  // The keyboard begins before the first control, where it scrolls.
-  page_->setFocus(Qt::OtherFocusReason);
+  // The keyboard begins before the first control, where it scrolls. Where the desktop only brings
+  // the window back, it stays where the user had it.
+  if (!event->spontaneous()) page_->setFocus(Qt::OtherFocusReason);
   QWidget::showEvent(event);
 }
 

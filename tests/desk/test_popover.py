@@ -89,7 +89,8 @@ class WithACompositor(Popover):
 
 
 class History(Popover):
-    options = {'panel': 'none', 'notify': 'none'}
+    """Beside a screen reader, which hears of every change: what the program prints then fails these, too."""
+    options = {'panel': 'none', 'notify': 'none', 'listener': True}
 
     def remember(self, *days):
         """An hour of each day back, falling by four from `percent`: at noon, today the hour before now."""
@@ -142,6 +143,8 @@ class History(Popover):
         wait_for(lambda: self.widget(name='24 hours', focused=True), 'the focus on the range')
         self.screen.keys('Right')
         self.chart_says('Last 7 days: 36% to 77%, now 70%.')
+        for name in ('24 hours', '7 days', 'Charge history'):
+            wait_for(lambda: self.desk.heard(source=name), 'something to be heard of ' + name)
 
     def test_short_history_is_a_placeholder(self):
         self.start()

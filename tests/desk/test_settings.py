@@ -133,6 +133,23 @@ class Preferences(SettingsTest):
         self.screen.act(APP, 'Alert when charging reaches 120%', 'spin button', 'Decrease')
         self.stored_becomes(limit=100, longSound='Doorbell', quietStart=61)
 
+    def test_wheel_only_scrolls(self):
+        self.start()
+        self.open_settings()
+        x, y, width, height = self.screen.find(APP, 'Alert when charging reaches 80%', 'spin button')
+        self.desk.run('xdotool', 'mousemove', str(x + width // 2), str(y + height // 2))
+        for _ in range(8):
+            self.desk.run('xdotool', 'click', '5')
+        wait_for(lambda: self.screen.find(APP, 'Alert when charging reaches 80%', 'spin button')[1] < y - 100,
+                 'the form to scroll')
+        self.round_trip()
+        self.assertEqual(self.preferences(), {})
+
+
+class Heard(SettingsTest):
+    """Beside a screen reader, which hears of every key: what the program prints then fails the test, too."""
+    options = {'panel': 'none', 'notify': 'none', 'listener': True}
+
     def test_keyboard_alone(self):
         self.start()
         self.open_settings()
@@ -145,6 +162,8 @@ class Preferences(SettingsTest):
         wait_for(lambda: self.widget('Default', 'list item'), 'the list of sounds')
         self.screen.keys('s', 'Return')
         self.stored_becomes(limitSound='Submarine')
+        for name in ('Charge limit', 'Alert when charging reaches 82%', 'Sound', 'Submarine'):
+            wait_for(lambda: self.desk.heard(source=name), 'something to be heard of ' + name)
         # The form follows the keyboard down to its end.
         self.screen.keys('shift+Tab')
         self.screen.keys('shift+Tab')
@@ -155,17 +174,44 @@ class Preferences(SettingsTest):
         box = self.widget('Reset History…', 'push button')['box']
         self.assertLess(box[1] + box[3], window[1] + window[3])
 
-    def test_wheel_only_scrolls(self):
-        self.start()
+    def test_time_by_keyboard(self):
+        self.start(quietEnabled=True)
         self.open_settings()
-        x, y, width, height = self.screen.find(APP, 'Alert when charging reaches 80%', 'spin button')
-        self.desk.run('xdotool', 'mousemove', str(x + width // 2), str(y + height // 2))
-        for _ in range(8):
-            self.desk.run('xdotool', 'click', '5')
-        wait_for(lambda: self.screen.find(APP, 'Alert when charging reaches 80%', 'spin button')[1] < y - 100,
-                 'the form to scroll')
-        self.round_trip()
-        self.assertEqual(self.preferences(), {})
+        self.desk.run('xdotool', 'search', '--name', '^Tollbeam Settings$', 'windowactivate', '--sync')
+        self.screen.keys(*['Tab'] * 17)
+        wait_for(lambda: self.widget('From', 'spin button')['focused'], 'the keyboard on the time')
+        for keys, minutes in ((['Up'], 23 * 60), (['Down'], 22 * 60), (['Prior'], 8 * 60), (['Next'], 22 * 60),
+                              (['Right', 'Up'], 22 * 60 + 1), (['Left', '0', '7', '3', '0', 'Return'], 7 * 60 + 30)):
+            self.screen.keys(*keys)
+            self.stored_becomes(quietStart=minutes)
+            self.assertEqual(self.widget('From', 'spin button')['value'], minutes)
+            wait_for(lambda: self.desk.heard(ev='object:property-change:accessible-value', source='From', value=minutes),
+                     'the new time to be told')
+        self.assertEqual(self.widget('From', 'spin button')['text'], '07:30')
+
+
+class WhenClocksChange(SettingsTest):
+    start_time = '2024-03-31 10:00'  # in Berlin the clock has jumped from 2:00 to 3:00
+
+    def test_time_that_today_has_not(self):
+        self.desk.clock.start_at(self.start_time)
+        self.write_preferences(quietEnabled=True, quietStart=150)
+        self.start_only(TZ='Europe/Berlin')
+        self.wait_until_launched()
+        self.open_settings()
+        self.assertEqual(self.widget('From', 'spin button')['text'], '03:00')
+        self.desk.run('xdotool', 'search', '--name', '^Tollbeam Settings$', 'windowactivate', '--sync')
+        self.screen.keys(*['Tab'] * 17)
+        wait_for(lambda: self.widget('From', 'spin button')['focused'], 'the keyboard on the time')
+        self.assertEqual(self.preferences()['quietStart'], 150)
+        self.screen.keys('Down')
+        self.stored_becomes(quietStart=60)
+        self.screen.type('0230')
+        wait_for(lambda: self.widget('From', 'spin button')['text'] == '02:30', 'what is typed')
+        self.stored_becomes(quietStart=180)
+        self.screen.keys('Tab')
+        wait_for(lambda: self.widget('From', 'spin button')['text'] == '03:00', 'the time that there is')
+        self.assertEqual(self.preferences()['quietStart'], 180)
 
 
 class LaunchAtLogin(SettingsTest):

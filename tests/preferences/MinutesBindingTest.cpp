@@ -62,6 +62,27 @@ TEST_F(MinutesBindingTest, ShowingWritesNothing) {
   EXPECT_EQ(store.writes, 0);
 }
 
+// A calendar that cannot place today.
+class NoCalendar final : public Calendar {
+ public:
+  [[nodiscard]] TimeOfDay timeOfDay(Date /*instant*/) const override { return {}; }
+  [[nodiscard]] CalendarDay day(Date /*instant*/) const override { return {}; }
+  [[nodiscard]] std::optional<Date> startOfDay(CalendarDay /*day*/) const override {
+    return std::nullopt;
+  }
+  [[nodiscard]] std::optional<Date> instant(CalendarDay /*day*/,
+                                            TimeOfDay /*time*/) const override {
+    return std::nullopt;
+  }
+};
+
+TEST_F(MinutesBindingTest, StoresTheChoiceItselfOnADayThatTheCalendarCannotPlace) {
+  const NoCalendar none;
+  MinutesBinding lost{store, "quietStart", none, clock};
+  lost.setTime({7, 30});
+  EXPECT_EQ(store.integerForKey("quietStart"), 450);
+}
+
 TEST_F(MinutesBindingTest, WhatWasChosenIsShown) {
   for (std::int64_t minutes = 0; minutes < 24 * 60; ++minutes) {
     const TimeOfDay time = shown(minutes);

@@ -673,6 +673,16 @@ TEST_F(SettingsViewTest, TheKeyboardBeginsBeforeTheFirstControl) {
   EXPECT_EQ(view->findChild<QScrollArea*>()->verticalScrollBar()->value(), 0);
 }
 
+TEST_F(SettingsViewTest, TheKeyboardStaysWhereItIsWhenTheDesktopShowsTheWindowAgain) {
+  make();
+  test::showActive(*view);
+  toggle("Low battery")->setFocus(Qt::TabFocusReason);
+  QShowEvent again;
+  QSpontaneKeyEvent::setSpontaneous(&again);
+  qApp->notify(&*view, &again);
+  EXPECT_TRUE(toggle("Low battery")->hasFocus());
+}
+
 TEST_F(SettingsViewTest, TheKeyboardsControlIsInView) {
   make();
   test::showActive(*view);

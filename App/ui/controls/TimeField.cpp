@@ -1,6 +1,5 @@
 #include "ui/controls/TimeField.h"
 
-#include <QAccessibleWidget>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
@@ -9,10 +8,13 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
+#include "ui/LocaleFormats.h"
 #include "ui/controls/Digits.h"
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/SpokenTime.h"
 #include "ui/controls/TextLine.h"
 
 namespace tollbeam {
@@ -28,42 +30,7 @@ constexpr int kGap = 8;
 constexpr int kChevronWidth = 10;
 constexpr int kChevronHeight = 12;
 constexpr double kSelectionRadius = 3;
-
-/// A spin button whose text can be read and written, and whose chosen part can be stepped.
-class SpokenTime final : public QAccessibleWidget {
- public:
-  explicit SpokenTime(TimeField* field) : QAccessibleWidget(field, QAccessible::SpinBox) {}
-
-  void* interface_cast(QAccessible::InterfaceType type) override {
-    auto* line = QAccessible::queryAccessibleInterface(field()->line());
-    if (type == QAccessible::TextInterface) return line->textInterface();
-    if (type == QAccessible::EditableTextInterface && field()->isEnabled()) {
-      return line->editableTextInterface();
-    }
-    return QAccessibleWidget::interface_cast(type);
-  }
-  [[nodiscard]] QString text(QAccessible::Text kind) const override {
-    return kind == QAccessible::Value ? field()->text() : QAccessibleWidget::text(kind);
-  }
-  [[nodiscard]] QAccessible::State state() const override {
-    QAccessible::State state = QAccessibleWidget::state();
-    state.editable = true;
-    return state;
-  }
-  [[nodiscard]] int childCount() const override { return 0; }
-  [[nodiscard]] QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
-  [[nodiscard]] QStringList actionNames() const override {
-    return QStringList{increaseAction(), decreaseAction()} + QAccessibleWidget::actionNames();
-  }
-  void doAction(const QString& name) override {
-    const int step = name == increaseAction() ? 1 : name == decreaseAction() ? -1 : 0;
-    if (step == 0) return QAccessibleWidget::doAction(name);
-    if (field()->isEnabled()) field()->stepBy(step);
-  }
-
- private:
-  [[nodiscard]] TimeField* field() const { return static_cast<TimeField*>(widget()); }
-};
+constexpr int kMostSteps = 60;
 
 TimeOfDay timeOf(QTime time) { return {.hour = time.hour(), .minute = time.minute()}; }
 
@@ -85,7 +52,8 @@ TimeField::TimeField(const Style& style, QWidget* parent)
   lineEdit()->setObjectName(QStringLiteral("time"));
   connect(lineEdit(), &QLineEdit::textChanged, this, [this] { update(); });
   connect(lineEdit(), &QLineEdit::selectionChanged, this, [this] { update(); });
-  connect(this, &QTimeEdit::timeChanged, this, [this](QTime time) { Q_EMIT chosen(timeOf(time)); });
+  connect(this, &QTimeEdit::timeChanged, this, &TimeField::take);
+  connect(this, &QTimeEdit::editingFinished, this, &TimeField::finish);
   FocusRing::surround(*this, style, kRadius);
   connect(&style_, &Style::changed, this, &TimeField::restyle);
   followLocale();
@@ -99,22 +67,75 @@ void TimeField::restyle() {
 }
 
 void TimeField::followLocale() {
-  // Without the seconds, which some locales show even here.
-  QString format = locale().timeFormat(QLocale::ShortFormat);
-  format.remove(QStringLiteral(":ss")).remove(QStringLiteral(".ss"));
   const QSignalBlocker blocker(this);
-  setDisplayFormat(format);
+  setDisplayFormat(shortTimeFormat(locale()));
   updateGeometry();
 }
 
+void TimeField::setTodaysClock(std::function<TimeOfDay(TimeOfDay)> clock) {
+  todaysClock_ = std::move(clock);
+}
+
 void TimeField::setTimeOfDay(TimeOfDay time) {
-  const QTime shown(time.hour, time.minute);
-  if (shown == this->time()) return;
-  const QSignalBlocker blocker(this);
-  setTime(shown);
+  // Only the answer to what is being typed.
+  if (unfinished_ == time) return;
+  unfinished_.reset();
+  if (time == timeOfDay()) return;
+  {
+    const QSignalBlocker blocker(this);
+    setTime(QTime(time.hour, time.minute));
+    if (hasFocus()) setSelectedSection(currentSection());
+  }
+  tellChange();
 }
 
 TimeOfDay TimeField::timeOfDay() const { return timeOf(time()); }
+
+TimeOfDay TimeField::existing(TimeOfDay time) const {
+  return todaysClock_ ? todaysClock_(time) : time;
+}
+
+void TimeField::tellChange() {
+  told_ = timeOfDay();
+  QAccessibleValueChangeEvent event(this, told_.hour * 60 + told_.minute);
+  QAccessible::updateAccessibility(&event);
+}
+
+void TimeField::take() {
+  // The Return key makes Qt tell of a time that is the old one.
+  if (timeOfDay() == told_) return;
+  tellChange();
+  const TimeOfDay choice = existing(told_);
+  unfinished_ = choice;
+  if (!hasFocus()) finish();
+  Q_EMIT chosen(choice);
+}
+
+void TimeField::finish() {
+  if (!unfinished_) return;
+  const TimeOfDay choice = *std::exchange(unfinished_, std::nullopt);
+  setTimeOfDay(choice);
+}
+
+void TimeField::stepBy(int steps) {
+  {
+    const QSignalBlocker blocker(this);
+    QTimeEdit::stepBy(steps);
+    const TimeOfDay nearest = existing(timeOfDay());
+    // Across a jump to the next time that there is. The half of the day, and the minutes of an hour
+    // that is left out, may have none.
+    for (int left = kMostSteps; left > 0 && existing(timeOfDay()) != timeOfDay(); --left) {
+      QTimeEdit::stepBy(steps < 0 ? -1 : 1);
+    }
+    const bool found = existing(timeOfDay()) == timeOfDay() && timeOfDay() != told_;
+    if (!found) setTime(QTime(nearest.hour, nearest.minute));
+    setSelectedSection(currentSection());
+  }
+  unfinished_.reset();
+  if (timeOfDay() == told_) return;
+  tellChange();
+  Q_EMIT chosen(told_);
+}
 
 QSize TimeField::sizeHint() const {
   double widest = 0;
@@ -248,6 +269,7 @@ void TimeField::mouseReleaseEvent(QMouseEvent* /*event*/) { repeat_.stop(); }
 void TimeField::hideEvent(QHideEvent* event) {
   repeat_.stop();
   QTimeEdit::hideEvent(event);
+  finish();
 }
 
 void TimeField::changeEvent(QEvent* event) {

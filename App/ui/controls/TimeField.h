@@ -1,9 +1,13 @@
 // Hours and minutes as the user's locale writes them. It is Qt's own time edit, so that typing,
 // arrows, wheel and screen readers work as everywhere; only what is seen is ours. `chosen` is the
-// user's doing only; what the program shows with `setTimeOfDay` tells nobody.
+// user's doing only; what the program shows with `setTimeOfDay` tells nobody. A time that the clock
+// jumps over today is never chosen: steps go past it, and where it is typed, the first time after
+// the jump is chosen at once and seen when the typing is over, not under the user's hands.
 #pragma once
 
 #include <QTimeEdit>
+#include <functional>
+#include <optional>
 
 #include "platform/Calendar.h"
 #include "ui/controls/Accessibility.h"
@@ -18,12 +22,18 @@ class TimeField final : public QTimeEdit, public SelfDescribing {
  public:
   explicit TimeField(const Style& style, QWidget* parent = nullptr);
 
+  /// `clock` is what today's clock shows at a time: that time, or the first after a jump. Without
+  /// it there is every time.
+  void setTodaysClock(std::function<TimeOfDay(TimeOfDay)> clock);
+
+  /// Takes the place of what is being typed, unless it is what that stands for.
   void setTimeOfDay(TimeOfDay time);
   [[nodiscard]] TimeOfDay timeOfDay() const;
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
   [[nodiscard]] QAccessibleInterface* describe() override;
+  void stepBy(int steps) override;
   /// The line that takes what is typed. Hidden.
   [[nodiscard]] QLineEdit* line() const { return lineEdit(); }
 
@@ -44,6 +54,10 @@ class TimeField final : public QTimeEdit, public SelfDescribing {
   void restyle();
   bool takeHalfOfDay(const QString& typed);
   void followLocale();
+  void take();
+  void finish();
+  void tellChange();
+  [[nodiscard]] TimeOfDay existing(TimeOfDay time) const;
   [[nodiscard]] Qt::LayoutDirection direction() const;
   [[nodiscard]] QRect chevrons() const;
   [[nodiscard]] QRect textRect() const;
@@ -52,6 +66,10 @@ class TimeField final : public QTimeEdit, public SelfDescribing {
 
   const Style& style_;
   AutoRepeat repeat_;
+  std::function<TimeOfDay(TimeOfDay)> todaysClock_;
+  TimeOfDay told_;  // the latest time that anybody was told of
+  /// What was chosen by typing that may go on.
+  std::optional<TimeOfDay> unfinished_;
 };
 
 }  // namespace tollbeam

@@ -52,6 +52,7 @@ void Bindings::bind(SoundPicker* control, const char* key) {
 }
 
 void Bindings::bind(TimeField* control, MinutesBinding minutes) {
+  control->setTodaysClock([minutes](TimeOfDay time) { return minutes.onTodaysClock(time); });
   follow([control, minutes] { control->setTimeOfDay(minutes.time()); });
   connect(control, &TimeField::chosen, this, [this, minutes](TimeOfDay time) mutable {
     minutes.setTime(time);

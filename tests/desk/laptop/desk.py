@@ -19,12 +19,12 @@ from .sound import Speaker
 from .waiting import wait_for
 
 OPTIONS = {'panel': 'xfce', 'notify': 'xfce', 'wm': 'xfwm4', 'compositor': False, 'dark': False, 'scale': 1,
-           'size': '1280x800', 'sound': False}
+           'size': '1280x800', 'sound': False, 'listener': False}
 INHIBIT_DELAY_MAX = 5.0  # seconds; logind's own default
 
 # The parts in the order in which they come up; down is the reverse.
-ORDER = ('hardware', 'logind', 'upowerd', 'profiles', 'accessibility', 'notelog', 'windows', 'sound', 'notify',
-         'panel')
+ORDER = ('hardware', 'logind', 'upowerd', 'profiles', 'accessibility', 'listener', 'notelog', 'windows', 'sound',
+         'notify', 'panel')
 
 
 def default_folder():
@@ -293,6 +293,14 @@ class Desk:
 
     def forget_notes(self):
         self._notes_from = os.path.getsize(self.path('notes.jsonl'))
+
+    def heard(self, **fields):
+        """The accessibility events with these fields, in order (a desk with a listener)."""
+        if not self.options['listener']:
+            raise DeskError('nobody listens here (up --listener)')
+        with open(self.path('heard.jsonl'), 'rb') as f:
+            events = [json.loads(line) for line in f.read().split(b'\n')[:-1]]
+        return [e for e in events if all(e.get(k) == v for k, v in fields.items())]
 
     def wait_for_note(self, ev='notify', seconds=10.0, **fields):
         """Waits for a notification event with these fields and returns it."""

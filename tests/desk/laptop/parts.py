@@ -101,6 +101,13 @@ def accessibility(desk):
     desk.session.set('org.a11y.Bus', '/org/a11y/bus', 'org.a11y.Status', 'IsEnabled', GLib.Variant('b', True))
 
 
+def listener(desk):
+    """Without one, programs send no accessibility events at all, and nothing can go wrong with them."""
+    if desk.options['listener']:
+        desk.processes.start('listener', [PYTHON, program('listener.py'), desk.path('heard.jsonl')], desk.env)
+        wait_for(lambda: os.path.exists(desk.path('heard.jsonl')) and desk.heard(ev='start'), 'the listener')
+
+
 def notelog(desk):
     desk.processes.start('notelog', [PYTHON, program('notelog.py'), desk.path('notes.jsonl')], desk.env)
     wait_for(desk.notes_exist, 'the log of notifications')

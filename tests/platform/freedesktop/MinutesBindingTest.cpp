@@ -5,6 +5,7 @@
 
 #include "platform/freedesktop/LocalCalendar.h"
 #include "platform/freedesktop/support/Sandbox.h"
+#include "platform/recorded/RecordedPlatform.h"
 
 namespace tollbeam {
 
@@ -45,6 +46,33 @@ TEST(MinutesBindingInRealZones, ShowsTheNextTimeWhereTheClockJumps) {
     const Date now = *calendar.startOfDay(c.today) + 12 * 3600.0;
     EXPECT_EQ(calendar.timeOfDay(timeOfMinutes(c.minutes, now, calendar)), c.shown)
         << c.zone << ' ' << c.minutes;
+  }
+}
+
+TEST(MinutesBindingInRealZones, StoresWhatTheClockShowsInPlaceOfWhatItJumpsOver) {
+  struct Choice {
+    const char* zone;
+    CalendarDay today;
+    TimeOfDay chosen;
+    std::int64_t stored;
+  };
+  const Choice choices[] = {
+      {"Europe/Berlin", {2024, 3, 31}, {1, 59}, at(1, 59)},
+      {"Europe/Berlin", {2024, 3, 31}, {2, 0}, at(3, 0)},
+      {"Europe/Berlin", {2024, 3, 31}, {2, 30}, at(3, 0)},
+      {"Europe/Berlin", {2024, 3, 31}, {22, 0}, at(22, 0)},
+      {"Europe/Berlin", {2024, 4, 1}, {2, 30}, at(2, 30)},
+      {"Europe/Berlin", {2024, 10, 27}, {2, 30}, at(2, 30)},
+      {"America/Sao_Paulo", {2018, 11, 4}, {0, 30}, at(1, 0)},
+      {"Australia/Lord_Howe", {2023, 10, 1}, {2, 15}, at(2, 30)},
+  };
+  for (const Choice& c : choices) {
+    const test::Environment here("TZ", c.zone);
+    const LocalCalendar calendar;
+    const ManualClock clock{*calendar.startOfDay(c.today) + 12 * 3600.0};
+    RecordedUserDefaults store;
+    MinutesBinding(store, "quietStart", calendar, clock).setTime(c.chosen);
+    EXPECT_EQ(store.integerForKey("quietStart"), c.stored) << c.zone << ' ' << c.stored;
   }
 }
 

@@ -17,5 +17,5 @@ tollbeam_test(user_tests MOC
     platform/freedesktop/ValueJsonTest.cpp
     platform/freedesktop/support/RecordingServer.cpp
     platform/freedesktop/support/Sandbox.cpp
-  LIBS tollbeam_core tollbeam_freedesktop_user tollbeam_test_support
+  LIBS tollbeam_core tollbeam_freedesktop_user tollbeam_platform_recorded tollbeam_test_support
   PRECOMPILED dbus_tests)

@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <limits>
+
 #include "platform/recorded/RecordedPlatform.h"
 #include "support/Widgets.h"
+#include "ui/LocaleFormats.h"
 
 namespace tollbeam {
 namespace {
@@ -38,6 +42,36 @@ TEST_F(TimeFieldTest, ShowsTheTimeAsTheLocaleWritesIt) {
   EXPECT_EQ(field.text().simplified(), QStringLiteral("7:05 AM"));
   field.setTimeOfDay({22, 0});
   EXPECT_EQ(field.text().simplified(), QStringLiteral("10:00 PM"));
+}
+
+TEST_F(TimeFieldTest, WritesNoMoreThanHoursAndMinutesInEveryLocale) {
+  for (const QLocale& locale :
+       QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {
+    field.setLocale(locale);
+    field.setTimeOfDay({15, 5});
+    EXPECT_EQ(field.text(), timeText({15, 5}, locale)) << locale.name().toStdString();
+    const auto digits = std::ranges::count_if(field.text(), [](QChar c) { return c.isNumber(); });
+    EXPECT_LE(digits, 4) << locale.name().toStdString();
+    EXPECT_EQ(field.displayedSections() & ~QDateTimeEdit::Sections(QDateTimeEdit::AmPmSection),
+              QDateTimeEdit::HourSection | QDateTimeEdit::MinuteSection)
+        << locale.name().toStdString();
+  }
+}
+
+TEST_F(TimeFieldTest, CanBeSteppedInEveryLocale) {
+  for (const QLocale& locale :
+       QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {
+    // Where Qt cannot reach the minutes, in whatever format.
+    if (locale.language() == QLocale::Assamese) continue;
+    TimeField other(style);
+    other.setLocale(locale);
+    other.setTimeOfDay({15, 5});
+    other.setSelectedSection(QDateTimeEdit::HourSection);
+    other.stepBy(1);
+    other.setSelectedSection(QDateTimeEdit::MinuteSection);
+    other.stepBy(-1);
+    EXPECT_EQ(other.timeOfDay(), (TimeOfDay{16, 4})) << locale.name().toStdString();
+  }
 }
 
 TEST_F(TimeFieldTest, ShowingChoosesNothing) {
@@ -138,6 +172,118 @@ TEST_F(TimeFieldTest, AScreenReaderReadsAndChangesItsText) {
   actions->doAction(QAccessibleActionInterface::decreaseAction());
   EXPECT_EQ(field.timeOfDay(), (TimeOfDay{7, 31}));
   EXPECT_EQ(heard->editableTextInterface(), nullptr);
+}
+
+TEST_F(TimeFieldTest, AScreenReaderReadsAndChangesItsMinutesAfterMidnight) {
+  auto* heard = test::spoken(&field)->valueInterface();
+  ASSERT_NE(heard, nullptr);
+  EXPECT_EQ(heard->currentValue(), 1320);
+  EXPECT_EQ(heard->minimumValue(), 0);
+  EXPECT_EQ(heard->maximumValue(), 1439);
+  EXPECT_EQ(heard->minimumStepSize(), 1);
+  heard->setCurrentValue(450.9);
+  EXPECT_EQ(chosen.back(), (TimeOfDay{7, 30}));
+  for (const double nonsense : {-1.0, 1439.5, 1e300, std::numeric_limits<double>::quiet_NaN()}) {
+    heard->setCurrentValue(nonsense);
+    EXPECT_EQ(field.timeOfDay(), (TimeOfDay{7, 30})) << nonsense;
+  }
+  field.setEnabled(false);
+  heard->setCurrentValue(0);
+  EXPECT_EQ(field.timeOfDay(), (TimeOfDay{7, 30}));
+}
+
+TEST_F(TimeFieldTest, ReturnChoosesNothingNew) {
+  focus();
+  key(Qt::Key_Return);
+  EXPECT_TRUE(chosen.empty());
+  type("07");
+  chosen.clear();
+  key(Qt::Key_Return);
+  EXPECT_TRUE(chosen.empty());
+}
+
+// A day without the time from 2:00 to 2:59.
+class JumpingTimeFieldTest : public TimeFieldTest {
+ protected:
+  JumpingTimeFieldTest() {
+    field.setTodaysClock([](TimeOfDay time) { return time.hour == 2 ? TimeOfDay{3, 0} : time; });
+    // Whoever shows the field what became of each choice.
+    QObject::connect(&field, &TimeField::chosen,
+                     [this](TimeOfDay time) { field.setTimeOfDay(time); });
+  }
+  void select(QDateTimeEdit::Section part) { field.setSelectedSection(part); }
+};
+
+TEST_F(JumpingTimeFieldTest, HoursAreSteppedPastTheJump) {
+  field.setTimeOfDay({3, 30});
+  focus();
+  key(Qt::Key_Down);
+  EXPECT_EQ(chosen, (std::vector<TimeOfDay>{{1, 30}}));
+  key(Qt::Key_Up);
+  EXPECT_EQ(chosen.back(), (TimeOfDay{3, 30}));
+  field.setTimeOfDay({12, 30});
+  key(Qt::Key_PageDown);
+  EXPECT_EQ(chosen.back(), (TimeOfDay{1, 30}));
+}
+
+TEST_F(JumpingTimeFieldTest, TheHalfOfTheDayLeadsToTheTimeAfterTheJump) {
+  field.setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
+  field.setTimeOfDay({14, 30});
+  focus();
+  select(QDateTimeEdit::AmPmSection);
+  key(Qt::Key_Down);
+  EXPECT_EQ(chosen, (std::vector<TimeOfDay>{{3, 0}}));
+  EXPECT_EQ(field.timeOfDay(), (TimeOfDay{3, 0}));
+}
+
+TEST_F(JumpingTimeFieldTest, WhatIsTypedStandsUntilTheTypingIsOver) {
+  focus();
+  type("0230");
+  EXPECT_EQ(chosen.back(), (TimeOfDay{3, 0}));
+  EXPECT_EQ(field.text(), QStringLiteral("02:30"));
+  key(Qt::Key_Return);
+  EXPECT_EQ(field.text(), QStringLiteral("03:00"));
+  EXPECT_EQ(chosen.back(), (TimeOfDay{3, 0}));
+}
+
+TEST_F(JumpingTimeFieldTest, LeavingAndHidingEndTheTyping) {
+  focus();
+  type("0230");
+  field.clearFocus();
+  EXPECT_EQ(field.text(), QStringLiteral("03:00"));
+  field.setTimeOfDay({22, 0});
+  focus();
+  type("0230");
+  field.hide();
+  EXPECT_EQ(field.text(), QStringLiteral("03:00"));
+}
+
+TEST_F(JumpingTimeFieldTest, StepsGoOnFromWhatIsTyped) {
+  focus();
+  type("0230");
+  select(QDateTimeEdit::HourSection);
+  key(Qt::Key_Down);
+  EXPECT_EQ(chosen.back(), (TimeOfDay{1, 30}));
+  type("0230");
+  select(QDateTimeEdit::MinuteSection);
+  key(Qt::Key_Up);
+  EXPECT_EQ(field.timeOfDay(), (TimeOfDay{3, 0}));
+  EXPECT_EQ(chosen.back(), (TimeOfDay{3, 0}));
+}
+
+TEST_F(JumpingTimeFieldTest, AnotherTimeTakesThePlaceOfWhatIsTyped) {
+  focus();
+  type("0230");
+  field.setTimeOfDay({5, 0});
+  EXPECT_EQ(field.text(), QStringLiteral("05:00"));
+  key(Qt::Key_Return);
+  EXPECT_EQ(field.text(), QStringLiteral("05:00"));
+}
+
+TEST_F(JumpingTimeFieldTest, AScreenReadersTextIsSettledAtOnce) {
+  test::spoken(&field)->editableTextInterface()->replaceText(0, 5, QStringLiteral("02:30"));
+  EXPECT_EQ(chosen, (std::vector<TimeOfDay>{{3, 0}}));
+  EXPECT_EQ(field.text(), QStringLiteral("03:00"));
 }
 
 TEST_F(TimeFieldTest, IsWideEnoughForEveryTime) {
