@@ -1,18 +1,13 @@
 #include "ui/controls/TextLine.h"
 
 #include <QFontMetricsF>
+#include <QPainterPath>
+#include <algorithm>
 #include <cmath>
 
 #include "ui/controls/Digits.h"
 
 namespace tollbeam {
-
-namespace {
-
-// A font's descent is a little deeper than its letters.
-constexpr double kDepth = 0.8;
-
-}  // namespace
 
 double widthOfLine(const QString& text, const QFont& font, Figures figures) {
   return figures == Figures::tabular ? tabularWidth(text, font)
@@ -28,9 +23,14 @@ void paintLine(QPainter& painter, QPointF topLeft, double height, const QString&
                const QFont& font, Figures figures) {
   const QFontMetricsF metrics(font);
   const double above = (height - metrics.ascent() - metrics.descent()) / 2;
-  const double lowest = topLeft.y() + height - kDepth * metrics.descent();
-  double baseline = onDevicePixel(painter, topLeft.y() + above + metrics.ascent());
-  if (baseline > lowest) baseline -= 1 / painter.device()->devicePixelRatioF();
+  // The descent would do, but is deeper than the letters, and would lift lines that have room.
+  QPainterPath letters;
+  letters.addText(0, 0, font, QStringLiteral("gjpqy"));
+  const double depth = letters.boundingRect().bottom();
+  const double lowest = topLeft.y() + height - depth;
+  const double ratio = painter.device()->devicePixelRatioF();
+  const double baseline = std::min(onDevicePixel(painter, topLeft.y() + above + metrics.ascent()),
+                                   std::floor(lowest * ratio) / ratio);
   const QPointF start(topLeft.x(), baseline);
   painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   if (figures == Figures::tabular) {

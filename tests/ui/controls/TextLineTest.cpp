@@ -21,26 +21,37 @@ int lowestInk(const QImage& image) {
   return -1;
 }
 
+int lowestInkOfLine(int line, const QFont& font, double ratio) {
+  QImage image(QSize(200, 2 * line) * ratio, QImage::Format_ARGB32_Premultiplied);
+  image.setDevicePixelRatio(ratio);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  painter.setPen(Qt::black);
+  paintLine(painter, {4, 0}, line, QStringLiteral("gjpqy"), font, Figures::proportional);
+  painter.end();
+  return lowestInk(image);
+}
+
 TEST(TextLine, LeavesNoLetterBelowItsLine) {
-  RecordedAppearance appearance;
-  const Style style(appearance);
-  for (const Role role :
-       {Role::headline, Role::body, Role::callout, Role::caption, Role::caption2}) {
-    for (const double ratio : {1.0, 1.25, 2.0}) {
-      const int line = style.lineHeight(role);
-      QImage image(QSize(200, 2 * line) * ratio, QImage::Format_ARGB32_Premultiplied);
-      image.setDevicePixelRatio(ratio);
-      image.fill(Qt::transparent);
-      QPainter painter(&image);
-      painter.setPen(Qt::black);
-      paintLine(painter, {4, 0}, line, QStringLiteral("gjpqy"), style.font(role),
-                Figures::proportional);
-      painter.end();
-      const int lowest = lowestInk(image);
-      EXPECT_GT(lowest, line * ratio / 2);
-      EXPECT_LT(lowest, line * ratio) << static_cast<int>(role) << " at " << ratio;
+  const QFont before = QApplication::font();
+  for (int size = 10; size < 25; ++size) {
+    QFont base(before);
+    base.setPixelSize(size);
+    QApplication::setFont(base);
+    RecordedAppearance appearance;
+    const Style style(appearance);
+    for (const Role role :
+         {Role::headline, Role::body, Role::callout, Role::caption, Role::caption2}) {
+      for (const double ratio : {1.0, 1.25, 2.0}) {
+        const int line = style.lineHeight(role);
+        const int lowest = lowestInkOfLine(line, style.font(role), ratio);
+        EXPECT_GT(lowest, line * ratio / 2);
+        EXPECT_LT(lowest, line * ratio)
+            << size << " px, role " << static_cast<int>(role) << " at " << ratio;
+      }
     }
   }
+  QApplication::setFont(before);
 }
 
 }  // namespace
