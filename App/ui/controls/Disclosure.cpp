@@ -127,7 +127,7 @@ void Disclosure::paintEvent(QPaintEvent* /*event*/) {
   painter.translate(0, kSink * turn_.value());
   constexpr double kQuarter = 90;
   painter.rotate(kQuarter * turn_.value());
-  painter.drawConvexPolygon(QPolygonF{{-3.5, -4.5}, {-3.5, 4.5}, {2.5, 0}});
+  painter.drawConvexPolygon(QPolygonF{{-4, -4.5}, {-4, 4.5}, {2, 0}});
   painter.restore();
 
   const int start = size + style_.px(kGap);

@@ -194,8 +194,9 @@ void TimeField::paintTime(QPainter& painter) const {
   if (!hasFocus() || !lineEdit()->hasSelectedText()) return;
   const qsizetype from = lineEdit()->selectionStart();
   const qsizetype length = lineEdit()->selectedText().size();
-  const QRectF selection = QRectF(QPointF(xOf(from), top), QPointF(xOf(from + length), top))
-                               .adjusted(-1, 0, 1, metrics.height());
+  // No wider than its digits: the colon stands right beside them.
+  const QRectF selection(QPointF(xOf(from), top),
+                         QPointF(xOf(from + length), top + metrics.height()));
   painter.setPen(Qt::NoPen);
   painter.setBrush(style_.colours().accent);
   painter.drawRoundedRect(selection, style_.px(kSelectionRadius), style_.px(kSelectionRadius));
@@ -210,8 +211,8 @@ void TimeField::paintChevrons(QPainter& painter) const {
   painter.translate(box.topLeft());
   painter.scale(box.width() / kChevronWidth, box.height() / kChevronHeight);
   painter.setPen(QPen(style_.colours().secondary, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  const QPointF up[] = {{2.5, 4.5}, {5, 2}, {7.5, 4.5}};
-  const QPointF down[] = {{2.5, 7.5}, {5, 10}, {7.5, 7.5}};
+  const QPointF up[] = {{2.5, 4}, {5, 1.5}, {7.5, 4}};
+  const QPointF down[] = {{2.5, 8}, {5, 10.5}, {7.5, 8}};
   painter.drawPolyline(up, 3);
   painter.drawPolyline(down, 3);
   painter.restore();

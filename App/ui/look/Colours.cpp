@@ -8,6 +8,8 @@ namespace {
 
 constexpr double kDarkBelow = 0.18;
 constexpr double kTextContrast = 4.5;
+// The banner's link is small, and its ground has its hue.
+constexpr double kLinkContrast = 5.5;
 constexpr double kGraphicsContrast = 3;
 constexpr double kHighContrastText = 7;
 constexpr double kHighContrastPalette = 20;
@@ -65,7 +67,8 @@ Colours coloursOf(const QPalette& palette, bool moreContrast) {
   c.onAccent = textOnAccent(palette, c.accent);
   c.banner = at(c.accent, 0.12);
   const QColor bannerGround = mixed(c.accent, c.surface, 0.12);
-  c.link = readable(words(c.accent), c.primary, bannerGround, kTextContrast);
+  c.link = readable(words(c.accent), c.primary, bannerGround,
+                    c.highContrast ? kHighContrastText : kLinkContrast);
 
   const Shades& text = c.dark ? kDarkText : kLightText;
   c.greenText = words(text.green);

@@ -95,8 +95,9 @@ void SnoozeBanner::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(style_.colours().banner);
-  const bool outlined = style_.colours().outline.alpha() > 0;
-  painter.setPen(outlined ? QPen(style_.colours().outline, 1) : QPen(Qt::NoPen));
+  // Softer than a control's: it cannot be pressed.
+  const bool outlined = style_.colours().highContrast;
+  painter.setPen(outlined ? QPen(style_.colours().hairline, 1) : QPen(Qt::NoPen));
   const double inset = outlined ? 0.5 : 0;
   const double radius = style_.px(kRadius) - inset;
   painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);

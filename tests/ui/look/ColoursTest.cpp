@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -77,6 +78,9 @@ TEST(Colours, AreReadableOnAnyPaletteThatIsReadableItself) {
          {Ink::primary, Ink::secondary, Ink::link, Ink::green, Ink::orange, Ink::red}) {
       EXPECT_GE(contrastRatio(c.ink(ink), c.surface), 4.49) << static_cast<int>(ink);
     }
+    const QColor banner = mixed(c.accent, c.surface, 0.12);
+    EXPECT_GE(contrastRatio(c.link, banner),
+              std::min(c.highContrast ? 6.99 : 5.49, contrastRatio(c.primary, banner) - 0.01));
     for (const QColor& graphics : {c.accent, c.green, c.orange, c.red}) {
       EXPECT_GE(contrastRatio(graphics, c.surface), 2.99);
     }
