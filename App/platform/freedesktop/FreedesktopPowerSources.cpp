@@ -40,14 +40,15 @@ List asSeen(const PowerTableCache::Table& table) {
 }  // namespace
 
 FreedesktopPowerSources::FreedesktopPowerSources(const QDBusConnection& systemBus,
-                                                 std::string suppliesFolder,
+                                                 Workspace& workspace, std::string suppliesFolder,
                                                  LaunchPatience patience)
     : bus_(systemBus),
       suppliesFolder_(std::move(suppliesFolder)),
       device_(systemBus, displayDevice(), deviceKeys(), RemoteProperties::Activation::allowed),
       manager_(systemBus, manager(), {QStringLiteral("OnBattery")},
                RemoteProperties::Activation::allowed),
-      readiness_(patience.glitch) {
+      readiness_(patience.glitch),
+      hold_(workspace, [this] { onHoldReleased(); }) {
   settling_.setSingleShot(true);
   settling_.setInterval(settlingTime);
   QObject::connect(&settling_, &QTimer::timeout, &settling_, [this] { onSettled(); });
@@ -135,6 +136,11 @@ void FreedesktopPowerSources::onSettled() {
   announceIfChanged(read());
 }
 
+void FreedesktopPowerSources::onHoldReleased() {
+  // What is settling is told when it has.
+  if (readiness_.isReady() && !settling_.isActive()) announceIfChanged(read());
+}
+
 void FreedesktopPowerSources::watchKernel(bool wanted) {
   if (!wanted) {
     kernelMonitor_.reset();
@@ -146,6 +152,7 @@ void FreedesktopPowerSources::watchKernel(bool wanted) {
 }
 
 void FreedesktopPowerSources::announceIfChanged(const PowerTableCache::Table& table) {
+  if (hold_.isHolding()) return;
   auto seen = asSeen(table);
   if (announced_ == seen) return;
   announced_ = std::move(seen);

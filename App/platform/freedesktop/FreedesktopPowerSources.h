@@ -14,6 +14,7 @@
 #include "platform/freedesktop/PowerTableCache.h"
 #include "platform/freedesktop/Readiness.h"
 #include "platform/freedesktop/RemoteProperties.h"
+#include "platform/freedesktop/SleepHold.h"
 
 namespace tollbeam {
 
@@ -28,9 +29,10 @@ struct LaunchPatience {
 
 class FreedesktopPowerSources final : public PowerSources {
  public:
-  explicit FreedesktopPowerSources(const QDBusConnection& systemBus,
-                                   std::string suppliesFolder = "/sys/class/power_supply",
-                                   LaunchPatience patience = {});
+  /// `workspace` outlives this object.
+  FreedesktopPowerSources(const QDBusConnection& systemBus, Workspace& workspace,
+                          std::string suppliesFolder = "/sys/class/power_supply",
+                          LaunchPatience patience = {});
 
   [[nodiscard]] std::optional<List> descriptions() const override;
   [[nodiscard]] std::optional<Dictionary> smartBattery() const override;
@@ -49,6 +51,7 @@ class FreedesktopPowerSources final : public PowerSources {
   void onKernelEvent();
   void onReady();
   void onSettled();
+  void onHoldReleased();
   void watchKernel(bool wanted);
   void announceIfChanged(const PowerTableCache::Table& table);
 
@@ -69,6 +72,7 @@ class FreedesktopPowerSources final : public PowerSources {
   QTimer patienceWithDaemon_;
   Readiness readiness_;
   Subscription ownReadiness_;
+  SleepHold hold_;
 };
 
 }  // namespace tollbeam

@@ -16,7 +16,8 @@ tollbeam_room(tollbeam_freedesktop_power
   PowerProfilesProcessInfo.cpp
   PowerSupplyMonitor.cpp
   Readiness.cpp
-  RemoteProperties.cpp)
+  RemoteProperties.cpp
+  SleepHold.cpp)
 target_link_libraries(tollbeam_freedesktop_power
   PUBLIC tollbeam_power_readings Qt6::Core Qt6::DBus
   PRIVATE tollbeam_freedesktop_dbus PkgConfig::UDEV)
