@@ -58,15 +58,17 @@ class Wake(ProgramTest):
         super().start(*command, **preferences)
         self.launched = self.desk.clock.now()
 
-    def sleep_and_wake(self, hours=3, percent=None, charger_put_in=False):
-        """A sleep of about so many hours. It ends twenty seconds into a minute of the program's timer,
-        so that it is not the timer that looks right after the wake."""
+    def sleep_and_wake(self, hours=3, percent=None, **changes):
+        """A sleep of about so many hours, at whose end the devices have these attributes.
+
+        It ends twenty seconds into a minute of the program's timer, so that it is not the timer that
+        looks right after the wake.
+        """
         self.desk.go_to_sleep()
         into_the_minute = (self.desk.clock.now() - self.launched) % 60
         self.pass_time(hours * 3600 + 20 - into_the_minute)
-        if charger_put_in:
-            self.laptop.set_silently('AC', online=1)
-            self.laptop.set_silently('BAT0', status='Charging')
+        for device, attributes in changes.items():
+            self.laptop.set_silently(device, **attributes)
         self.desk.wake_up(percent)
         self.system_bus_round_trip()
 
@@ -91,7 +93,7 @@ class Wake(ProgramTest):
     def test_limit_that_was_passed_in_the_sleep_is_not_told(self):
         self.discharge_to(85)
         self.start(longEnabled=False)
-        self.sleep_and_wake(charger_put_in=True)
+        self.sleep_and_wake(AC={'online': 1}, BAT0={'status': 'Charging'})
         self.power_becomes(OnBattery=False, State=1)
         self.assertEqual(self.alerts(), [])
         self.look_after_the_wake()
@@ -104,8 +106,7 @@ class Wake(ProgramTest):
     def test_wear_that_showed_in_the_sleep_is_not_told(self):
         self.start(lowPowerEnabled=False)
         self.discharge_to(50)
-        self.laptop.set_silently('BAT0', energy_full=40000000)
-        self.sleep_and_wake(percent=40)
+        self.sleep_and_wake(percent=40, BAT0={'energy_full': 40000000})
         self.power_becomes(Percentage=40.0)
         self.assertEqual(self.alerts(), [])
         self.look_after_the_wake()
