@@ -66,7 +66,7 @@ FreedesktopPowerSources::FreedesktopPowerSources(const QDBusConnection& systemBu
 std::optional<List> FreedesktopPowerSources::descriptions() const { return read().sources; }
 
 std::optional<Dictionary> FreedesktopPowerSources::smartBattery() const {
-  const auto supplies = readPowerSupplies(suppliesFolder_);
+  const auto supplies = readKernel();
   return supplies ? smartBatteryProperties(*supplies) : std::nullopt;
 }
 
@@ -86,8 +86,14 @@ std::optional<UPowerAnswer> FreedesktopPowerSources::daemonsAnswer() const {
   return UPowerAnswer{*device_.values(), onBattery && onBattery->flag().value_or(false)};
 }
 
+std::optional<PowerSupplies> FreedesktopPowerSources::readKernel() const {
+  auto supplies = readPowerSupplies(suppliesFolder_);
+  if (!supplies) return std::nullopt;
+  return deadBays_.without(*std::move(supplies));
+}
+
 PowerTableCache::Table FreedesktopPowerSources::read() const {
-  return cache_.update(daemonsAnswer(), [this] { return readPowerSupplies(suppliesFolder_); });
+  return cache_.update(daemonsAnswer(), [this] { return readKernel(); });
 }
 
 void FreedesktopPowerSources::lookForFirstReading() {

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "platform/PowerSources.h"
+#include "platform/freedesktop/DeadBays.h"
 #include "platform/freedesktop/PowerSupplyMonitor.h"
 #include "platform/freedesktop/PowerTableCache.h"
 #include "platform/freedesktop/Readiness.h"
@@ -45,6 +46,7 @@ class FreedesktopPowerSources final : public PowerSources {
 
  private:
   [[nodiscard]] std::optional<UPowerAnswer> daemonsAnswer() const;
+  [[nodiscard]] std::optional<PowerSupplies> readKernel() const;
   [[nodiscard]] PowerTableCache::Table read() const;
   void lookForFirstReading();
   void onDaemonUpdated();
@@ -59,8 +61,9 @@ class FreedesktopPowerSources final : public PowerSources {
   const std::string suppliesFolder_;
   RemoteProperties device_;
   RemoteProperties manager_;
-  // A reading that is a glitch leaves what was read before, hence a cache under a const read.
+  // What a reading means depends on those before it, hence memories under a const read.
   mutable PowerTableCache cache_;
+  mutable DeadBays deadBays_;
   std::unique_ptr<PowerSupplyMonitor> kernelMonitor_;
   QTimer settling_;
   bool settleAgain_ = false;

@@ -384,6 +384,24 @@ TEST_F(FreedesktopPowerSourcesTest, TellTheSmartBatteryFromTheKernelAlways) {
   EXPECT_EQ(elsewhere.smartBattery(), std::nullopt);
 }
 
+TEST_F(FreedesktopPowerSourcesTest, NeverTakeOnePackForTheWholeBattery) {
+  folder.add("BAT1", test::energyPack());
+  startAndWaitUntilReady();
+  ASSERT_EQ(sources->smartBattery()->at("AppleRawMaxCapacity"), Value(100000));
+  ASSERT_EQ(percent(), 80);
+  // The controller of the second is busy for a moment.
+  for (const auto& [attribute, text] : test::energyPack()) {
+    if (attribute != "type") folder.remove("BAT1", attribute);
+  }
+  const auto properties = sources->smartBattery();
+  ASSERT_TRUE(properties);
+  EXPECT_FALSE(properties->contains("AppleRawMaxCapacity"));
+  EXPECT_FALSE(properties->contains("DesignCapacity"));
+  folder.set("BAT0", "capacity", "10");
+  folder.set("BAT0", "energy_now", "5000000");
+  EXPECT_EQ(percent(), 80);
+}
+
 TEST_F(FreedesktopPowerSourcesTest, WorkWithoutABus) {
   sources = std::make_unique<FreedesktopPowerSources>(
       QDBusConnection(QStringLiteral("no such connection")), workspace, folder.path());
