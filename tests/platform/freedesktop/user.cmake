@@ -3,6 +3,7 @@ tollbeam_test(user_tests MOC
     support/QtMain.cpp
     platform/freedesktop/AutostartEntryTest.cpp
     platform/freedesktop/BundleFolderTest.cpp
+    platform/freedesktop/DaySummaryInRealZonesTest.cpp
     platform/freedesktop/DesktopEntryTest.cpp
     platform/freedesktop/DesktopNotificationCenterTest.cpp
     platform/freedesktop/JsonUserDefaultsTest.cpp
