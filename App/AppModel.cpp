@@ -25,9 +25,7 @@ constexpr double kWakeDelay = 3.0;
 constexpr double kSnoozeSeconds = 3600;
 constexpr const char* kExportName = "Tollbeam-history.csv";
 
-std::optional<NotificationSound> notificationSound(const Prefs& prefs, AlertKind kind) {
-  const auto entry = prefs.sounds.find(kind);
-  const std::string name = entry == prefs.sounds.end() ? kDefaultSound : entry->second;
+std::optional<NotificationSound> notificationSound(const std::string& name) {
   if (name == kNoSound) return std::nullopt;
   if (name == kDefaultSound) return NotificationSound{};
   return NotificationSound{name};
@@ -168,11 +166,12 @@ bool AppModel::canDeliver(const Prefs& prefs, Date now) {
 void AppModel::deliver(const PendingAlert& alert, const Prefs& prefs) {
   if (!isApplication(platform_.mainBundle)) return;
   posted_.insert(alert.kind);
-  platform_.notificationCenter.add({.identifier = std::string(rawValue(alert.kind)),
-                                    .content = {.title = alert.title,
-                                                .body = alert.body,
-                                                .categoryIdentifier = kAlertCategory,
-                                                .sound = notificationSound(prefs, alert.kind)}});
+  platform_.notificationCenter.add(
+      {.identifier = std::string(rawValue(alert.kind)),
+       .content = {.title = alert.title,
+                   .body = alert.body,
+                   .categoryIdentifier = kAlertCategory,
+                   .sound = notificationSound(prefs.sound(alert.kind))}});
 }
 
 // "Battery is at 20%. Plug in soon." must not stay on the screen once the charger is in.

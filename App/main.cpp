@@ -50,9 +50,9 @@ class Program {
         bundle_(files_, BundleFolder::runningExecutable()),
         translations_(QString::fromStdString(bundle_.resources() + "/translations")),
         userDefaults_(files_, JsonUserDefaults::defaultPath()),
-        powerSources_(QDBusConnection::systemBus()),
-        processInfo_(QDBusConnection::systemBus()),
         workspace_(QDBusConnection::systemBus()),
+        powerSources_(QDBusConnection::systemBus(), workspace_),
+        processInfo_(QDBusConnection::systemBus(), workspace_),
         systemSounds_(folderOf(bundle_.executable()) + "tollbeam-sound",
                       bundle_.resources() + "/sounds/tollbeam"),
         notificationCenter_(sessionBus, mainQueue_, notificationOptions()),
@@ -130,9 +130,9 @@ class Program {
   BundleFolder bundle_;
   Translations translations_;
   JsonUserDefaults userDefaults_;
+  LogindWorkspace workspace_;
   FreedesktopPowerSources powerSources_;
   PowerProfilesProcessInfo processInfo_;
-  LogindWorkspace workspace_;
   DesktopSounds systemSounds_;
   DesktopNotificationCenter notificationCenter_;
   AutostartEntry loginItem_;

@@ -409,6 +409,33 @@ TEST_F(AppModelTest, PublishesOnlyRealChanges) {
   EXPECT_EQ(order, (Identifiers{"pluggedSince", "state", "historyVersion"}));
 }
 
+TEST_F(AppModelTest, TellsOfAStateBeforeItIsRecordedAndOfTheHistoryAfterwards) {
+  onBattery(50);
+  started();
+  std::size_t whenStateChanged = 0;
+  std::size_t whenHistoryChanged = 0;
+  QObject::connect(&*model, &AppModel::stateChanged, &*model,
+                   [&] { whenStateChanged = samples(); });
+  QObject::connect(&*model, &AppModel::historyVersionChanged, &*model,
+                   [&] { whenHistoryChanged = samples(); });
+  onBattery(49);
+  event();
+  EXPECT_EQ(whenStateChanged, 1U);
+  EXPECT_EQ(whenHistoryChanged, 2U);
+}
+
+TEST_F(AppModelTest, EveryKindHasItsOwnSound) {
+  platform.userDefaults.set("lowSound", "Basso");
+  platform.userDefaults.set("lowPowerSound", "Tink");
+  onBattery(50);
+  started();
+  onBattery(20);
+  event();
+  ASSERT_EQ(posted(), (Identifiers{"low", "lowPower"}));
+  EXPECT_EQ(platform.notificationCenter.posted[0].content.sound, NotificationSound{"Basso"});
+  EXPECT_EQ(platform.notificationCenter.posted[1].content.sound, NotificationSound{"Tink"});
+}
+
 TEST_F(AppModelTest, ResettingEmptiesTheFileAndBumpsTheVersionAlone) {
   pluggedInAt(50);
   started();

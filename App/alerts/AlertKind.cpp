@@ -20,11 +20,4 @@ std::string_view rawValue(AlertKind kind) {
   std::abort();
 }
 
-std::optional<AlertKind> alertKind(std::string_view raw) {
-  for (const AlertKind kind : kAllAlertKinds) {
-    if (rawValue(kind) == raw) return kind;
-  }
-  return std::nullopt;
-}
-
 }  // namespace tollbeam

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,9 +20,6 @@ inline constexpr std::array kAllAlertKinds = {AlertKind::chargeLimit, AlertKind:
                                               AlertKind::lowPower};
 
 [[nodiscard]] std::string_view rawValue(AlertKind kind);
-
-/// Absent for a text that is no kind's raw value.
-[[nodiscard]] std::optional<AlertKind> alertKind(std::string_view rawValue);
 
 /// An alert that is due but not yet posted.
 struct PendingAlert {

@@ -34,6 +34,8 @@ class PowerSources {
   [[nodiscard]] virtual std::optional<Dictionary> smartBattery() const = 0;
 
   /// Calls `changed` on the main thread after a change of the table, never before this returns.
+  /// What changed in a sleep, or in the first three seconds after it, is told later than those,
+  /// once: whoever looks three seconds after the wake sees it before it is news.
   /// Absent when changes cannot be observed; reading still works then.
   virtual std::optional<Subscription> observe(std::function<void()> changed) = 0;
 };

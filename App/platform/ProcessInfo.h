@@ -17,7 +17,8 @@ class ProcessInfo {
   /// False where the system has no such mode.
   [[nodiscard]] virtual bool isLowPowerModeEnabled() const = 0;
 
-  /// Calls `changed` on the main thread when the mode was switched.
+  /// Calls `changed` on the main thread when the mode was switched. A switch in a sleep, or in the
+  /// first three seconds after it, is told later than those.
   virtual Subscription onPowerStateChange(std::function<void()> changed) = 0;
 };
 

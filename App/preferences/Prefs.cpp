@@ -50,6 +50,11 @@ bool Prefs::inQuietHours(Date now, const Calendar& calendar) const {
   return m >= quietStart || m < quietEnd;
 }
 
+std::string Prefs::sound(AlertKind kind) const {
+  const auto entry = sounds.find(kind);
+  return entry == sounds.end() ? kDefaultSound : entry->second;
+}
+
 std::optional<Date> Prefs::snoozeUntil(const UserDefaults& store, Date now) {
   const Date deadline{store.doubleForKey(kSnoozeUntilKey)};
   if (now < deadline) return deadline;

@@ -43,6 +43,9 @@ struct Prefs {
   /// when the start is later than the end, never when they are equal.
   [[nodiscard]] bool inQuietHours(Date now, const Calendar& calendar) const;
 
+  /// The name of the kind's sound; the default's where there is no entry.
+  [[nodiscard]] std::string sound(AlertKind kind) const;
+
   /// The instant until which alerts are snoozed; absent when there is none or it has come (an
   /// expired deadline stays in the store).
   [[nodiscard]] static std::optional<Date> snoozeUntil(const UserDefaults& store, Date now);

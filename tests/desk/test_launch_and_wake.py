@@ -54,11 +54,74 @@ class Launch(ProgramTest):
 
 
 class Wake(ProgramTest):
-    def sleep_and_wake(self, hours=3, percent=None):
+    def start(self, *command, **preferences):
+        super().start(*command, **preferences)
+        self.launched = self.desk.clock.now()
+
+    def sleep_and_wake(self, hours=3, percent=None, **changes):
+        """A sleep of about so many hours, at whose end the devices have these attributes.
+
+        It ends twenty seconds into a minute of the program's timer, so that it is not the timer that
+        looks right after the wake.
+        """
         self.desk.go_to_sleep()
-        self.pass_time(hours * 3600)
+        into_the_minute = (self.desk.clock.now() - self.launched) % 60
+        self.pass_time(hours * 3600 + 20 - into_the_minute)
+        for device, attributes in changes.items():
+            self.laptop.set_silently(device, **attributes)
         self.desk.wake_up(percent)
         self.system_bus_round_trip()
+
+    def look_after_the_wake(self):
+        self.pass_time(2)
+        self.pass_time(2)
+
+    def test_low_battery_that_began_in_the_sleep_is_not_told(self):
+        self.start(lowPowerEnabled=False)
+        self.discharge_to(50)
+        self.sleep_and_wake(percent=15)
+        self.power_becomes(Percentage=15.0)
+        self.assertEqual(self.alerts(), [])
+        self.look_after_the_wake()
+        self.discharge_to(14)
+        self.pass_time(TIMER)
+        self.assertEqual(self.alerts(), [])
+        self.plug_in()
+        self.unplug()
+        self.assertEqual(self.alerts(), [low(14)])
+
+    def test_limit_that_was_passed_in_the_sleep_is_not_told(self):
+        self.discharge_to(85)
+        self.start(longEnabled=False)
+        self.sleep_and_wake(AC={'online': 1}, BAT0={'status': 'Charging'})
+        self.power_becomes(OnBattery=False, State=1)
+        self.assertEqual(self.alerts(), [])
+        self.look_after_the_wake()
+        self.pass_time(TIMER)
+        self.assertEqual(self.alerts(), [])
+        self.unplug()
+        self.plug_in()
+        self.assertEqual(self.alerts(), [charge_limit(85)])
+
+    def test_wear_that_showed_in_the_sleep_is_not_told(self):
+        self.start(lowPowerEnabled=False)
+        self.discharge_to(50)
+        self.sleep_and_wake(percent=40, BAT0={'energy_full': 40000000})
+        self.power_becomes(Percentage=40.0)
+        self.assertEqual(self.alerts(), [])
+        self.look_after_the_wake()
+        self.assertIs(self.preferences()['healthAlertSent'], True)
+        self.pass_time(TIMER)
+        self.assertEqual(self.alerts(), [])
+
+    def test_what_begins_soon_after_a_wake_is_told(self):
+        self.start(lowPowerEnabled=False)
+        self.discharge_to(21)
+        self.sleep_and_wake()
+        self.pass_time(3)
+        self.laptop.percent(20)
+        self.power_becomes(Percentage=20.0)
+        self.assertEqual(self.alerts(), [low(20)])
 
     def test_reminders_do_not_go_on_after_a_wake(self):
         self.discharge_to(85)

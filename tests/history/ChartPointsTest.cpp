@@ -55,6 +55,17 @@ TEST(ChartPoints, ALongSilenceBreaksTheLine) {
   EXPECT_EQ(pair(960.001).back().seg, 1);
 }
 
+TEST(ChartPoints, ATurnBackInTimeBreaksNothing) {
+  const auto points = chartPoints(std::vector<Sample>{{7200, 80, false, false},
+                                                      {0, 79, false, false},
+                                                      {60, 78, false, false},
+                                                      {1021, 77, false, false}});
+  EXPECT_EQ(points, (std::vector<ChartPoint>{{0, Date{7200}, 80, 0},
+                                             {1, Date{0}, 79, 0},
+                                             {2, Date{60}, 78, 0},
+                                             {3, Date{1021}, 77, 1}}));
+}
+
 TEST(ChartPoints, WiderThinningToleratesALongerSilence) {
   auto samples = everyMinute(600);
   for (std::size_t i = 300; i < samples.size(); ++i) samples[i].t += 900;

@@ -13,6 +13,26 @@ using Samples = std::vector<Sample>;
 constexpr double kDay = 86400;
 constexpr double kMidnight = 20000 * kDay;
 
+/// Knows no day before its first one.
+class YoungCalendar final : public Calendar {
+ public:
+  explicit YoungCalendar(CalendarDay first) : first_(first) {}
+  [[nodiscard]] TimeOfDay timeOfDay(Date instant) const override {
+    return whole_.timeOfDay(instant);
+  }
+  [[nodiscard]] CalendarDay day(Date instant) const override { return whole_.day(instant); }
+  [[nodiscard]] std::optional<Date> startOfDay(CalendarDay day) const override {
+    return day < first_ ? std::nullopt : whole_.startOfDay(day);
+  }
+  [[nodiscard]] std::optional<Date> instant(CalendarDay day, TimeOfDay time) const override {
+    return day < first_ ? std::nullopt : whole_.instant(day, time);
+  }
+
+ private:
+  RecordedCalendar whole_;
+  CalendarDay first_;
+};
+
 class DaySummaryTest : public testing::Test {
  protected:
   DaySummary only(const Samples& samples) {
@@ -57,6 +77,14 @@ TEST_F(DaySummaryTest, CountsIntervalsOfUpTo900Seconds) {
 
 TEST_F(DaySummaryTest, IntervalsOfNoLengthCountForNothing) {
   EXPECT_EQ(only({{kMidnight, 50, true, true}, {kMidnight, 70, true, true}}).avgPercent, 70);
+}
+
+TEST_F(DaySummaryTest, IntervalsBackInTimeCountForNothing) {
+  // The clock was set back by five minutes.
+  EXPECT_EQ(only({{kMidnight + 600, 40, true, true},
+                  {kMidnight + 300, 60, true, true},
+                  {kMidnight + 420, 70, false, true}}),
+            (DaySummary{Date{kMidnight}, 60, 40, 70, 2}));
 }
 
 TEST_F(DaySummaryTest, CutsChargingMinutesOff) {
@@ -111,6 +139,25 @@ TEST_F(DaySummaryTest, SevenDaysAreTodayAndTheSixBefore) {
     EXPECT_EQ(summaries[static_cast<std::size_t>(day)].day, Date{kMidnight - day * kDay});
   }
   EXPECT_EQ(store.dailySummaries(1, now, calendar).size(), 1U);
+}
+
+TEST_F(DaySummaryTest, WhereTheFirstDayIsUnknownOnlyWhatIsFromNowOnCounts) {
+  RecordedFileManager files;
+  const Date now{kMidnight + 9.5 * 3600};
+  HistoryStore store(files, now - 3600);
+  BatteryState state;
+  state.hasBattery = true;
+  state.percent = 40;
+  store.record(state, now - 60, true);
+  state.percent = 41;
+  store.record(state, now, true);
+  const YoungCalendar young(calendar.day(now));
+  EXPECT_EQ(firstSummarisedInstant(7, now, young), now);
+  EXPECT_EQ(firstSummarisedInstant(1, now, young), Date{kMidnight});
+  EXPECT_EQ(store.dailySummaries(7, now, young),
+            (std::vector<DaySummary>{{Date{kMidnight}, 41, 41, 41, 0}}));
+  EXPECT_EQ(store.dailySummaries(1, now, young),
+            (std::vector<DaySummary>{{Date{kMidnight}, 40, 40, 41, 0}}));
 }
 
 }  // namespace

@@ -24,6 +24,14 @@ class PrefsTest : public testing::Test {
   RecordedCalendar calendar;
 };
 
+TEST_F(PrefsTest, AKindWithoutASoundHasTheDefaultOne) {
+  store.set("lowSound", "Basso");
+  Prefs prefs = Prefs::current(store);
+  EXPECT_EQ(prefs.sound(AlertKind::low), "Basso");
+  prefs.sounds.erase(AlertKind::low);
+  EXPECT_EQ(prefs.sound(AlertKind::low), kDefaultSound);
+}
+
 TEST_F(PrefsTest, AFreshStoreYieldsTheDefaultsAndStaysEmpty) {
   const Prefs prefs = Prefs::current(store);
   EXPECT_TRUE(prefs.limitEnabled && prefs.repeatReminder && prefs.lowEnabled && prefs.longEnabled &&

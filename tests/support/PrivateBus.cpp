@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QEventLoop>
 #include <QFile>
 #include <QTimer>
@@ -18,7 +19,9 @@ namespace {
 // answer in a test.
 constexpr const char* kConfiguration = R"(<busconfig>
   <type>session</type>
-  <listen>unix:path=%1</listen>
+  <listen>unix:path=%1/socket</listen>
+  <servicedir>%1/services</servicedir>
+  <limit name="service_start_timeout">%2</limit>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -28,21 +31,30 @@ constexpr const char* kConfiguration = R"(<busconfig>
 </busconfig>
 )";
 
+void writeFile(const QString& name, const QString& text) {
+  QFile file(name);
+  if (!file.open(QFile::WriteOnly) || file.write(text.toUtf8()) < 0) std::abort();
+}
+
 }  // namespace
 
 // Not in $TMPDIR: a socket's path has room for 107 bytes only.
-PrivateBus::PrivateBus() : folder_(QStringLiteral("/tmp/private-bus-XXXXXX")) {
-  QFile configuration(folder_.filePath(QStringLiteral("configuration")));
-  const auto text =
-      QString::fromUtf8(kConfiguration).arg(folder_.filePath(QStringLiteral("socket")));
-  if (!configuration.open(QFile::WriteOnly) || configuration.write(text.toUtf8()) < 0) std::abort();
-  configuration.close();
+PrivateBus::PrivateBus(const Activatable& service)
+    : folder_(QStringLiteral("/tmp/private-bus-XXXXXX")) {
+  const QString configuration = folder_.filePath(QStringLiteral("configuration"));
+  writeFile(configuration,
+            QString::fromUtf8(kConfiguration).arg(folder_.path()).arg(service.milliseconds));
+  QDir(folder_.path()).mkdir(QStringLiteral("services"));
+  if (!service.name.isEmpty()) {
+    writeFile(
+        folder_.filePath(QStringLiteral("services/one.service")),
+        QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(service.name, service.command));
+  }
   daemon_.setStandardErrorFile(QProcess::nullDevice());
   endWithThisProcess(daemon_);
-  daemon_.start(
-      QStringLiteral("dbus-daemon"),
-      {QStringLiteral("--config-file=") + configuration.fileName(), QStringLiteral("--nofork"),
-       QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1")});
+  daemon_.start(QStringLiteral("dbus-daemon"),
+                {QStringLiteral("--config-file=") + configuration, QStringLiteral("--nofork"),
+                 QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1")});
   if (!daemon_.waitForStarted() || !daemon_.waitForReadyRead()) std::abort();
   address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
 }

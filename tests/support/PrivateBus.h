@@ -1,5 +1,5 @@
 // A message bus of a test's own: a real dbus-daemon that ends with the object. Nothing can be
-// activated on it, so a service is there only when the test starts one.
+// activated on it, unless a test says what, so a service is there only when the test starts one.
 #pragma once
 
 #include <QDBusConnection>
@@ -10,9 +10,18 @@
 
 namespace tollbeam::test {
 
+/// A service that the bus starts when it is called.
+struct Activatable {
+  QString name;
+  QString command;
+  /// How long the bus waits for the name to be taken.
+  int milliseconds = 25000;
+};
+
 class PrivateBus {
  public:
-  PrivateBus();
+  PrivateBus() : PrivateBus(Activatable()) {}
+  explicit PrivateBus(const Activatable& service);
   PrivateBus(const PrivateBus&) = delete;
   PrivateBus& operator=(const PrivateBus&) = delete;
   ~PrivateBus();

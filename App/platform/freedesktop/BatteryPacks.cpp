@@ -108,11 +108,13 @@ std::vector<BatteryPack> internalBatteries(const PowerSupplies& supplies) {
   for (const auto& [name, supply] : supplies) {
     if (isInternalBattery(supply)) packs.push_back(decode(supply));
   }
-  const auto silent = [](const BatteryPack& pack) {
-    return !pack.percent && !pack.energy.known() && !pack.charge.known();
-  };
-  if (!std::all_of(packs.begin(), packs.end(), silent)) std::erase_if(packs, silent);
   return packs;
+}
+
+bool tellsAnything(const SupplyAttributes& battery) {
+  const auto pack = decode(battery);
+  return pack.percent || pack.energy.known() || pack.energy.design || pack.charge.known() ||
+         pack.charge.design || pack.state != ChargeState::unknown;
 }
 
 ChargeState combinedState(const Packs& packs) {

@@ -38,9 +38,11 @@ struct BatteryPack {
   std::optional<double> temperature;
 };
 
-/// The internal batteries that are there, in the order of their names. Beside packs that tell their
-/// charge, one that tells nothing at all does not count.
+/// The internal batteries that are there, in the order of their names.
 [[nodiscard]] std::vector<BatteryPack> internalBatteries(const PowerSupplies& supplies);
+
+/// Whether the battery tells what it does, or any amount.
+[[nodiscard]] bool tellsAnything(const SupplyAttributes& battery);
 
 /// What the packs do together, as UPower has it.
 [[nodiscard]] ChargeState combinedState(const std::vector<BatteryPack>& packs);

@@ -40,14 +40,15 @@ List asSeen(const PowerTableCache::Table& table) {
 }  // namespace
 
 FreedesktopPowerSources::FreedesktopPowerSources(const QDBusConnection& systemBus,
-                                                 std::string suppliesFolder,
+                                                 Workspace& workspace, std::string suppliesFolder,
                                                  LaunchPatience patience)
     : bus_(systemBus),
       suppliesFolder_(std::move(suppliesFolder)),
       device_(systemBus, displayDevice(), deviceKeys(), RemoteProperties::Activation::allowed),
       manager_(systemBus, manager(), {QStringLiteral("OnBattery")},
                RemoteProperties::Activation::allowed),
-      readiness_(patience.glitch) {
+      readiness_(patience.glitch),
+      hold_(workspace, [this] { onHoldReleased(); }) {
   settling_.setSingleShot(true);
   settling_.setInterval(settlingTime);
   QObject::connect(&settling_, &QTimer::timeout, &settling_, [this] { onSettled(); });
@@ -65,7 +66,7 @@ FreedesktopPowerSources::FreedesktopPowerSources(const QDBusConnection& systemBu
 std::optional<List> FreedesktopPowerSources::descriptions() const { return read().sources; }
 
 std::optional<Dictionary> FreedesktopPowerSources::smartBattery() const {
-  const auto supplies = readPowerSupplies(suppliesFolder_);
+  const auto supplies = readKernel();
   return supplies ? smartBatteryProperties(*supplies) : std::nullopt;
 }
 
@@ -85,8 +86,14 @@ std::optional<UPowerAnswer> FreedesktopPowerSources::daemonsAnswer() const {
   return UPowerAnswer{*device_.values(), onBattery && onBattery->flag().value_or(false)};
 }
 
+std::optional<PowerSupplies> FreedesktopPowerSources::readKernel() const {
+  auto supplies = readPowerSupplies(suppliesFolder_);
+  if (!supplies) return std::nullopt;
+  return deadBays_.without(*std::move(supplies));
+}
+
 PowerTableCache::Table FreedesktopPowerSources::read() const {
-  return cache_.update(daemonsAnswer(), [this] { return readPowerSupplies(suppliesFolder_); });
+  return cache_.update(daemonsAnswer(), [this] { return readKernel(); });
 }
 
 void FreedesktopPowerSources::lookForFirstReading() {
@@ -135,6 +142,11 @@ void FreedesktopPowerSources::onSettled() {
   announceIfChanged(read());
 }
 
+void FreedesktopPowerSources::onHoldReleased() {
+  // What is settling is told when it has.
+  if (readiness_.isReady() && !settling_.isActive()) announceIfChanged(read());
+}
+
 void FreedesktopPowerSources::watchKernel(bool wanted) {
   if (!wanted) {
     kernelMonitor_.reset();
@@ -146,6 +158,7 @@ void FreedesktopPowerSources::watchKernel(bool wanted) {
 }
 
 void FreedesktopPowerSources::announceIfChanged(const PowerTableCache::Table& table) {
+  if (hold_.isHolding()) return;
   auto seen = asSeen(table);
   if (announced_ == seen) return;
   announced_ = std::move(seen);

@@ -10,10 +10,12 @@
 #include <string>
 
 #include "platform/PowerSources.h"
+#include "platform/freedesktop/DeadBays.h"
 #include "platform/freedesktop/PowerSupplyMonitor.h"
 #include "platform/freedesktop/PowerTableCache.h"
 #include "platform/freedesktop/Readiness.h"
 #include "platform/freedesktop/RemoteProperties.h"
+#include "platform/freedesktop/SleepHold.h"
 
 namespace tollbeam {
 
@@ -28,9 +30,10 @@ struct LaunchPatience {
 
 class FreedesktopPowerSources final : public PowerSources {
  public:
-  explicit FreedesktopPowerSources(const QDBusConnection& systemBus,
-                                   std::string suppliesFolder = "/sys/class/power_supply",
-                                   LaunchPatience patience = {});
+  /// `workspace` outlives this object.
+  FreedesktopPowerSources(const QDBusConnection& systemBus, Workspace& workspace,
+                          std::string suppliesFolder = "/sys/class/power_supply",
+                          LaunchPatience patience = {});
 
   [[nodiscard]] std::optional<List> descriptions() const override;
   [[nodiscard]] std::optional<Dictionary> smartBattery() const override;
@@ -43,12 +46,14 @@ class FreedesktopPowerSources final : public PowerSources {
 
  private:
   [[nodiscard]] std::optional<UPowerAnswer> daemonsAnswer() const;
+  [[nodiscard]] std::optional<PowerSupplies> readKernel() const;
   [[nodiscard]] PowerTableCache::Table read() const;
   void lookForFirstReading();
   void onDaemonUpdated();
   void onKernelEvent();
   void onReady();
   void onSettled();
+  void onHoldReleased();
   void watchKernel(bool wanted);
   void announceIfChanged(const PowerTableCache::Table& table);
 
@@ -56,8 +61,9 @@ class FreedesktopPowerSources final : public PowerSources {
   const std::string suppliesFolder_;
   RemoteProperties device_;
   RemoteProperties manager_;
-  // A reading that is a glitch leaves what was read before, hence a cache under a const read.
+  // What a reading means depends on those before it, hence memories under a const read.
   mutable PowerTableCache cache_;
+  mutable DeadBays deadBays_;
   std::unique_ptr<PowerSupplyMonitor> kernelMonitor_;
   QTimer settling_;
   bool settleAgain_ = false;
@@ -69,6 +75,7 @@ class FreedesktopPowerSources final : public PowerSources {
   QTimer patienceWithDaemon_;
   Readiness readiness_;
   Subscription ownReadiness_;
+  SleepHold hold_;
 };
 
 }  // namespace tollbeam

@@ -23,6 +23,7 @@ LogindWorkspace::LogindWorkspace(const QDBusConnection& systemBus) : bus_(system
                SLOT(onPrepareForSleep(bool, QDBusMessage)));
   bus_.connect(busService, QString(), busService, QStringLiteral("NameOwnerChanged"), {service},
                QString(), this, SLOT(onOwnerChanged(QString, QString, QString)));
+  askForOwner();
   takeLock();
 }
 
@@ -32,6 +33,20 @@ Subscription LogindWorkspace::onWillSleep(std::function<void()> callback) {
 
 Subscription LogindWorkspace::onDidWake(std::function<void()> callback) {
   return didWake_.add(std::move(callback));
+}
+
+// Before the first question to logind itself: whatever it says comes after this answer.
+void LogindWorkspace::askForOwner() {
+  auto call = QDBusMessage::createMethodCall(busService, QStringLiteral("/org/freedesktop/DBus"),
+                                             busService, QStringLiteral("GetNameOwner"));
+  call << service;
+  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this,
+          [this](QDBusPendingCallWatcher* finished) {
+            finished->deleteLater();
+            const QDBusPendingReply<QString> reply = *finished;
+            if (reply.isValid()) owner_ = reply.value();
+          });
 }
 
 void LogindWorkspace::takeLock() {
@@ -47,10 +62,6 @@ void LogindWorkspace::takeLock() {
             finished->deleteLater();
             const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *finished;
             if (request != request_) return;
-            // An error may be the bus's own.
-            if (const auto sender = reply.reply().service(); sender.startsWith(QLatin1Char(':'))) {
-              owner_ = sender;
-            }
             // A lock that comes while the machine prepares to sleep would hold it up: dropping the
             // answer closes it.
             if (reply.isValid() && !preparing_) lock_ = reply.value();
@@ -58,7 +69,8 @@ void LogindWorkspace::takeLock() {
 }
 
 void LogindWorkspace::onPrepareForSleep(bool start, const QDBusMessage& message) {
-  if (!owner_.isEmpty() && message.service() != owner_) return;
+  // Anybody may send such a signal, and no lock is held for one that comes from nobody.
+  if (message.service() != owner_) return;
   const QPointer<LogindWorkspace> alive(this);
   preparing_ = start;
   if (start) {

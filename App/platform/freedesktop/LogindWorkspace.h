@@ -26,10 +26,12 @@ class LogindWorkspace final : public QObject, public Workspace {
   void onOwnerChanged(const QString& name, const QString& before, const QString& now);
 
  private:
+  void askForOwner();
   void takeLock();
 
   QDBusConnection bus_;
   QDBusUnixFileDescriptor lock_;
+  /// Empty while there is no logind.
   QString owner_;
   int request_ = 0;
   bool preparing_ = false;

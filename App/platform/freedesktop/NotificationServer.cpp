@@ -25,18 +25,12 @@ QDBusMessage method(const char* name) {
   return QDBusMessage::createMethodCall(kService, kPath, kService, QLatin1String(name));
 }
 
-/// Whether the call failed because no server is there, so that the next one should be asked.
-bool isServerMissing(const QDBusError& error) {
-  switch (error.type()) {
-    case QDBusError::ServiceUnknown:
-    case QDBusError::Disconnected:
-      return true;
-    default:
-      // Activation failed: Spawn.ExecFailed, Spawn.ChildExited and their like; or the name had
-      // no owner for a call that activates nothing.
-      return error.name().startsWith(QLatin1String("org.freedesktop.DBus.Error.Spawn.")) ||
-             error.name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
-  }
+/// Whether the call reached no server. Decided by who says so, because activation fails under more
+/// names than one could list: those with a unique name are servers, the bus has none.
+bool isServerMissing(const QDBusMessage& error) {
+  if (!error.service().isEmpty()) return !error.service().startsWith(QLatin1Char(':'));
+  // Our own library: an answer that makes no sense came from a server, too.
+  return QDBusError(error).type() == QDBusError::Disconnected;
 }
 
 }  // namespace
@@ -58,7 +52,7 @@ NotificationServer::NotificationServer(const QDBusConnection& bus, NotificationL
 
 void NotificationServer::show(const std::string& identifier, Bubble bubble) {
   Slot& slot = slots_[identifier];
-  slot.waiting = std::move(bubble);
+  slot.waiting = Waiting{std::move(bubble)};
   slot.withdrawn = false;
   // With no server, too: asking starts one where the desktop has one to start.
   if (presence_ == Presence::unknown || presence_ == Presence::absent) ask();
@@ -92,7 +86,7 @@ void NotificationServer::asked(QDBusPendingCallWatcher* call, int generation) {
   call->deleteLater();
   if (generation != generation_) return;
   const QDBusPendingReply<QStringList> reply = *call;
-  if (reply.isError() && isServerMissing(reply.error())) {
+  if (reply.isError() && isServerMissing(reply.reply())) {
     presence_ = Presence::absent;
     return;
   }
@@ -107,18 +101,18 @@ void NotificationServer::showNext(const std::string& identifier) {
   if (found == slots_.end() || presence_ != Presence::present) return;
   Slot& slot = found->second;
   if (slot.calling || !slot.waiting) return;
-  const Bubble bubble = *std::exchange(slot.waiting, std::nullopt);
+  const Waiting next = *std::exchange(slot.waiting, std::nullopt);
   QDBusMessage message = method("Notify");
-  message.setArguments(notifyArguments(bubble, look_, capabilities_, slot.id));
+  message.setArguments(notifyArguments(next.bubble, look_, capabilities_, slot.id));
   slot.calling = true;
   auto* call = new QDBusPendingCallWatcher(bus_.asyncCall(message, kNever), this);
   connect(call, &QDBusPendingCallWatcher::finished, this,
-          [this, identifier, bubble, generation = generation_](QDBusPendingCallWatcher* finished) {
-            shown(identifier, bubble, finished, generation);
+          [this, identifier, next, generation = generation_](QDBusPendingCallWatcher* finished) {
+            shown(identifier, next, finished, generation);
           });
 }
 
-void NotificationServer::shown(const std::string& identifier, const Bubble& bubble,
+void NotificationServer::shown(const std::string& identifier, Waiting waited,
                                QDBusPendingCallWatcher* call, int generation) {
   call->deleteLater();
   const auto found = slots_.find(identifier);
@@ -128,8 +122,11 @@ void NotificationServer::shown(const std::string& identifier, const Bubble& bubb
   const QDBusPendingReply<uint> reply = *call;
   const bool sameServer = generation == generation_;
   if (reply.isError()) {
-    if (isServerMissing(reply.error()) || reply.error().type() == QDBusError::NoReply) {
-      if (!slot.waiting && !slot.withdrawn) slot.waiting = bubble;
+    const bool died = reply.error().type() == QDBusError::NoReply;
+    if (died || isServerMissing(reply.reply())) {
+      const bool diedTwice = died && waited.diedWithServer;
+      waited.diedWithServer = waited.diedWithServer || died;
+      if (!slot.waiting && !slot.withdrawn && !diedTwice) slot.waiting = std::move(waited);
       if (sameServer) presence_ = Presence::absent;
     }
   } else if (sameServer) {
@@ -137,8 +134,8 @@ void NotificationServer::shown(const std::string& identifier, const Bubble& bubb
     owner_ = reply.reply().service();
     if (slot.withdrawn) {
       close(std::exchange(slot.id, 0));
-    } else if (bubble.sound && !capabilities_.sound && onSilentServer) {
-      onSilentServer(*bubble.sound);
+    } else if (waited.bubble.sound && !capabilities_.sound && onSilentServer) {
+      onSilentServer(*waited.bubble.sound);
     }
   }
   slot.withdrawn = false;

@@ -4,7 +4,8 @@
 // Servers come and go. A bubble's number means something only to the server that gave it: a new
 // server starts counting again, so all numbers are forgotten with the old one, or we would replace
 // a stranger's bubble. What could not be shown for want of a server waits for one, the newest of
-// each identifier. Nothing here waits for the bus. Main thread only.
+// each identifier; what two servers did not survive is dropped. Nothing here waits for the bus.
+// Main thread only.
 #pragma once
 
 #include <QDBusConnection>
@@ -40,12 +41,19 @@ class NotificationServer : public QObject {
   void withdraw(const std::string& identifier);
 
  private:
+  struct Waiting {
+    Bubble bubble;
+    /// The server that was to show it left the bus meanwhile. Nobody knows why: it is tried once
+    /// more, and a second time it may have been this bubble's doing.
+    bool diedWithServer = false;
+  };
+
   /// One identifier's bubble. At most one call is under way; the newest bubble waits behind it.
   struct Slot {
     uint id = 0;
     bool calling = false;
     bool withdrawn = false;
-    std::optional<Bubble> waiting;
+    std::optional<Waiting> waiting;
 
     [[nodiscard]] bool isIdle() const { return id == 0 && !calling && !waiting; }
   };
@@ -55,7 +63,7 @@ class NotificationServer : public QObject {
   void ask();
   void asked(QDBusPendingCallWatcher* call, int generation);
   void showNext(const std::string& identifier);
-  void shown(const std::string& identifier, const Bubble& bubble, QDBusPendingCallWatcher* call,
+  void shown(const std::string& identifier, Waiting waited, QDBusPendingCallWatcher* call,
              int generation);
   void showAllWaiting();
   [[nodiscard]] bool isAnyWaiting() const;

@@ -26,10 +26,12 @@ RemoteProperties::Address olderAddress() {
 
 }  // namespace
 
-PowerProfilesProcessInfo::PowerProfilesProcessInfo(const QDBusConnection& systemBus)
+PowerProfilesProcessInfo::PowerProfilesProcessInfo(const QDBusConnection& systemBus,
+                                                   Workspace& workspace)
     : profiles_(systemBus, currentAddress(), {QStringLiteral("ActiveProfile")}, activation),
       olderProfiles_(systemBus, olderAddress(), {QStringLiteral("ActiveProfile")}, activation),
-      readiness_(longestWait) {
+      readiness_(longestWait),
+      hold_(workspace, [this] { announceIfChanged(); }) {
   follow(profiles_);
   follow(olderProfiles_);
 }
@@ -53,16 +55,19 @@ void PowerProfilesProcessInfo::onUpdated(const RemoteProperties& profiles) {
   const bool allAbsent =
       profiles_.state() == State::absent && olderProfiles_.state() == State::absent;
 
-  bool changed = false;
   const Value* active = profiles.values() ? find(*profiles.values(), "ActiveProfile") : nullptr;
   if (active && active->text() && !active->text()->empty()) {
-    const bool saving = *active->text() == "power-saver";
-    changed = std::exchange(enabled_, saving) != saving;
+    enabled_ = *active->text() == "power-saver";
   }
 
   const QPointer<QObject> alive(&context_);
-  if (changed) observers_.notify();
+  announceIfChanged();
   if (alive && (anyKnown || allAbsent) && !readiness_.isReady()) readiness_.markReady();
+}
+
+void PowerProfilesProcessInfo::announceIfChanged() {
+  if (hold_.isHolding()) return;
+  if (std::exchange(announced_, enabled_) != enabled_) observers_.notify();
 }
 
 }  // namespace tollbeam

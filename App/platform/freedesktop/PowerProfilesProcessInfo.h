@@ -9,12 +9,14 @@
 #include "platform/ProcessInfo.h"
 #include "platform/freedesktop/Readiness.h"
 #include "platform/freedesktop/RemoteProperties.h"
+#include "platform/freedesktop/SleepHold.h"
 
 namespace tollbeam {
 
 class PowerProfilesProcessInfo final : public ProcessInfo {
  public:
-  explicit PowerProfilesProcessInfo(const QDBusConnection& systemBus);
+  /// `workspace` outlives this object.
+  PowerProfilesProcessInfo(const QDBusConnection& systemBus, Workspace& workspace);
 
   [[nodiscard]] bool isLowPowerModeEnabled() const override { return enabled_; }
   Subscription onPowerStateChange(std::function<void()> changed) override;
@@ -26,13 +28,17 @@ class PowerProfilesProcessInfo final : public ProcessInfo {
  private:
   void follow(RemoteProperties& profiles);
   void onUpdated(const RemoteProperties& profiles);
+  void announceIfChanged();
 
   RemoteProperties profiles_;
   RemoteProperties olderProfiles_;
   bool enabled_ = false;
+  /// What the observers know.
+  bool announced_ = false;
   Observers<> observers_;
   Readiness readiness_;
   QObject context_;
+  SleepHold hold_;
 };
 
 }  // namespace tollbeam

@@ -1,6 +1,7 @@
 # Battery, Low Power Mode and sleep. What the services and the kernel say is decoded without Qt.
 tollbeam_room(tollbeam_power_readings
   BatteryPacks.cpp
+  DeadBays.cpp
   PowerSupplies.cpp
   PowerSuppliesReader.cpp
   PowerTable.cpp
@@ -16,7 +17,8 @@ tollbeam_room(tollbeam_freedesktop_power
   PowerProfilesProcessInfo.cpp
   PowerSupplyMonitor.cpp
   Readiness.cpp
-  RemoteProperties.cpp)
+  RemoteProperties.cpp
+  SleepHold.cpp)
 target_link_libraries(tollbeam_freedesktop_power
   PUBLIC tollbeam_power_readings Qt6::Core Qt6::DBus
   PRIVATE tollbeam_freedesktop_dbus PkgConfig::UDEV)

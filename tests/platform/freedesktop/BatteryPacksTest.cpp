@@ -118,10 +118,12 @@ TEST(BatteryPacks, OnePackIsNeverToldAsAll) {
   EXPECT_EQ(percentOf({{"BAT0", energyPack()}, {"BAT1", mute}}), std::nullopt);
 }
 
-TEST(BatteryPacks, OneThatTellsNothingAtAllDoesNotCountBesideOthers) {
-  const SupplyAttributes silent{{"type", "Battery"}, {"status", "Unknown"}};
-  EXPECT_EQ(percentOf({{"BAT0", energyPack()}, {"BAT1", silent}}), 80.0);
-  EXPECT_EQ(internalBatteries({{"BAT1", silent}}).size(), 1U);
+TEST(BatteryPacks, OneThatCannotBeReadIsAPackAllTheSame) {
+  const PowerSupplies supplies{{"BAT0", energyPack()}, {"BAT1", {{"type", "Battery"}}}};
+  EXPECT_EQ(percentOf(supplies), std::nullopt);
+  const auto amounts = combinedAmounts(internalBatteries(supplies)).amounts;
+  EXPECT_EQ(amounts.full, std::nullopt);
+  EXPECT_EQ(amounts.design, std::nullopt);
 }
 
 TEST(BatteryPacks, AddUpInTheirOwnUnitWhenAlike) {

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <memory>
 
 #include "platform/freedesktop/FakeProperties.h"
 #include "platform/freedesktop/Supplies.h"
 #include "platform/freedesktop/SuppliesFolder.h"
+#include "platform/recorded/RecordedPlatform.h"
 #include "support/PrivateBus.h"
 
 namespace tollbeam {
@@ -38,12 +40,16 @@ class FreedesktopPowerSourcesTest : public testing::Test {
   void stopDaemon() { daemon.unregisterService(service); }
 
   void start() {
-    sources = std::make_unique<FreedesktopPowerSources>(bus.connect(), folder.path(), patience);
+    sources = std::make_unique<FreedesktopPowerSources>(bus.connect(), workspace, folder.path(),
+                                                        patience);
     ready = sources->whenReady([this] {
       ++timesReady;
       percentWhenReady = percent();
       sourceWhenReady = powerSource();
-      observation = sources->observe([this] { percentsTold.push_back(percent()); });
+      observation = sources->observe([this] {
+        percentsTold.push_back(percent());
+        if (sinceWake.isValid()) toldAfterWake.push_back(sinceWake.elapsed());
+      });
     });
     EXPECT_EQ(timesReady, 0);
   }
@@ -65,6 +71,12 @@ class FreedesktopPowerSourcesTest : public testing::Test {
     return *find(*table->front().dictionary(), "Power Source State")->text();
   }
 
+  void fallAsleep() { workspace.willSleep.notify(); }
+  void wake() {
+    sinceWake.start();
+    workspace.didWake.notify();
+  }
+
   // Neither UPower nor the kernel tells anything real of the battery.
   void letTheBatteryGlitch() {
     device.properties[percentage] = 0.0;
@@ -81,6 +93,9 @@ class FreedesktopPowerSourcesTest : public testing::Test {
   FakeProperties device{daemon, QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice"),
                         QStringLiteral("org.freedesktop.UPower.Device")};
   FakeProperties manager{daemon, QStringLiteral("/org/freedesktop/UPower"), service};
+  RecordedWorkspace workspace;
+  QElapsedTimer sinceWake;
+  std::vector<qint64> toldAfterWake;
   LaunchPatience patience;
   int timesReady = 0;
   std::optional<double> percentWhenReady;
@@ -201,6 +216,52 @@ TEST_F(FreedesktopPowerSourcesTest, TellNothingWhenAFlickerIsOver) {
   EXPECT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
 }
 
+TEST_F(FreedesktopPowerSourcesTest, TellWhatASleepChangedOnceAndAfterTheLookThatFollowsAWake) {
+  startDaemon();
+  startAndWaitUntilReady();
+  fallAsleep();
+  manager.change({{QStringLiteral("OnBattery"), false}});
+  wake();
+  device.change({{percentage, 15.0}});
+  ASSERT_TRUE(waitFor([this] { return percent() == 15; }));
+  EXPECT_LT(sinceWake.elapsed(), 3000);
+  ASSERT_TRUE(waitFor([this] { return sinceWake.elapsed() > 2000; }));
+  device.change({{percentage, 14.0}});
+  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
+  EXPECT_GE(toldAfterWake.front(), 3500);
+  device.change({{percentage, 13.0}});
+  ASSERT_TRUE(waitFor([this] { return percentsTold.size() > 1; }));
+  EXPECT_EQ(percentsTold, (Percents{14, 13}));
+}
+
+TEST_F(FreedesktopPowerSourcesTest, TellNothingInASleepAndNothingAfterOneThatChangedNothing) {
+  startDaemon();
+  startAndWaitUntilReady();
+  device.change({{percentage, 54.0}});
+  ASSERT_TRUE(waitFor([this] { return percent() == 54; }));
+  // The burst would settle in the sleep.
+  fallAsleep();
+  EXPECT_FALSE(waitFor([this] { return !percentsTold.empty(); }, 800));
+  device.change({{percentage, 55.0}});
+  ASSERT_TRUE(waitFor([this] { return percent() == 55; }));
+  wake();
+  ASSERT_TRUE(waitFor([this] { return sinceWake.elapsed() > 3600; }));
+  device.change({{percentage, 20.0}});
+  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
+  EXPECT_EQ(percentsTold, Percents{20});
+}
+
+TEST_F(FreedesktopPowerSourcesTest, LetABurstAtTheEndOfTheHoldSettle) {
+  startDaemon();
+  startAndWaitUntilReady();
+  wake();
+  ASSERT_TRUE(waitFor([this] { return sinceWake.elapsed() > 3300; }));
+  device.change({{percentage, 15.0}});
+  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
+  EXPECT_GE(toldAfterWake.front(), 3700);
+  EXPECT_EQ(percentsTold, Percents{15});
+}
+
 TEST_F(FreedesktopPowerSourcesTest, KeepTheBatteryWhileTheDaemonRestarts) {
   startDaemon();
   startAndWaitUntilReady();
@@ -319,13 +380,31 @@ TEST_F(FreedesktopPowerSourcesTest, TellTheSmartBatteryFromTheKernelAlways) {
   const auto properties = sources->smartBattery();
   ASSERT_TRUE(properties);
   EXPECT_EQ(properties->at("AppleRawMaxCapacity"), Value(50000));
-  const FreedesktopPowerSources elsewhere(bus.connect(), folder.path() + "/missing");
+  const FreedesktopPowerSources elsewhere(bus.connect(), workspace, folder.path() + "/missing");
   EXPECT_EQ(elsewhere.smartBattery(), std::nullopt);
+}
+
+TEST_F(FreedesktopPowerSourcesTest, NeverTakeOnePackForTheWholeBattery) {
+  folder.add("BAT1", test::energyPack());
+  startAndWaitUntilReady();
+  ASSERT_EQ(sources->smartBattery()->at("AppleRawMaxCapacity"), Value(100000));
+  ASSERT_EQ(percent(), 80);
+  // The controller of the second is busy for a moment.
+  for (const auto& [attribute, text] : test::energyPack()) {
+    if (attribute != "type") folder.remove("BAT1", attribute);
+  }
+  const auto properties = sources->smartBattery();
+  ASSERT_TRUE(properties);
+  EXPECT_FALSE(properties->contains("AppleRawMaxCapacity"));
+  EXPECT_FALSE(properties->contains("DesignCapacity"));
+  folder.set("BAT0", "capacity", "10");
+  folder.set("BAT0", "energy_now", "5000000");
+  EXPECT_EQ(percent(), 80);
 }
 
 TEST_F(FreedesktopPowerSourcesTest, WorkWithoutABus) {
   sources = std::make_unique<FreedesktopPowerSources>(
-      QDBusConnection(QStringLiteral("no such connection")), folder.path());
+      QDBusConnection(QStringLiteral("no such connection")), workspace, folder.path());
   ready = sources->whenReady([this] { ++timesReady; });
   EXPECT_EQ(percent(), 80);
   EXPECT_TRUE(waitFor([this] { return timesReady == 1; }, 1000));
@@ -345,7 +424,7 @@ TEST_F(FreedesktopPowerSourcesTest, MayEndWhileSomethingIsUnderWay) {
 
 TEST_F(FreedesktopPowerSourcesTest, MayEndInTheirOwnCallbacks) {
   startDaemon();
-  sources = std::make_unique<FreedesktopPowerSources>(bus.connect(), folder.path());
+  sources = std::make_unique<FreedesktopPowerSources>(bus.connect(), workspace, folder.path());
   ready = sources->whenReady([this] { sources.reset(); });
   ASSERT_TRUE(waitFor([this] { return sources == nullptr; }));
   startAndWaitUntilReady();

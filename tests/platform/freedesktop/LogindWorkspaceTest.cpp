@@ -103,6 +103,14 @@ class LogindWorkspaceTest : public testing::Test {
     ASSERT_TRUE(waitFor([this] { return logind.given() == 1; }));
   }
 
+  void letAStrangerAnnounceSleep() {
+    auto stranger = bus.connect();
+    auto signal = QDBusMessage::createSignal(path, interface, QStringLiteral("PrepareForSleep"));
+    signal << true;
+    stranger.send(signal);
+    ASSERT_TRUE(test::passedOn(stranger));
+  }
+
   test::PrivateBus bus;
   FakeLogind logind{bus.connect()};
   int sleeps = 0;
@@ -184,15 +192,22 @@ TEST_F(LogindWorkspaceTest, WaitsForALogindThatComesLater) {
 
 TEST_F(LogindWorkspaceTest, BelievesOnlyLogind) {
   startBoth();
-  auto stranger = bus.connect();
-  auto signal = QDBusMessage::createSignal(path, interface, QStringLiteral("PrepareForSleep"));
-  signal << true;
-  stranger.send(signal);
-  ASSERT_TRUE(test::passedOn(stranger));
+  letAStrangerAnnounceSleep();
   logind.announceSleep(true);
   logind.announceSleep(false);
   ASSERT_TRUE(waitFor([this] { return wakes == 1; }));
   EXPECT_EQ(sleeps, 1);
+}
+
+TEST_F(LogindWorkspaceTest, BelievesNobodyWhileThereIsNoLogind) {
+  startWorkspace();
+  letAStrangerAnnounceSleep();
+  logind.start();
+  ASSERT_TRUE(waitFor([this] { return logind.held() == 1; }));
+  logind.announceSleep(true);
+  ASSERT_TRUE(waitFor([this] { return logind.held() == 0; }));
+  EXPECT_EQ(sleeps, 1);
+  EXPECT_EQ(wakes, 0);
 }
 
 TEST_F(LogindWorkspaceTest, GivesItsLockBackAtTheEnd) {

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <memory>
 
 #include "platform/freedesktop/FakeProperties.h"
+#include "platform/recorded/RecordedPlatform.h"
 #include "support/PrivateBus.h"
 
 namespace tollbeam {
@@ -25,7 +27,7 @@ class PowerProfilesProcessInfoTest : public testing::Test {
   PowerProfilesProcessInfoTest() { current.properties = older.properties = profile("balanced"); }
 
   void start() {
-    info = std::make_unique<PowerProfilesProcessInfo>(bus.connect());
+    info = std::make_unique<PowerProfilesProcessInfo>(bus.connect(), workspace);
     observation = info->onPowerStateChange([this] { told.push_back(lowPower()); });
     ready = info->whenReady([this] { ++timesReady; });
     EXPECT_EQ(timesReady, 0);
@@ -39,6 +41,7 @@ class PowerProfilesProcessInfoTest : public testing::Test {
   FakeProperties current{daemon, QStringLiteral("/org/freedesktop/UPower/PowerProfiles"),
                          currentName};
   FakeProperties older{daemon, QStringLiteral("/net/hadess/PowerProfiles"), olderName};
+  RecordedWorkspace workspace;
   std::vector<bool> told;
   int timesReady = 0;
   std::unique_ptr<PowerProfilesProcessInfo> info;
@@ -127,6 +130,22 @@ TEST_F(PowerProfilesProcessInfoTest, AHangingDaemonIsNotWaitedForLong) {
   EXPECT_FALSE(lowPower());
   current.answer();
   EXPECT_TRUE(waitFor([this] { return lowPower(); }));
+}
+
+TEST_F(PowerProfilesProcessInfoTest, TellsASwitchInASleepAfterTheLookThatFollowsAWake) {
+  ASSERT_TRUE(daemon.registerService(currentName));
+  start();
+  workspace.willSleep.notify();
+  current.change(profile("power-saver"));
+  ASSERT_TRUE(waitFor([this] { return lowPower(); }));
+  QElapsedTimer sinceWake;
+  sinceWake.start();
+  workspace.didWake.notify();
+  ASSERT_TRUE(waitFor([this] { return !told.empty(); }));
+  EXPECT_GE(sinceWake.elapsed(), 3500);
+  current.change(profile("balanced"));
+  EXPECT_TRUE(waitFor([this] { return told.size() == 2; }));
+  EXPECT_EQ(told, (std::vector{true, false}));
 }
 
 TEST_F(PowerProfilesProcessInfoTest, MayEndInItsOwnCallback) {

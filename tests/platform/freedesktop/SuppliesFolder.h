@@ -36,6 +36,10 @@ class SuppliesFolder {
     std::ofstream(root_ / "devices" / device / attribute) << text << '\n';
   }
 
+  void remove(const std::string& device, const std::string& attribute) const {
+    std::filesystem::remove(root_ / "devices" / device / attribute);
+  }
+
  private:
   std::filesystem::path root_;
 };

@@ -2,6 +2,7 @@ tollbeam_test(power_readings_tests
   SOURCES
     support/StdMain.cpp
     platform/freedesktop/BatteryPacksTest.cpp
+    platform/freedesktop/DeadBaysTest.cpp
     platform/freedesktop/PowerSuppliesTest.cpp
     platform/freedesktop/PowerTableCacheTest.cpp
     platform/freedesktop/PowerTableTest.cpp
@@ -19,5 +20,6 @@ tollbeam_test(power_bus_tests
     platform/freedesktop/LogindWorkspaceTest.cpp
     platform/freedesktop/PowerProfilesProcessInfoTest.cpp
     platform/freedesktop/RemotePropertiesTest.cpp
-  LIBS tollbeam_freedesktop_power tollbeam_test_support Qt6::Widgets
+    platform/freedesktop/SleepHoldTest.cpp
+  LIBS tollbeam_freedesktop_power tollbeam_platform_recorded tollbeam_test_support Qt6::Widgets
   PRECOMPILED dbus_tests)

@@ -3,16 +3,17 @@ tollbeam_test(user_tests MOC
     support/QtMain.cpp
     platform/freedesktop/AutostartEntryTest.cpp
     platform/freedesktop/BundleFolderTest.cpp
+    platform/freedesktop/DaySummaryInRealZonesTest.cpp
     platform/freedesktop/DesktopEntryTest.cpp
     platform/freedesktop/DesktopNotificationCenterTest.cpp
     platform/freedesktop/JsonUserDefaultsTest.cpp
     platform/freedesktop/LocalTimeTest.cpp
-    platform/freedesktop/MinutesBindingTest.cpp
     platform/freedesktop/NotificationCallTest.cpp
     platform/freedesktop/NotificationPermissionTest.cpp
     platform/freedesktop/PosixFileManagerTest.cpp
     platform/freedesktop/QtMainQueueTest.cpp
     platform/freedesktop/QtSavePanelsTest.cpp
+    platform/freedesktop/QuietHoursInRealZonesTest.cpp
     platform/freedesktop/UserFoldersTest.cpp
     platform/freedesktop/ValueJsonTest.cpp
     platform/freedesktop/support/RecordingServer.cpp

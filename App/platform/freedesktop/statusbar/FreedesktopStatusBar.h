@@ -15,8 +15,8 @@ class FreedesktopStatusBar : public StatusBar {
  public:
   /// `sessionBus` is only listened to; each item opens a connection of its own to the same bus, at
   /// `sessionBusAddress` (empty: where the environment says). `iconThemePath` is a folder in which
-  /// "hicolor/scalable/status/tollbeam-battery-75-symbolic.svg" and its like stand; empty when
-  /// there is none, and panels then get pictures only.
+  /// "hicolor/22x22/status/tollbeam-battery-75-symbolic.svg" and its like in 16 and 24 pixels
+  /// stand; empty when there is none, and panels then get pictures only.
   explicit FreedesktopStatusBar(QDBusConnection sessionBus, QString sessionBusAddress = {},
                                 QString iconThemePath = {});
 

@@ -50,6 +50,7 @@ std::vector<QString> RecordingServer::titles() const {
 
 QStringList RecordingServer::GetCapabilities() {
   ++timesAsked;
+  if (hidesCapabilities) setDelayedReply(true);
   return capabilities;
 }
 

@@ -60,6 +60,8 @@ class RecordingServer : public QObject, protected QDBusContext {
   QStringList capabilities{QStringLiteral("actions"), QStringLiteral("body"),
                            QStringLiteral("body-markup"), QStringLiteral("sound")};
   bool holdsAnswers = false;
+  /// Leaves the question what it can unanswered.
+  bool hidesCapabilities = false;
   /// An error name; empty to succeed.
   QString fails;
 
