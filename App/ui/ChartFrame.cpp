@@ -29,8 +29,9 @@ std::optional<std::size_t> pointAt(double x, double reach, std::span<const Chart
   // Whether the line from a point to its neighbour passes under the pointer.
   const auto joins = [&](std::size_t i, std::size_t neighbour) {
     if (neighbour >= points.size() || points[neighbour].seg != points[i].seg) return false;
-    const auto [left, right] = std::minmax(placeOf(i), placeOf(neighbour));
-    return left <= x && x <= right;
+    const double here = placeOf(i);
+    const double there = placeOf(neighbour);
+    return std::min(here, there) <= x && x <= std::max(here, there);
   };
   std::optional<std::size_t> nearest;
   double shortest = 0;

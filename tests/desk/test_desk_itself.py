@@ -6,7 +6,7 @@ import tempfile
 import time
 import unittest
 
-from laptop import Desk, DeskError, wait_for
+from laptop import Desk, DeskError, folder_for, wait_for
 
 HERE = os.path.dirname(os.path.realpath(__file__))
 PROBE = os.path.join(HERE, 'probe_item.py')
@@ -18,9 +18,7 @@ class DeskTest(unittest.TestCase):
     options = {}
 
     def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix='desk-')
-        self.addCleanup(folder.cleanup)
-        self.desk = Desk(folder.name)
+        self.desk = Desk(folder_for(self))
         self.addCleanup(self.desk.down)
         self.desk.up(**self.options)
 

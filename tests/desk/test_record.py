@@ -1,10 +1,9 @@
 """The recorder of battery traces writes what happens on the laptop that it runs on."""
 import json
 import os
-import tempfile
 import unittest
 
-from laptop import Desk, wait_for
+from laptop import Desk, folder_for, wait_for
 from laptop.parts import PYTHON
 
 RECORDER = os.path.join(os.path.dirname(os.path.realpath(__file__)), 'record.py')
@@ -12,9 +11,7 @@ RECORDER = os.path.join(os.path.dirname(os.path.realpath(__file__)), 'record.py'
 
 class Record(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix='desk-')
-        self.addCleanup(folder.cleanup)
-        self.desk = Desk(folder.name)
+        self.desk = Desk(folder_for(self))
         self.addCleanup(self.desk.down)
         self.desk.up(panel='none', notify='none')
         self.trace = self.desk.path('laptop.trace')

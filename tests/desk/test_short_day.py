@@ -3,10 +3,9 @@ import os
 import signal
 import subprocess
 import sys
-import tempfile
 import unittest
 
-from laptop import Desk, wait_for
+from laptop import Desk, folder_for, wait_for
 from laptop.processes import gone
 from tollbeam import BUNDLE
 
@@ -15,9 +14,8 @@ HERE = os.path.dirname(os.path.realpath(__file__))
 
 class ShortDay(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix='desk-')
-        self.addCleanup(folder.cleanup)
-        self.desk_folder, self.pictures = os.path.join(folder.name, 'desk'), os.path.join(folder.name, 'day')
+        folder = folder_for(self)
+        self.desk_folder, self.pictures = os.path.join(folder, 'desk'), os.path.join(folder, 'day')
         self.addCleanup(lambda: Desk(self.desk_folder).down())
 
     def interrupt(self, sign, *options):

@@ -9,12 +9,11 @@ import json
 import os
 import shutil
 import sys
-import tempfile
 import unittest
 
 from gi.repository import GLib
 
-from laptop import Desk, wait_for
+from laptop import Desk, folder_for, wait_for
 from laptop.parts import UPOWER, WATCHER
 
 TOP = os.path.dirname(os.path.dirname(os.path.dirname(os.path.realpath(__file__))))
@@ -56,9 +55,7 @@ class ProgramTest(unittest.TestCase):
 
     def setUp(self):
         self.assertTrue(os.path.isdir(BUNDLE), BUNDLE + ' is missing (./make_app.sh makes it)')
-        folder = tempfile.TemporaryDirectory(prefix='desk-')
-        self.addCleanup(folder.cleanup)
-        self.desk = Desk(folder.name)
+        self.desk = Desk(folder_for(self))
         self.addCleanup(self._tell_what_happened)
         self.addCleanup(self.desk.down)
         self.desk.up(**self.options)

@@ -32,9 +32,16 @@ QPalette palette(bool dark, bool contrast) {
               : make(0xFFF4F5F7, 0xFF1B1E23, 0xFFFFFFFF, 0xFF2F6CDB, 0xFFFFFFFF);
 }
 
+// The screen that is none says of each window what it cannot do; whatever else is said is heard.
+void tell(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& message) {
+  if (message.startsWith(QLatin1String("This plugin does not support"))) return;
+  std::fprintf(stderr, "%s\n", qUtf8Printable(message));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  qInstallMessageHandler(tell);
   QApplication app(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   QCommandLineParser options;

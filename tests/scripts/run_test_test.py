@@ -2,40 +2,42 @@
 """tests/desk/run_test.py: how a failed desk test gets one more try, and how the runner of all learns of it."""
 import os
 import subprocess
+import textwrap
 import time
 import unittest
 
 from tree import TreeTest
 
-TESTS = '''
-import os, time, unittest
+# Indented: what lists the tests of this file must not take these for its own.
+TESTS = textwrap.dedent('''
+    import os, time, unittest
 
-def count(name):
-    """How often this was called with the name, in this and earlier tries."""
-    file = os.path.join(os.environ['HOME'], name)
-    with open(file, 'a') as f:
-        f.write('x')
-    return os.path.getsize(file)
+    def count(name):
+        """How often this was called with the name, in this and earlier tries."""
+        file = os.path.join(os.environ['HOME'], name)
+        with open(file, 'a') as f:
+            f.write('x')
+        return os.path.getsize(file)
 
-class Some(unittest.TestCase):
-    def test_good(self):
-        self.assertEqual(count('good'), 1)
-    def test_bad(self):
-        self.fail('bad, time %d' % count('bad'))
-    def test_starved_once(self):
-        self.assertEqual(count('starved'), 2, 'starved')
-    def test_starved_once_in_a_part(self):
-        for part in (1, 2):
-            with self.subTest(part=part):
-                self.assertNotEqual(count('part'), 1)
-    def test_hangs_once(self):
-        self.addCleanup(count, 'taken down')
-        if count('hangs') == 1:
-            time.sleep(60)
-    @unittest.skip('not here')
-    def test_skipped(self):
-        pass
-'''
+    class Some(unittest.TestCase):
+        def test_good(self):
+            self.assertEqual(count('good'), 1)
+        def test_bad(self):
+            self.fail('bad, time %d' % count('bad'))
+        def test_starved_once(self):
+            self.assertEqual(count('starved'), 2, 'starved')
+        def test_starved_once_in_a_part(self):
+            for part in (1, 2):
+                with self.subTest(part=part):
+                    self.assertNotEqual(count('part'), 1)
+        def test_hangs_once(self):
+            self.addCleanup(count, 'taken down')
+            if count('hangs') == 1:
+                time.sleep(60)
+        @unittest.skip('not here')
+        def test_skipped(self):
+            pass
+    ''')
 
 
 class RunTest(TreeTest):

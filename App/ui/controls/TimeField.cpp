@@ -68,7 +68,10 @@ void TimeField::restyle() {
 
 void TimeField::followLocale() {
   const QSignalBlocker blocker(this);
-  setDisplayFormat(shortTimeFormat(locale()));
+  // Qt reads past the end of its own text where a word stands beside the half of the day: in Ewe.
+  const QString own = locale().timeFormat(QLocale::ShortFormat);
+  const bool readable = !own.contains(u'\'') || !own.contains(QLatin1String("AP"));
+  setDisplayFormat(readable ? shortTimeFormat(locale()) : QStringLiteral("HH:mm"));
   updateGeometry();
 }
 
