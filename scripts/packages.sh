@@ -15,7 +15,7 @@ packages_desk="upower umockdev gir1.2-umockdev-1.0 power-profiles-daemon python3
   fonts-dejavu-core adwaita-icon-theme librsvg2-common libfaketime"
 
 packages_test="python3 libgtest-dev tzdata clang-format clang-tidy appstream desktop-file-utils
-  dbus xvfb xdg-desktop-portal"
+  dbus libglib2.0-bin xvfb xdg-desktop-portal"
 
 # missing_packages LIST...: those of the packages that are not installed, one a line.
 missing_packages() {
