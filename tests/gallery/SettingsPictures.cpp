@@ -163,7 +163,8 @@ std::vector<Picture> settingsPictures() {
       settings(
           "all-off-end",
           [](RecordedPlatform& platform) {
-            platform.userDefaults.values = {{"quietEnabled", false}, {"showPercent", false}};
+            platform.userDefaults.values = {
+                {"healthEnabled", false}, {"quietEnabled", false}, {"showPercent", false}};
           },
           toEnd),
       settings("at-the-ends",
