@@ -4,18 +4,15 @@
 #include <cmath>
 #include <optional>
 
+#include "Days.h"
 #include "Pictures.h"
 #include "platform/recorded/RecordedPlatform.h"
-#include "support/Histories.h"
 #include "ui/Popover.h"
 #include "ui/PopoverView.h"
 
 namespace tollbeam::gallery {
 
 namespace {
-
-constexpr double kNow = 1'763'648'400;       // Thursday 20 November 2025, 14:20 UTC
-constexpr double kMidnight = 1'763'596'800;  // of that day
 
 class NoClicks final : public OutsideClicks {
  public:
@@ -24,11 +21,6 @@ class NoClicks final : public OutsideClicks {
   }
 };
 
-using Stretches = std::vector<std::vector<test::Corner>>;
-
-// Hours from today's midnight.
-const Stretches kDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-1.2, 80}, {-0.3, 76}},
-                     {{7.5, 74}, {8.2, 80}, {10.4, 80}, {14.33, 64}}};
 const Stretches kLowDay{{{-9.7, 52}, {-8.3, 42}, {-6.7, 80}, {-3.0, 80}, {-0.6, 70}},
                         {{6.9, 67}, {14.33, 14}}};
 const Stretches kFullDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-0.3, 80}},
@@ -36,45 +28,18 @@ const Stretches kFullDay{{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-0.3, 80}},
 const Stretches kEmptyDay{{{-6, 100}, {-1, 40}}, {{8.2, 62}, {14.33, 0}}};
 const Stretches kLongWeek{
     {{-153.6, 58}, {-100, 80}, {-80, 20}, {-78, 100}, {-30, 100}, {14.33, 21}}};
-const Stretches kWeek{{{-153.6, 58}, {-151, 45}, {-149.6, 80}, {-143.6, 80}},
-                      {{-137, 78},
-                       {-135, 80},
-                       {-131, 80},
-                       {-126.5, 52},
-                       {-124.8, 80},
-                       {-111.5, 80},
-                       {-107, 61},
-                       {-97.5, 43}},
-                      {{-87.6, 42},
-                       {-85, 64},
-                       {-80.5, 38},
-                       {-78.4, 80},
-                       {-63.2, 80},
-                       {-57.8, 49},
-                       {-56, 80},
-                       {-52.5, 80},
-                       {-49, 66}},
-                      {{-40.4, 65},
-                       {-35.6, 33},
-                       {-33, 80},
-                       {-15.4, 80},
-                       {-11.9, 58},
-                       {-10.5, 80},
-                       {-6.4, 80},
-                       {-0.6, 51}},
-                      {{7.4, 50}, {9, 41}, {11.1, 34}, {14.33, 82}}};
 
 struct Scene {
   Scene(Dictionary battery, Dictionary properties, const Stretches& history) {
     if (!battery.empty()) platform.powerSources.table = List{std::move(battery)};
     if (!properties.empty()) platform.powerSources.properties = std::move(properties);
     // As densely as the program records.
-    samples = test::samplesAlong(history, Date{kMidnight}, 1);
+    samples = test::samplesAlong(history, kMidnight, 1);
     platform.compositor.running = true;
   }
 
   void pluggedInFor(double minutes) {
-    for (Sample& sample : samples) sample.a = sample.t >= kNow - minutes * 60;
+    for (Sample& sample : samples) sample.a = sample.t >= kNow.secondsSince1970 - minutes * 60;
   }
 
   void open() {
@@ -90,7 +55,7 @@ struct Scene {
   void chooseWeek() const { view->findChildren<QRadioButton*>().last()->click(); }
   void openSummary() const { view->findChild<DailySummaryView*>()->title().click(); }
 
-  RecordedPlatform platform{Date{kNow}};
+  RecordedPlatform platform{kNow};
   std::vector<Sample> samples;
   NoClicks clicks;
   Style style{platform.appearance};
@@ -177,7 +142,8 @@ std::vector<Picture> popoverPictures() {
   const auto plugged = [](Scene& scene) { scene.pluggedInFor(192); };
   const auto snoozed = [](Scene& scene) {
     scene.pluggedInFor(192);
-    scene.platform.userDefaults.values.insert_or_assign("snoozeUntil", kNow + 45 * 60);
+    scene.platform.userDefaults.values.insert_or_assign("snoozeUntil",
+                                                        kNow.secondsSince1970 + 45 * 60);
   };
   const auto week = [](Scene& scene) { scene.chooseWeek(); };
   const auto weekAndSummary = [](Scene& scene) {

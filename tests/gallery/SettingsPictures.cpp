@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QStringList>
 
+#include "Days.h"
 #include "Pictures.h"
 #include "platform/recorded/RecordedPlatform.h"
 #include "ui/AlertDialogs.h"
@@ -15,8 +16,6 @@
 namespace tollbeam::gallery {
 
 namespace {
-
-constexpr Date kNow{1'763'648'400};
 
 class NoSavePanels final : public SavePanels {
  public:
