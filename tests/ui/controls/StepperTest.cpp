@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QImage>
 #include <QSignalSpy>
 #include <limits>
 #include <random>
+#include <set>
 
 #include "platform/recorded/RecordedPlatform.h"
 #include "support/Widgets.h"
@@ -192,6 +194,36 @@ TEST_F(StepperTest, AScreenReaderCannotLeadItOutOfTheRange) {
     value->setCurrentValue(stray);
   }
   EXPECT_TRUE(wanted.empty());
+}
+
+// The colours inside a cell, away from the shape's corners and the divider.
+std::set<QRgb> coloursInside(Stepper& stepper, QPoint middle, double ratio) {
+  QImage image(stepper.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+  image.setDevicePixelRatio(ratio);
+  image.fill(Qt::white);
+  stepper.render(&image, {}, {}, QWidget::RenderFlags());
+  std::set<QRgb> colours;
+  const QRect box = QRect(middle - QPoint(8, 8), QSize(16, 16));
+  for (int y = qRound(box.top() * ratio); y < qRound(box.bottom() * ratio); ++y) {
+    for (int x = qRound(box.left() * ratio); x < qRound(box.right() * ratio); ++x) {
+      colours.insert(image.pixel(x, y));
+    }
+  }
+  return colours;
+}
+
+TEST_F(StepperTest, DrawsItsSignsOnWholePixels) {
+  for (const double ratio : {1.0, 1.25, 2.0}) {
+    for (const Step step : {Step::down, Step::up}) {
+      EXPECT_EQ(coloursInside(stepper, cell(step), ratio).size(), 2U) << "at " << ratio;
+    }
+  }
+}
+
+TEST_F(StepperTest, DrawsAnInertSignInOneShade) {
+  stepper.setValue(100);
+  EXPECT_EQ(coloursInside(stepper, cell(Step::up), 1).size(), 2U)
+      << "the crossing of its bars is translucent, too";
 }
 
 }  // namespace
