@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "battery/BatteryState.h"
-#include "platform/Date.h"
 #include "platform/UserDefaults.h"
-#include "preferences/AlertKind.h"
 #include "preferences/Prefs.h"
+#include "values/AlertKind.h"
+#include "values/Date.h"
 
 namespace tollbeam {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "history/Sample.h"
-#include "platform/Date.h"
+#include "values/Date.h"
 
 namespace tollbeam {
 

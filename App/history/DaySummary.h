@@ -7,7 +7,7 @@
 
 #include "history/Sample.h"
 #include "platform/Calendar.h"
-#include "platform/Date.h"
+#include "values/Date.h"
 
 namespace tollbeam {
 

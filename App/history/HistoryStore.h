@@ -21,8 +21,8 @@
 #include "battery/BatteryState.h"
 #include "history/DaySummary.h"
 #include "history/Sample.h"
-#include "platform/Date.h"
 #include "platform/FileManager.h"
+#include "values/Date.h"
 
 namespace tollbeam {
 

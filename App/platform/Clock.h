@@ -1,7 +1,7 @@
 // What time it is. Only the model asks; rules take the time as an argument.
 #pragma once
 
-#include "platform/Date.h"
+#include "values/Date.h"
 
 namespace tollbeam {
 

@@ -15,7 +15,7 @@
 #include <optional>
 
 #include "platform/Subscription.h"
-#include "platform/Value.h"
+#include "values/Value.h"
 
 namespace tollbeam {
 

@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "platform/Subscription.h"
-#include "platform/Value.h"
+#include "values/Value.h"
 
 namespace tollbeam {
 

@@ -8,8 +8,8 @@
 
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
-#include "platform/Date.h"
 #include "platform/UserDefaults.h"
+#include "values/Date.h"
 
 namespace tollbeam {
 

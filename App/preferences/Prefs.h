@@ -9,9 +9,9 @@
 #include <string>
 
 #include "platform/Calendar.h"
-#include "platform/Date.h"
 #include "platform/UserDefaults.h"
-#include "preferences/AlertKind.h"
+#include "values/AlertKind.h"
+#include "values/Date.h"
 
 namespace tollbeam {
 

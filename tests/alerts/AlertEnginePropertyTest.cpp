@@ -6,8 +6,8 @@
 #include <random>
 
 #include "alerts/AlertEngine.h"
-#include "platform/recorded/RecordedPlatform.h"
 #include "preferences/PrefsKeys.h"
+#include "recorded/RecordedPlatform.h"
 
 namespace tollbeam {
 namespace {

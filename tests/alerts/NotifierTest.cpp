@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 
 namespace tollbeam {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 
 namespace tollbeam {
 namespace {

@@ -2,7 +2,7 @@
 """record.py FILE: records this machine's battery, as a trace that the replay test plays.
 
 Runs until it is interrupted (Ctrl-C). A line is written at each change of what UPower, the kernel's
-battery files and the power profile say, and at each sleep and wake; App/platform/recorded/Trace.h
+battery files and the power profile say, and at each sleep and wake; tests/recorded/Trace.h
 describes the format. Put the file into tests/data/replay/ and run the tests: they write what the
 program makes of it beside it. The trace names no more of the machine than its battery's model.
 """

@@ -5,9 +5,9 @@
 
 #include "Days.h"
 #include "Pictures.h"
-#include "platform/recorded/RecordedPlatform.h"
-#include "ui/DailySummaryView.h"
-#include "ui/HistoryChart.h"
+#include "recorded/RecordedPlatform.h"
+#include "ui/chart/HistoryChart.h"
+#include "ui/summary/DailySummaryView.h"
 
 namespace tollbeam::gallery {
 

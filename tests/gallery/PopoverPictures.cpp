@@ -6,9 +6,9 @@
 
 #include "Days.h"
 #include "Pictures.h"
-#include "platform/recorded/RecordedPlatform.h"
-#include "ui/Popover.h"
-#include "ui/PopoverView.h"
+#include "recorded/RecordedPlatform.h"
+#include "ui/popover/Popover.h"
+#include "ui/popover/PopoverView.h"
 
 namespace tollbeam::gallery {
 

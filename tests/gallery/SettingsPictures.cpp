@@ -7,11 +7,11 @@
 
 #include "Days.h"
 #include "Pictures.h"
-#include "platform/recorded/RecordedPlatform.h"
-#include "ui/AlertDialogs.h"
-#include "ui/SettingsView.h"
+#include "recorded/RecordedPlatform.h"
 #include "ui/controls/DropDown.h"
 #include "ui/controls/TimeField.h"
+#include "ui/settings/SettingsView.h"
+#include "ui/shell/AlertDialogs.h"
 
 namespace tollbeam::gallery {
 

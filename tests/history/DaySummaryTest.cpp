@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "history/HistoryStore.h"
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 
 namespace tollbeam {
 namespace {

@@ -5,7 +5,7 @@
 #include <map>
 
 #include "history/HistoryJson.h"
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 #include "support/States.h"
 
 namespace tollbeam {

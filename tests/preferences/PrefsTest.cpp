@@ -6,7 +6,7 @@
 #include <map>
 #include <string>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 
 namespace tollbeam {
 namespace {

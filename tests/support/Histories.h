@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "history/HistoryJson.h"
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 
 namespace tollbeam::test {
 

@@ -10,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/freedesktop/Bus.h"
+#include "platform/freedesktop/bus/Bus.h"
 
 namespace tollbeam::test {
 

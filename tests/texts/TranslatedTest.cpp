@@ -8,8 +8,8 @@
 #include "alerts/AlertEngine.h"
 #include "battery/BatteryState.h"
 #include "battery/FormatMinutes.h"
-#include "platform/recorded/RecordedPlatform.h"
 #include "preferences/Prefs.h"
+#include "recorded/RecordedPlatform.h"
 
 namespace tollbeam {
 namespace {

@@ -9,8 +9,8 @@
 #include <QList>
 
 #include "ui/controls/DropDown.h"
+#include "ui/look/Shadow.h"
 #include "ui/look/Style.h"
-#include "ui/popover/Shadow.h"
 
 namespace tollbeam {
 

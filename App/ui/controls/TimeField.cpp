@@ -10,7 +10,7 @@
 #include <cmath>
 #include <utility>
 
-#include "ui/LocaleFormats.h"
+#include "texts/LocaleFormats.h"
 #include "ui/controls/Digits.h"
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"

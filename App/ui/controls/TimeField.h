@@ -9,10 +9,10 @@
 #include <functional>
 #include <optional>
 
-#include "platform/Calendar.h"
 #include "ui/controls/Accessibility.h"
 #include "ui/controls/AutoRepeat.h"
 #include "ui/look/Style.h"
+#include "values/TimeOfDay.h"
 
 namespace tollbeam {
 

@@ -6,9 +6,9 @@
 #include <QWidget>
 #include <optional>
 
-#include "ui/RingView.h"
 #include "ui/controls/Text.h"
 #include "ui/look/Style.h"
+#include "ui/popover/RingView.h"
 #include "ui/popover/SnoozeBanner.h"
 
 namespace tollbeam {

@@ -6,8 +6,8 @@
 
 #include "battery/FormatDecimal.h"
 #include "battery/FormatMinutes.h"
+#include "texts/LocaleFormats.h"
 #include "texts/Translated.h"
-#include "ui/LocaleFormats.h"
 
 namespace tollbeam {
 

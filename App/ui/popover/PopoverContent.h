@@ -8,8 +8,8 @@
 
 #include "battery/BatteryState.h"
 #include "platform/Calendar.h"
-#include "platform/Date.h"
 #include "ui/look/Colours.h"
+#include "values/Date.h"
 
 namespace tollbeam {
 

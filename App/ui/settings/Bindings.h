@@ -13,11 +13,11 @@
 #include "platform/Subscription.h"
 #include "platform/UserDefaults.h"
 #include "preferences/MinutesBinding.h"
-#include "ui/SoundPicker.h"
 #include "ui/controls/Stepper.h"
 #include "ui/controls/Switch.h"
 #include "ui/controls/Text.h"
 #include "ui/controls/TimeField.h"
+#include "ui/settings/SoundPicker.h"
 
 namespace tollbeam {
 

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <optional>
 
-#include "AppModel.h"
+#include "model/AppModel.h"
 #include "platform/LoginItem.h"
 #include "platform/Platform.h"
 #include "ui/controls/Switch.h"

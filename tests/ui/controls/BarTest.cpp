@@ -5,7 +5,7 @@
 #include <QImage>
 #include <limits>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 
 namespace tollbeam {
 namespace {

@@ -9,7 +9,7 @@
 #include <QToolTip>
 #include <limits>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 #include "support/Widgets.h"
 #include "ui/controls/DropDownList.h"
 

@@ -5,7 +5,7 @@
 #include <QAccessible>
 #include <QImage>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 
 namespace tollbeam {
 namespace {

@@ -8,7 +8,7 @@
 #include <random>
 #include <set>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 #include "support/Widgets.h"
 
 namespace tollbeam {

@@ -4,7 +4,7 @@
 
 #include <QSignalSpy>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 #include "support/Widgets.h"
 
 namespace tollbeam {

@@ -4,7 +4,7 @@
 
 #include <QImage>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 #include "support/Widgets.h"
 #include "ui/look/Style.h"
 

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <limits>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 #include "support/Widgets.h"
-#include "ui/LocaleFormats.h"
+#include "texts/LocaleFormats.h"
 
 namespace tollbeam {
 namespace {

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/recorded/RecordedPlatform.h"
+#include "recorded/RecordedPlatform.h"
 #include "support/States.h"
-#include "ui/StatusItemContent.h"
+#include "ui/shell/StatusItemContent.h"
 
 namespace tollbeam {
 namespace {

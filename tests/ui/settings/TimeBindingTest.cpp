@@ -1,9 +1,9 @@
 // The quiet hours' times in the form, on the days on which clocks change in Berlin and elsewhere.
 #include <gtest/gtest.h>
 
-#include "platform/freedesktop/LocalCalendar.h"
-#include "platform/freedesktop/support/Sandbox.h"
-#include "platform/recorded/RecordedPlatform.h"
+#include "platform/freedesktop/session/LocalCalendar.h"
+#include "recorded/RecordedPlatform.h"
+#include "support/Sandbox.h"
 #include "support/Widgets.h"
 #include "ui/settings/Bindings.h"
 

@@ -3,7 +3,7 @@
 
 #include <QFont>
 
-#include "platform/freedesktop/appearance/Look.h"
+#include "platform/freedesktop/appearance/readings/Look.h"
 
 namespace tollbeam {
 

@@ -5,7 +5,7 @@
 
 #include <QPalette>
 
-#include "platform/freedesktop/appearance/Look.h"
+#include "platform/freedesktop/appearance/readings/Look.h"
 
 namespace tollbeam {
 

@@ -8,7 +8,7 @@
 #include <limits>
 #include <utility>
 
-#include "platform/freedesktop/DBusValue.h"
+#include "platform/freedesktop/bus/DBusValue.h"
 
 namespace tollbeam {
 namespace {

@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Value.h"
-#include "platform/freedesktop/ServiceOwner.h"
+#include "platform/freedesktop/bus/ServiceOwner.h"
+#include "values/Value.h"
 
 namespace tollbeam {
 

@@ -1,6 +1,6 @@
 #include "platform/freedesktop/appearance/XSettingsWatch.h"
 
-#include "platform/freedesktop/appearance/XSettings.h"
+#include "platform/freedesktop/appearance/readings/XSettings.h"
 
 namespace tollbeam {
 

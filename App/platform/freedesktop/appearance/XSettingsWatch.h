@@ -5,8 +5,8 @@
 
 #include <QObject>
 
-#include "platform/Value.h"
 #include "platform/freedesktop/x11/ManagerSelection.h"
+#include "values/Value.h"
 
 namespace tollbeam {
 

@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "platform/StatusBar.h"
-#include "platform/freedesktop/Bus.h"
+#include "platform/freedesktop/bus/Bus.h"
 
 namespace tollbeam {
 

@@ -5,8 +5,8 @@
 #include <QPalette>
 #include <chrono>
 
-#include "platform/freedesktop/statusbar/PanelColour.h"
-#include "platform/freedesktop/statusbar/StatusFace.h"
+#include "platform/freedesktop/statusbar/sni/StatusFace.h"
+#include "platform/freedesktop/statusbar/xembed/PanelColour.h"
 
 namespace tollbeam {
 namespace {

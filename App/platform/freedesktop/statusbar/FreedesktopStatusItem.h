@@ -8,11 +8,11 @@
 #include <optional>
 
 #include "platform/StatusBar.h"
-#include "platform/freedesktop/statusbar/DBusMenu.h"
 #include "platform/freedesktop/statusbar/PanelThemeWatch.h"
-#include "platform/freedesktop/statusbar/StatusNotifierItem.h"
-#include "platform/freedesktop/statusbar/WatcherMonitor.h"
-#include "platform/freedesktop/statusbar/XEmbedIcon.h"
+#include "platform/freedesktop/statusbar/sni/DBusMenu.h"
+#include "platform/freedesktop/statusbar/sni/StatusNotifierItem.h"
+#include "platform/freedesktop/statusbar/sni/WatcherMonitor.h"
+#include "platform/freedesktop/statusbar/xembed/XEmbedIcon.h"
 #include "resources/Symbols.h"
 
 class QMenu;

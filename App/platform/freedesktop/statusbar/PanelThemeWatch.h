@@ -5,8 +5,8 @@
 #include <QFileSystemWatcher>
 #include <QObject>
 
-#include "platform/freedesktop/Bus.h"
-#include "platform/freedesktop/statusbar/StatusHost.h"
+#include "platform/freedesktop/bus/Bus.h"
+#include "platform/freedesktop/statusbar/sni/StatusHost.h"
 
 namespace tollbeam {
 

@@ -7,8 +7,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/freedesktop/FakeProperties.h"
-#include "platform/freedesktop/appearance/FakePortal.h"
+#include "support/FakePortal.h"
+#include "support/FakeProperties.h"
 #include "support/PrivateBus.h"
 
 namespace tollbeam {

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "platform/freedesktop/sounds/DefaultSound.h"
-#include "platform/freedesktop/support/Sandbox.h"
 #include "preferences/Prefs.h"
 #include "support/PrivateBus.h"
+#include "support/Sandbox.h"
 
 namespace tollbeam {
 

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "platform/freedesktop/x11/OtherProgram.h"
+#include "support/OtherProgram.h"
 #include "support/PrivateBus.h"
 
 namespace tollbeam {

@@ -1,0 +1,263 @@
+#include "model/AppModel.h"
+
+#include <QPointer>
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <utility>
+
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "platform/FileManager.h"
+#include "platform/MainBundle.h"
+#include "platform/MainQueue.h"
+#include "platform/NotificationCenter.h"
+#include "platform/ProcessInfo.h"
+#include "platform/Workspace.h"
+#include "preferences/Prefs.h"
+
+namespace tollbeam {
+
+namespace {
+
+constexpr double kRefreshInterval = 60;
+constexpr double kRefreshTolerance = 10;
+// Batteries report nonsense right after a wake; by then they have settled.
+constexpr double kWakeDelay = 3.0;
+// A sleep that was announced and of whose end nobody tells was called off.
+constexpr double kSleepCalledOff = 60;
+constexpr double kSnoozeSeconds = 3600;
+// More than the two clocks drift apart between two refreshes.
+constexpr double kClockStep = 60;
+constexpr const char* kExportName = "Tollbeam-history.csv";
+
+std::optional<NotificationSound> notificationSound(const std::string& name) {
+  if (name == kNoSound) return std::nullopt;
+  if (name == kDefaultSound) return NotificationSound{};
+  return NotificationSound{name};
+}
+
+}  // namespace
+
+AppModel::AppModel(const Platform& platform, QObject* parent)
+    : QObject(parent),
+      platform_(platform),
+      lastNow_(platform_.clock.now()),
+      lastUptime_(platform_.clock.uptime()),
+      launched_(lastNow_),
+      snoozeUntil_(Prefs::snoozeUntil(platform_.userDefaults, lastNow_)),
+      reader_(platform_.powerSources, platform_.processInfo),
+      history_(platform_.fileManager, lastNow_),
+      notifier_(std::make_shared<Notifier>(platform_.notificationCenter, platform_.mainBundle,
+                                           platform_.mainQueue, platform_.dialogs)) {}
+
+AppModel::~AppModel() = default;
+
+// What runs later finds the model gone or itself on the main thread.
+std::function<void()> AppModel::onMain(std::function<void(AppModel&)> work) {
+  return [self = QPointer<AppModel>(this), &queue = platform_.mainQueue, work = std::move(work)] {
+    requireMainThread(queue);
+    if (self) work(*self);
+  };
+}
+
+void AppModel::start() {
+  const auto refreshFor = [this](Reason reason) {
+    return onMain([reason](AppModel& model) { model.refresh(reason); });
+  };
+
+  notifier_->setup();
+  notifier_->onSnooze = onMain([](AppModel& model) { model.snooze(); });
+  refresh(Reason::launch);
+  reader_.startObserving(refreshFor(Reason::event));
+  timer_ = platform_.mainQueue.every(kRefreshInterval, kRefreshTolerance,
+                                     onMain([](AppModel& model) { model.tick(); }));
+  observations_.push_back(platform_.processInfo.onPowerStateChange(refreshFor(Reason::event)));
+  observations_.push_back(
+      platform_.workspace.onWillSleep(onMain([](AppModel& model) { model.willSleep(); })));
+  observations_.push_back(
+      platform_.workspace.onDidWake(onMain([](AppModel& model) { model.didWake(); })));
+}
+
+void AppModel::willSleep() {
+  const int hold = holdTicks();
+  platform_.mainQueue.after(kSleepCalledOff,
+                            onMain([hold](AppModel& model) { model.releaseTicks(hold); }));
+  history_.save(readClock());
+}
+
+void AppModel::didWake() {
+  const int hold = holdTicks();
+  platform_.mainQueue.after(kWakeDelay, onMain([hold](AppModel& model) {
+                              model.refresh(Reason::wake);
+                              model.releaseTicks(hold);
+                            }));
+}
+
+// The minute timer may fall due in the seconds before the wake refresh, and would announce what the
+// sleep has changed.
+void AppModel::tick() {
+  if (holdingTicks_) {
+    tickWaits_ = true;
+  } else {
+    refresh(Reason::timer);
+  }
+}
+
+int AppModel::holdTicks() {
+  holdingTicks_ = true;
+  return ++holds_;
+}
+
+void AppModel::releaseTicks(int hold) {
+  if (hold != holds_) return;
+  holdingTicks_ = false;
+  if (std::exchange(tickWaits_, false)) refresh(Reason::timer);
+}
+
+void AppModel::refresh(Reason reason) {
+  const BatteryState snapshot = reader_.read();
+  const Date now = readClock();
+
+  trackPluggedSince(snapshot, now, reason);
+  setState(snapshot);
+  // An event leaves it to the history whether the state moved enough for a sample.
+  history_.record(snapshot, now, reason != Reason::event);
+  bumpHistoryVersion();
+
+  const Prefs prefs = Prefs::current(platform_.userDefaults);
+  const bool prime = reason == Reason::launch || reason == Reason::wake;
+  const bool deliverable = !prime && canDeliver(prefs, now);
+  const auto alerts =
+      engine_.run(snapshot, pluggedSince_, now, prefs, deliverable, prime, platform_.userDefaults);
+  withdrawWhatIsOver();
+  if (prime) return;
+  for (const PendingAlert& alert : alerts) deliver(alert, prefs);
+}
+
+void AppModel::snooze() {
+  const Date now = readClock();
+  Prefs::setSnoozeUntil(platform_.userDefaults, now + kSnoozeSeconds);
+  snoozeUntil_ = Prefs::snoozeUntil(platform_.userDefaults, now);
+  Q_EMIT snoozeUntilChanged();
+  for (const AlertKind kind : std::exchange(posted_, {})) withdraw(kind);
+}
+
+void AppModel::cancelSnooze() {
+  Prefs::setSnoozeUntil(platform_.userDefaults, std::nullopt);
+  setSnoozeUntil(std::nullopt);
+}
+
+void AppModel::exportHistoryCSV() {
+  platform_.dialogs.runSavePanel(
+      {.suggestedName = kExportName, .contentType = "text/csv", .extension = "csv"},
+      [self = QPointer<AppModel>(this)](std::optional<std::string> path) {
+        if (!self || !path) return;
+        Platform& platform = self->platform_;
+        if (const auto failure =
+                platform.fileManager.write(*path, self->history_.csv(), {.isDocument = true})) {
+          platform.dialogs.showError("The history could not be saved to “" + *path + "”.",
+                                     *failure);
+        }
+      });
+}
+
+void AppModel::resetHistory() {
+  history_.removeAll();
+  history_.save(readClock());
+  bumpHistoryVersion();
+}
+
+void AppModel::setState(BatteryState state) {
+  if (state == state_) return;
+  state_ = std::move(state);
+  Q_EMIT stateChanged();
+}
+
+void AppModel::setPluggedSince(std::optional<Date> since) {
+  if (since == pluggedSince_) return;
+  pluggedSince_ = since;
+  Q_EMIT pluggedSinceChanged();
+}
+
+void AppModel::bumpHistoryVersion() {
+  ++historyVersion_;
+  Q_EMIT historyVersionChanged();
+}
+
+void AppModel::setSnoozeUntil(std::optional<Date> deadline) {
+  if (deadline == snoozeUntil_) return;
+  snoozeUntil_ = deadline;
+  Q_EMIT snoozeUntilChanged();
+}
+
+Date AppModel::readClock() {
+  const Date now = platform_.clock.now();
+  const double uptime = platform_.clock.uptime();
+  const double step =
+      (now - std::exchange(lastNow_, now)) - (uptime - std::exchange(lastUptime_, uptime));
+  if (std::abs(step) > kClockStep) moveAlong(step, now);
+  return now;
+}
+
+// Hours that only the clock has passed are not hours on the charger, and an hour of snooze stays an
+// hour.
+void AppModel::moveAlong(double step, Date now) {
+  // What the history estimated may lie ahead of a clock that was wrong.
+  if (pluggedSince_) setPluggedSince(std::min(*pluggedSince_ + step, now));
+  if (engine_.chargeLast != Date::distantPast()) engine_.chargeLast = engine_.chargeLast + step;
+  history_.followClock(step, now);
+  // A deadline that has expired moves too, or the clock would bring it back. One more than an hour
+  // ahead, or from before the launch, was made by another clock than the one that was wrong.
+  const Date before = now - step;
+  const auto deadline = Prefs::snoozeUntil(platform_.userDefaults, Date{0});
+  if (deadline && *deadline >= launched_ && *deadline - before <= kSnoozeSeconds) {
+    Prefs::setSnoozeUntil(platform_.userDefaults, *deadline + step);
+  }
+  launched_ = launched_ + step;
+  setSnoozeUntil(Prefs::snoozeUntil(platform_.userDefaults, now));
+}
+
+void AppModel::trackPluggedSince(const BatteryState& snapshot, Date now, Reason reason) {
+  if (!snapshot.hasBattery || !snapshot.pluggedIn) {
+    setPluggedSince(std::nullopt);
+    return;
+  }
+  if (pluggedSince_) return;
+  // Only a launch or a wake can have missed the moment of plugging in.
+  const bool mayHaveMissedIt = reason == Reason::launch || reason == Reason::wake;
+  const auto estimate = mayHaveMissedIt ? history_.pluggedSinceEstimate(now) : std::nullopt;
+  setPluggedSince(estimate.value_or(now));
+}
+
+bool AppModel::canDeliver(const Prefs& prefs, Date now) {
+  if (Prefs::snoozeUntil(platform_.userDefaults, now)) return false;
+  setSnoozeUntil(std::nullopt);
+  return !prefs.inQuietHours(now, platform_.calendar);
+}
+
+void AppModel::deliver(const PendingAlert& alert, const Prefs& prefs) {
+  if (!isApplication(platform_.mainBundle)) return;
+  posted_.insert(alert.kind);
+  platform_.notificationCenter.add(
+      {.identifier = std::string(rawValue(alert.kind)),
+       .content = {.title = alert.title,
+                   .body = alert.body,
+                   .categoryIdentifier = kAlertCategory,
+                   .sound = notificationSound(prefs.sound(alert.kind))}});
+}
+
+// "Battery is at 20%. Plug in soon." must not stay on the screen once the charger is in.
+void AppModel::withdrawWhatIsOver() {
+  std::erase_if(posted_, [this](AlertKind kind) {
+    if (engine_.isOngoing(kind)) return false;
+    withdraw(kind);
+    return true;
+  });
+}
+
+void AppModel::withdraw(AlertKind kind) {
+  platform_.notificationCenter.remove(std::string(rawValue(kind)));
+}
+
+}  // namespace tollbeam

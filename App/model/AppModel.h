@@ -1,0 +1,123 @@
+// The driver of the whole program: reads the battery, tracks since when the machine is plugged in,
+// records the history, asks the alert engine what is due and posts it, and publishes what the views
+// show. Views observe the four published values and call the actions; they never talk to the
+// reader, the engine or the notifier. Main thread only; a callback that arrives on another thread
+// stops the process.
+#pragma once
+
+#include <QObject>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "alerts/AlertEngine.h"
+#include "alerts/Notifier.h"
+#include "battery/BatteryReader.h"
+#include "battery/BatteryState.h"
+#include "history/HistoryStore.h"
+#include "platform/Platform.h"
+#include "platform/Subscription.h"
+#include "values/Date.h"
+
+namespace tollbeam {
+
+class AppModel final : public QObject {
+  Q_OBJECT
+
+ public:
+  enum class Reason {
+    launch,  ///< once, from `start`
+    event,   ///< a power-source or Low Power Mode change, or the popover about to open
+    timer,   ///< every 60 seconds
+    wake,    ///< 3 seconds after the machine woke
+  };
+
+  /// Loads the history. The platform must outlive the model.
+  explicit AppModel(const Platform& platform, QObject* parent = nullptr);
+  ~AppModel() override;
+
+  /// The last snapshot; the empty one before the first refresh.
+  [[nodiscard]] const BatteryState& state() const { return state_; }
+  /// Since when the machine is on external power with a battery present; else absent.
+  [[nodiscard]] std::optional<Date> pluggedSince() const { return pluggedSince_; }
+  /// Moves whenever the history may have changed.
+  [[nodiscard]] std::int64_t historyVersion() const { return historyVersion_; }
+  /// The snooze deadline for display; cleared by the first delivering refresh after it.
+  [[nodiscard]] std::optional<Date> snoozeUntil() const { return snoozeUntil_; }
+
+  [[nodiscard]] HistoryStore& history() { return history_; }
+  [[nodiscard]] Notifier& notifier() { return *notifier_; }
+
+  /// Installs everything: notifications, the first refresh, the observations and the timer. Once.
+  void start();
+
+  /// One refresh cycle.
+  void refresh(Reason reason);
+
+  /// Holds all alerts back for one hour from now, and takes back those on show.
+  void snooze();
+
+  /// Lets alerts through again.
+  void cancelSnooze();
+
+  /// Asks for a file and writes the history there as CSV.
+  void exportHistoryCSV();
+
+  /// Empties the history, its file included.
+  void resetHistory();
+
+ Q_SIGNALS:
+  void stateChanged();
+  void pluggedSinceChanged();
+  void historyVersionChanged();
+  void snoozeUntilChanged();
+
+ private:
+  void setState(BatteryState state);
+  void setPluggedSince(std::optional<Date> since);
+  void bumpHistoryVersion();
+  void setSnoozeUntil(std::optional<Date> deadline);
+
+  /// The time of day. Notices that the clock was set since it was last asked for.
+  Date readClock();
+  void moveAlong(double step, Date now);
+
+  [[nodiscard]] std::function<void()> onMain(std::function<void(AppModel&)> work);
+  void willSleep();
+  void didWake();
+  void tick();
+  [[nodiscard]] int holdTicks();
+  void releaseTicks(int hold);
+
+  void trackPluggedSince(const BatteryState& snapshot, Date now, Reason reason);
+  [[nodiscard]] bool canDeliver(const Prefs& prefs, Date now);
+  void deliver(const PendingAlert& alert, const Prefs& prefs);
+  void withdraw(AlertKind kind);
+  void withdrawWhatIsOver();
+
+  Platform platform_;
+  Date lastNow_;
+  double lastUptime_;
+  /// By the clock as it is set now.
+  Date launched_;
+  BatteryState state_;
+  std::optional<Date> pluggedSince_;
+  std::int64_t historyVersion_ = 0;
+  std::optional<Date> snoozeUntil_;
+  BatteryReader reader_;
+  HistoryStore history_;
+  std::shared_ptr<Notifier> notifier_;
+  AlertEngine engine_;
+  std::set<AlertKind> posted_;
+  /// Counts the announcements of sleep and wake; only the newest one's hold ends the holding.
+  int holds_ = 0;
+  bool holdingTicks_ = false;
+  bool tickWaits_ = false;
+  Subscription timer_;
+  std::vector<Subscription> observations_;
+};
+
+}  // namespace tollbeam

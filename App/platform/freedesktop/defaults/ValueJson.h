@@ -1,0 +1,21 @@
+// Values as JSON text, in a form that people can edit: one key per line, sorted. Every value comes
+// back as what it was: 80 an integer, 80.0 a double, 64-bit integers to the last digit.
+//
+// What JSON cannot hold is left out: a number that is not finite is no value, and bytes of a text
+// that are not UTF-8 become U+FFFD.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "values/Value.h"
+
+namespace tollbeam {
+
+/// Absent unless the text is one valid JSON object.
+[[nodiscard]] std::optional<Dictionary> dictionaryFromJson(std::string_view json);
+
+[[nodiscard]] std::string toJson(const Dictionary& dictionary);
+
+}  // namespace tollbeam

@@ -1,0 +1,69 @@
+#include "platform/freedesktop/files/FileAttributes.h"
+
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace tollbeam {
+
+namespace {
+
+constexpr const char* kAccessList = "system.posix_acl_access";
+
+// The kernel has no larger ones.
+constexpr std::size_t kLargestAttribute = 65536;
+
+/// False when the file has the attribute and `fd` cannot have it.
+bool copyAttribute(int fd, const std::string& from, const char* name, std::vector<char>& space) {
+  const ssize_t length = ::lgetxattr(from.c_str(), name, space.data(), space.size());
+  if (length < 0) {
+    // The folder may have given the new file one of its own.
+    ::fremovexattr(fd, name);
+    return true;
+  }
+  return ::fsetxattr(fd, name, space.data(), static_cast<std::size_t>(length), 0) == 0;
+}
+
+void copyUserAttributes(int fd, const std::string& from, std::vector<char>& space) {
+  std::vector<char> names(kLargestAttribute);
+  const ssize_t length = ::llistxattr(from.c_str(), names.data(), names.size());
+  if (length <= 0) return;
+  std::string_view rest(names.data(), static_cast<std::size_t>(length));
+  while (!rest.empty()) {
+    const std::string name(rest.substr(0, rest.find('\0')));
+    rest.remove_prefix(name.size() + 1);
+    if (name.starts_with("user.")) copyAttribute(fd, from, name.c_str(), space);
+  }
+}
+
+/// Whether the owner's group is the old one now.
+bool copyOwner(int fd, const struct stat& old) {
+  struct stat status {};
+  if (::fstat(fd, &status) != 0) return false;
+  if (status.st_uid == old.st_uid && status.st_gid == old.st_gid) return true;
+  // Only a privileged user can give files away; a member of the group can give it to the group.
+  return ::fchown(fd, old.st_uid, old.st_gid) == 0 || status.st_gid == old.st_gid ||
+         ::fchown(fd, static_cast<uid_t>(-1), old.st_gid) == 0;
+}
+
+}  // namespace
+
+void copyAttributes(int fd, const std::string& from, const struct stat& old) {
+  std::vector<char> space(kLargestAttribute);
+  copyUserAttributes(fd, from, space);
+  const bool sameGroup = copyOwner(fd, old);
+  const bool sameList = copyAttribute(fd, from, kAccessList, space);
+  mode_t mode = old.st_mode & 0777;
+  if (!sameGroup || !sameList) {
+    // Those who were in the group or on the list are among the others now. With a list the group's
+    // bits are the most that anyone on it gets, the group itself perhaps less.
+    mode &= S_IRWXU | (mode & S_IRWXG) >> 3;
+  }
+  // Last, because a new owner and a new list change it.
+  ::fchmod(fd, mode);
+}
+
+}  // namespace tollbeam

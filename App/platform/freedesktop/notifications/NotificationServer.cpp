@@ -1,0 +1,219 @@
+#include "platform/freedesktop/notifications/NotificationServer.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <algorithm>
+#include <limits>
+#include <utility>
+#include <vector>
+
+namespace tollbeam {
+
+namespace {
+
+const QString kService = QStringLiteral("org.freedesktop.Notifications");
+const QString kPath = QStringLiteral("/org/freedesktop/Notifications");
+
+// A server that does not say what it can in this time is taken for one that can the usual.
+constexpr int kCapabilitiesTimeout = 5000;
+
+// A server that hangs has the call and shows the bubble when it goes on; its number must not be
+// lost by then. So a call without an answer means that the server left the bus.
+constexpr int kNever = std::numeric_limits<int>::max();
+
+// For each of the two things that the end waits for.
+constexpr int kLastWords = 500;
+
+QDBusMessage method(const char* name) {
+  return QDBusMessage::createMethodCall(kService, kPath, kService, QLatin1String(name));
+}
+
+}  // namespace
+
+NotificationServer::NotificationServer(Bus& bus, NotificationLook look)
+    : bus_(bus), look_(std::move(look)), owner_(bus_, kService, Activation::forbidden) {
+  connect(&owner_, &ServiceOwner::changed, this, &NotificationServer::ownerChanged);
+  // A server that the bus has yet to start comes only when it is called.
+  connect(&bus_, &Bus::restored, this, [this] {
+    if (isAnyWaiting()) ask();
+  });
+  bus_.listen(kPath, kService, QStringLiteral("ActionInvoked"), {}, this,
+              SLOT(actionInvoked(uint, QString, QDBusMessage)));
+  bus_.listen(kPath, kService, QStringLiteral("NotificationClosed"), {}, this,
+              SLOT(notificationClosed(uint, uint, QDBusMessage)));
+}
+
+NotificationServer::~NotificationServer() {
+  if (slots_.empty() || !bus_.isConnected()) return;
+  // Whoever answers this has answered what came before it, and so told the last bubble's number.
+  const bool isAnyCalling = std::any_of(slots_.begin(), slots_.end(),
+                                        [](const auto& entry) { return entry.second.call; });
+  if (isAnyCalling) {
+    auto question = method("GetCapabilities");
+    question.setAutoStartService(false);
+    bus_.connection().call(question, QDBus::Block, kLastWords);
+  }
+  for (const auto& [identifier, slot] : slots_) {
+    const bool isAnswered = slot.call && slot.call->isFinished() && slot.call->isValid();
+    const uint id = isAnswered ? QDBusPendingReply<uint>(*slot.call).value() : slot.id;
+    if (id != 0) close(id);
+  }
+  // The bus reads in order.
+  const auto busService = QStringLiteral("org.freedesktop.DBus");
+  bus_.connection().call(
+      QDBusMessage::createMethodCall(busService, QStringLiteral("/org/freedesktop/DBus"),
+                                     busService, QStringLiteral("GetId")),
+      QDBus::Block, kLastWords);
+}
+
+void NotificationServer::show(const std::string& identifier, Bubble bubble) {
+  Slot& slot = slots_[identifier];
+  slot.waiting = Waiting{std::move(bubble)};
+  slot.withdrawn = false;
+  // With no server, too: asking starts one where the desktop has one to start.
+  if (presence_ == Presence::unknown || presence_ == Presence::absent) ask();
+  showNext(identifier);
+}
+
+void NotificationServer::withdraw(const std::string& identifier) {
+  const auto found = slots_.find(identifier);
+  if (found == slots_.end()) return;
+  Slot& slot = found->second;
+  slot.waiting.reset();
+  if (slot.call) {
+    slot.withdrawn = true;
+  } else {
+    if (slot.id != 0) close(slot.id);
+    slots_.erase(found);
+  }
+}
+
+void NotificationServer::ask() {
+  presence_ = Presence::asking;
+  auto* call = new QDBusPendingCallWatcher(
+      bus_.asyncCall(method("GetCapabilities"), kCapabilitiesTimeout), this);
+  connect(call, &QDBusPendingCallWatcher::finished, this,
+          [this, generation = generation_](QDBusPendingCallWatcher* finished) {
+            asked(finished, generation);
+          });
+}
+
+void NotificationServer::asked(QDBusPendingCallWatcher* call, int generation) {
+  call->deleteLater();
+  if (generation != generation_) return;
+  const QDBusPendingReply<QStringList> reply = *call;
+  if (reply.isError() && isServerMissing(reply.error())) {
+    presence_ = Presence::absent;
+    return;
+  }
+  presence_ = Presence::present;
+  capabilities_ = reply.isError() ? ServerCapabilities{.actions = true}
+                                  : ServerCapabilities::from(reply.value());
+  showAllWaiting();
+}
+
+void NotificationServer::showNext(const std::string& identifier) {
+  const auto found = slots_.find(identifier);
+  if (found == slots_.end() || presence_ != Presence::present) return;
+  Slot& slot = found->second;
+  if (slot.call || !slot.waiting) return;
+  const Waiting next = *std::exchange(slot.waiting, std::nullopt);
+  QDBusMessage message = method("Notify");
+  message.setArguments(notifyArguments(next.bubble, look_, capabilities_, slot.id));
+  slot.call = bus_.asyncCall(message, kNever);
+  auto* call = new QDBusPendingCallWatcher(*slot.call, this);
+  connect(call, &QDBusPendingCallWatcher::finished, this,
+          [this, identifier, next, generation = generation_](QDBusPendingCallWatcher* finished) {
+            shown(identifier, next, finished, generation);
+          });
+}
+
+void NotificationServer::shown(const std::string& identifier, Waiting waited,
+                               QDBusPendingCallWatcher* call, int generation) {
+  call->deleteLater();
+  const auto found = slots_.find(identifier);
+  if (found == slots_.end()) return;
+  Slot& slot = found->second;
+  slot.call.reset();
+  const QDBusPendingReply<uint> reply = *call;
+  const bool sameServer = generation == generation_;
+  if (reply.isError()) {
+    const bool died = reply.error().type() == QDBusError::NoReply;
+    if (died || isServerMissing(reply.error())) {
+      const bool diedTwice = died && waited.diedWithServer;
+      waited.diedWithServer = waited.diedWithServer || died;
+      if (!slot.waiting && !slot.withdrawn && !diedTwice) slot.waiting = std::move(waited);
+      if (sameServer) presence_ = Presence::absent;
+    }
+  } else if (sameServer) {
+    slot.id = reply.value();
+    if (slot.withdrawn) {
+      close(std::exchange(slot.id, 0));
+    } else if (waited.bubble.sound && !capabilities_.sound && onSilentServer) {
+      onSilentServer(*waited.bubble.sound);
+    }
+  }
+  slot.withdrawn = false;
+  if (slot.isIdle()) {
+    slots_.erase(found);
+    return;
+  }
+  // The next server may have come before this one was known to have failed.
+  if (presence_ == Presence::unknown) ask();
+  showNext(identifier);
+}
+
+void NotificationServer::showAllWaiting() {
+  std::vector<std::string> identifiers;
+  for (const auto& [identifier, slot] : slots_) identifiers.push_back(identifier);
+  for (const auto& identifier : identifiers) showNext(identifier);
+}
+
+bool NotificationServer::isAnyWaiting() const {
+  return std::any_of(slots_.begin(), slots_.end(),
+                     [](const auto& entry) { return entry.second.waiting.has_value(); });
+}
+
+void NotificationServer::close(uint id) {
+  QDBusMessage message = method("CloseNotification");
+  message << id;
+  // A server that is not there shows nothing to close.
+  message.setAutoStartService(false);
+  bus_.connection().send(message);
+}
+
+void NotificationServer::ownerChanged() {
+  ++generation_;
+  for (auto& [identifier, slot] : slots_) slot.id = 0;
+  std::erase_if(slots_, [](const auto& entry) { return entry.second.isIdle(); });
+  presence_ = owner_.name().isEmpty() ? Presence::absent : Presence::unknown;
+  if (presence_ == Presence::unknown && isAnyWaiting()) ask();
+}
+
+// A failed start has more error names than one could list, but it leaves the name without an owner.
+bool NotificationServer::isServerMissing(const QDBusError& error) const {
+  return owner_.name().isEmpty() || error.type() == QDBusError::Disconnected;
+}
+
+std::map<std::string, NotificationServer::Slot>::iterator NotificationServer::slotOf(
+    uint id, const QDBusMessage& signal) {
+  if (id == 0 || !owner_.sent(signal)) return slots_.end();
+  return std::find_if(slots_.begin(), slots_.end(),
+                      [id](const auto& entry) { return entry.second.id == id; });
+}
+
+void NotificationServer::actionInvoked(uint id, const QString& action, const QDBusMessage& signal) {
+  if (slotOf(id, signal) == slots_.end()) return;
+  // The user has answered. Not every server takes the bubble down by itself then.
+  close(id);
+  if (onAction) onAction(action.toStdString());
+}
+
+void NotificationServer::notificationClosed(uint id, uint /*reason*/, const QDBusMessage& signal) {
+  const auto found = slotOf(id, signal);
+  if (found == slots_.end()) return;
+  found->second.id = 0;
+  if (found->second.isIdle()) slots_.erase(found);
+}
+
+}  // namespace tollbeam

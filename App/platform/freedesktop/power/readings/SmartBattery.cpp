@@ -1,0 +1,111 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "platform/freedesktop/power/readings/BatteryPacks.h"
+#include "platform/freedesktop/power/readings/SupplyReading.h"
+
+namespace tollbeam {
+
+namespace {
+
+using Packs = std::vector<BatteryPack>;
+
+std::int64_t whole(double value) { return static_cast<std::int64_t>(std::llround(value)); }
+
+void putThousandth(Dictionary& properties, const char* key, std::optional<double> value) {
+  if (value) properties.emplace(key, whole(*value / 1000));
+}
+
+std::optional<double> highest(const Packs& packs, std::optional<double> BatteryPack::*part) {
+  std::optional<double> most;
+  for (const auto& pack : packs) most = std::max(most, pack.*part);
+  return most;
+}
+
+std::optional<double> firstVoltage(const Packs& packs) {
+  for (const auto& pack : packs) {
+    if (pack.microvolts) return pack.microvolts;
+  }
+  return std::nullopt;
+}
+
+// The status tells the direction. Where it does not, the driver's sign is all there is, except
+// that a battery without external power cannot be filling.
+double signedBy(const BatteryPack& pack, bool external, double size) {
+  if (pack.state == ChargeState::charging) return size;
+  if (pack.state == ChargeState::discharging || !external) return -size;
+  const bool driverSaysNegative =
+      pack.microamperes ? *pack.microamperes < 0 : pack.microwatts.value_or(0) < 0;
+  return driverSaysNegative ? -size : size;
+}
+
+bool moves(const BatteryPack& pack) {
+  return pack.state == ChargeState::charging || pack.state == ChargeState::discharging;
+}
+
+// The current that, at the voltage that is told, is the power of all packs.
+std::optional<double> combinedCurrent(const Packs& packs, std::optional<double> voltage,
+                                      bool external) {
+  if (packs.size() == 1) {
+    const auto current = currentOf(packs.front());
+    if (!current) return std::nullopt;
+    return signedBy(packs.front(), external, *current);
+  }
+  if (!voltage) return std::nullopt;
+  double total = 0;
+  bool told = false;
+  for (const auto& pack : packs) {
+    const auto power = powerOf(pack);
+    // A pack at rest may keep silent; one that is at work must be counted.
+    if (!power && moves(pack)) return std::nullopt;
+    told = told || power;
+    total += signedBy(pack, external, power.value_or(0));
+  }
+  if (!told) return std::nullopt;
+  return total / *voltage * 1e6;
+}
+
+std::optional<std::int64_t> adapterWatts(const PowerSupplies& supplies) {
+  using namespace supplyLimits;
+  std::optional<std::int64_t> largest;
+  for (const auto& [name, supply] : supplies) {
+    if (!isExternalSupply(supply) || !numberOf(supply, "online", 1, 2)) continue;
+    auto voltage = numberOf(supply, "voltage_max", 1, microvolts);
+    if (!voltage) voltage = numberOf(supply, "voltage_now", 1, microvolts);
+    const auto current = numberOf(supply, "current_max", 1, microamperes);
+    if (!voltage || !current) continue;
+    const double watts = *voltage * *current / 1e12;
+    if (watts >= 0.5 && watts * 1e6 <= microwatts) largest = std::max(largest, {whole(watts)});
+  }
+  return largest;
+}
+
+}  // namespace
+
+std::optional<Dictionary> smartBatteryProperties(const PowerSupplies& supplies) {
+  const auto packs = internalBatteries(supplies);
+  if (packs.empty()) return std::nullopt;
+
+  Dictionary properties;
+  const auto amounts = combinedAmounts(packs).amounts;
+  putThousandth(properties, "DesignCapacity", amounts.design);
+  putThousandth(properties, "AppleRawMaxCapacity", amounts.full);
+
+  const auto cycles = highest(packs, &BatteryPack::cycles);
+  if (cycles) properties.emplace("CycleCount", whole(*cycles));
+  const auto hottest = highest(packs, &BatteryPack::temperature);
+  if (hottest) properties.emplace("Temperature", whole(*hottest * 10));
+
+  const auto voltage = firstVoltage(packs);
+  putThousandth(properties, "Voltage", voltage);
+  const bool external = isOnExternalPower(supplies, combinedState(packs));
+  putThousandth(properties, "Amperage", combinedCurrent(packs, voltage, external));
+
+  if (const auto watts = adapterWatts(supplies)) {
+    properties.emplace("AdapterDetails", Dictionary{{"Watts", *watts}});
+  }
+  return properties;
+}
+
+}  // namespace tollbeam

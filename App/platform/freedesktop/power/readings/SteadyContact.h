@@ -1,0 +1,41 @@
+// Keeps a charger's worn contact from being told ten times a second: each change would be a
+// refresh, a sample and perhaps an alert. The first change counts at once, and so do those within
+// the half second in which it settles; later ones count when external power has not changed for
+// three seconds. What the battery does follows external power, its charge is never held back.
+#pragma once
+
+#include <chrono>
+#include <optional>
+
+#include "platform/freedesktop/power/readings/PowerTable.h"
+
+namespace tollbeam {
+
+class SteadyContact {
+ public:
+  /// Since any fixed moment; never goes back.
+  using Time = std::chrono::milliseconds;
+
+  /// The reading with external power as it counts at `now`. To be given each reading in turn.
+  [[nodiscard]] SourceReading steady(SourceReading reading, Time now);
+
+  /// When a change that is held back counts, if no other comes before; absent when none is.
+  [[nodiscard]] std::optional<Time> due() const;
+
+  /// The next reading counts as it is, whatever came before.
+  void forget() { told_.reset(); }
+
+ private:
+  enum class Phase { calm, settling, holding };
+
+  void follow(bool external, Time now);
+
+  std::optional<SourceReading> told_;
+  Phase phase_ = Phase::calm;
+  /// As last read, held back or not.
+  bool external_ = false;
+  Time firstChange_{};
+  Time lastChange_{};
+};
+
+}  // namespace tollbeam

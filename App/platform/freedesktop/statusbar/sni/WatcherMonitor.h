@@ -1,0 +1,46 @@
+// Follows org.kde.StatusNotifierWatcher, the desktop's list of status items: who keeps it, and so
+// which panel shows them. All asynchronous: a watcher that hangs costs us nothing.
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include "platform/freedesktop/bus/ServiceOwner.h"
+#include "platform/freedesktop/statusbar/sni/StatusHost.h"
+
+namespace tollbeam {
+
+class WatcherMonitor : public QObject {
+  Q_OBJECT
+
+ public:
+  enum class Presence { NotYetKnown, Absent, Present };
+
+  /// `bus` outlives this object.
+  explicit WatcherMonitor(Bus& bus, QObject* parent = nullptr);
+
+  [[nodiscard]] Presence presence() const { return presence_; }
+  /// Meaningful while present.
+  [[nodiscard]] StatusHost host() const { return host_; }
+
+ Q_SIGNALS:
+  /// The watcher came, went, or another took its place.
+  void changed();
+  /// A panel came to a watcher that was there before.
+  void hostRegistered();
+
+ private Q_SLOTS:
+  void onHostRegistered();
+
+ private:
+  void onOwnerChanged();
+  void identify(const QString& owner);
+  void settle(Presence presence, StatusHost host);
+
+  Bus& bus_;
+  ServiceOwner owner_;
+  Presence presence_ = Presence::NotYetKnown;
+  StatusHost host_ = StatusHost::Other;
+};
+
+}  // namespace tollbeam

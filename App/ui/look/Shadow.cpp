@@ -1,0 +1,140 @@
+#include "ui/look/Shadow.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace tollbeam {
+
+namespace {
+
+// A high, wide layer for the distance and a low, narrow one for the edge.
+struct Layer {
+  double down;
+  double blur;
+  double onLight;
+  double onDark;
+};
+constexpr std::array<Layer, 2> kLayers{{{10, 28, 0.20, 0.45}, {2, 6, 0.10, 0.30}}};
+constexpr const Layer& kWidest = kLayers[0];
+
+// From a corner of the body inwards, as far as the corner is seen in the shadow.
+constexpr double kCorner = kWidest.blur + kPopoverRadius;
+
+// One pass of a running mean over the values at `first`, `first + step` …
+void blurLine(std::vector<float>& values, std::size_t first, std::size_t step, std::size_t count,
+              std::size_t reach, std::vector<float>& line) {
+  for (std::size_t i = 0; i < count; ++i) line[i] = values[first + i * step];
+  const auto span = static_cast<float>(2 * reach + 1);
+  double sum = 0;
+  for (std::size_t i = 0; i < std::min(reach, count); ++i) sum += line[i];
+  for (std::size_t i = 0; i < count; ++i) {
+    if (i + reach < count) sum += line[i + reach];
+    if (i > reach) sum -= line[i - reach - 1];
+    values[first + i * step] = static_cast<float>(sum) / span;
+  }
+}
+
+// Three running means are as good as a Gaussian, at a price that does not grow with its width.
+void blur(std::vector<float>& values, std::size_t width, std::size_t height, double sigma) {
+  const auto reach = static_cast<std::size_t>(std::lround((sigma * 1.88 - 1) / 2));
+  std::vector<float> line(std::max(width, height));
+  for (int pass = 0; pass < 3; ++pass) {
+    for (std::size_t y = 0; y < height; ++y) blurLine(values, y * width, 1, width, reach, line);
+    for (std::size_t x = 0; x < width; ++x) blurLine(values, x, width, height, reach, line);
+  }
+}
+
+std::vector<float> blurredBody(QSize size, const QRectF& body, double radius, double sigma) {
+  QImage mask(size, QImage::Format_ARGB32_Premultiplied);
+  mask.fill(Qt::transparent);
+  QPainter painter(&mask);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(Qt::black);
+  painter.drawRoundedRect(body, radius, radius);
+  painter.end();
+  const auto width = static_cast<std::size_t>(size.width());
+  const auto height = static_cast<std::size_t>(size.height());
+  std::vector<float> values(width * height);
+  for (std::size_t y = 0; y < height; ++y) {
+    const auto* row = reinterpret_cast<const QRgb*>(mask.constScanLine(static_cast<int>(y)));
+    for (std::size_t x = 0; x < width; ++x) {
+      values[y * width + x] = static_cast<float>(qAlpha(row[x])) / 255;
+    }
+  }
+  blur(values, width, height, sigma);
+  return values;
+}
+
+}  // namespace
+
+QMargins Shadow::reach(const Style& style) {
+  if (style.colours().highContrast) return {};
+  const int sides = style.px(kWidest.blur);
+  return {sides, style.px(kWidest.blur - kWidest.down), sides,
+          style.px(kWidest.blur + kWidest.down)};
+}
+
+void Shadow::make(const Style& style, double ratio) {
+  dark_ = style.colours().dark;
+  scale_ = style.scale() * ratio;
+  const QMarginsF margins = QMarginsF(reach(style)) * ratio;
+  const double side = std::ceil(2 * kCorner * scale_) + 1;
+  const QSize size(static_cast<int>(std::ceil(side + margins.left() + margins.right())),
+                   static_cast<int>(std::ceil(side + margins.top() + margins.bottom())));
+  const QRectF body(margins.left(), margins.top(), side, side);
+
+  std::vector<float> light(
+      static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height()), 1);
+  for (const Layer& layer : kLayers) {
+    const auto shade = blurredBody(size, body.translated(0, layer.down * scale_),
+                                   kPopoverRadius * scale_, layer.blur / 2 * scale_);
+    const auto strength = static_cast<float>(dark_ ? layer.onDark : layer.onLight);
+    for (std::size_t i = 0; i < light.size(); ++i) light[i] *= 1 - strength * shade[i];
+  }
+  // A picture of alpha alone paints in black.
+  picture_ = QImage(size, QImage::Format_Alpha8);
+  picture_.setDevicePixelRatio(ratio);
+  for (int y = 0; y < size.height(); ++y) {
+    auto* row = picture_.scanLine(y);
+    for (int x = 0; x < size.width(); ++x) {
+      const auto at = static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width()) +
+                      static_cast<std::size_t>(x);
+      row[x] = static_cast<uchar>(std::lround((1 - light[at]) * 255));
+    }
+  }
+}
+
+void Shadow::paint(QPainter& painter, const QRect& body, const QRect& exposed, const Style& style) {
+  const double ratio = painter.device()->devicePixelRatioF();
+  if (picture_.isNull() || dark_ != style.colours().dark || scale_ != style.scale() * ratio) {
+    make(style, ratio);
+  }
+  const QMargins margins = reach(style);
+  const QRect all = body.marginsAdded(margins);
+  const double corner = kCorner * style.scale();
+  const QSizeF size = picture_.deviceIndependentSize();
+  // Where the pieces begin and end, in the window and in the picture.
+  const auto cuts = [corner](double from, double before, double after, double length) {
+    return std::array<double, 4>{from, from + before + corner, from + length - after - corner,
+                                 from + length};
+  };
+  const auto xs = cuts(all.left(), margins.left(), margins.right(), all.width());
+  const auto ys = cuts(all.top(), margins.top(), margins.bottom(), all.height());
+  const auto us = cuts(0, margins.left(), margins.right(), size.width());
+  const auto vs = cuts(0, margins.top(), margins.bottom(), size.height());
+  for (std::size_t row = 0; row < 3; ++row) {
+    for (std::size_t column = 0; column < 3; ++column) {
+      const QRectF target(QPointF(xs[column], ys[row]), QPointF(xs[column + 1], ys[row + 1]));
+      const bool hidden = row == 1 && column == 1;
+      if (hidden || !target.intersects(exposed)) continue;
+      const QRectF source(QPointF(us[column], vs[row]) * ratio,
+                          QPointF(us[column + 1], vs[row + 1]) * ratio);
+      painter.drawImage(target, picture_, source);
+    }
+  }
+}
+
+}  // namespace tollbeam

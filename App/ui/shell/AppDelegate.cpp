@@ -1,0 +1,89 @@
+#include "ui/shell/AppDelegate.h"
+
+#include <QGuiApplication>
+#include <QPointer>
+
+#include "platform/Clock.h"
+#include "platform/MainQueue.h"
+#include "ui/popover/PopoverView.h"
+#include "ui/settings/SettingsView.h"
+#include "ui/settings/SettingsWindow.h"
+#include "ui/shell/StatusItemContent.h"
+
+namespace tollbeam {
+
+AppDelegate::AppDelegate(const Platform& platform, StatusBar& statusBar,
+                         OutsideClicks& outsideClicks)
+    : platform_(platform), statusBar_(statusBar), model_(platform), style_(platform.appearance) {
+  auto* view = new PopoverView(model_, platform, style_, [self = QPointer<AppDelegate>(this)] {
+    if (self) self->openSettings();
+  });
+  popover_ =
+      std::make_unique<Popover>(outsideClicks, platform.compositor, platform.clock, style_, view);
+  connect(popover_.get(), &Popover::aboutToShow, view, &PopoverView::refresh);
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching() {
+  // No window of ours is the program: it stays when they close.
+  QGuiApplication::setQuitOnLastWindowClosed(false);
+  platform_.userDefaults.registerDefaults(Prefs::defaults());
+  const QPointer<AppDelegate> self(this);
+  statusItem_ = statusBar_.createStatusItem({.activate =
+                                                 [self](ClickPosition position) {
+                                                   if (self) self->togglePopover(position);
+                                                 },
+                                             .openSettings =
+                                                 [self] {
+                                                   if (self) self->openSettings();
+                                                 },
+                                             .quit = [] { QCoreApplication::quit(); }});
+  connect(&model_, &AppModel::stateChanged, this, &AppDelegate::redrawSoon);
+  bag_.push_back(platform_.userDefaults.onChange([this] { redrawSoon(); }));
+  model_.start();
+  updateStatusItem();
+}
+
+void AppDelegate::applicationWillTerminate() { model_.history().save(platform_.clock.now()); }
+
+void AppDelegate::togglePopover(ClickPosition position) {
+  if (!statusItem_) return;
+  if (popover_->isVisible()) {
+    popover_->close();
+  } else if (!popover_->takeClosingClick()) {
+    showPopover(position);
+  }
+}
+
+void AppDelegate::showPopover(ClickPosition position) {
+  if (popover_->isVisible()) {
+    popover_->raise();
+    popover_->activateWindow();
+    return;
+  }
+  model_.refresh(AppModel::Reason::event);
+  popover_->showAt(position);
+}
+
+void AppDelegate::openSettings() {
+  popover_->close();
+  if (!settingsWindow_)
+    settingsWindow_ =
+        std::make_unique<SettingsWindow>(style_, new SettingsView(model_, platform_, style_));
+  settingsWindow_->bringToFront();
+}
+
+void AppDelegate::updateStatusItem() {
+  if (!statusItem_) return;
+  statusItem_->setContent(
+      statusItemContent(model_.state(), Prefs::current(platform_.userDefaults)));
+}
+
+void AppDelegate::redrawSoon() {
+  platform_.mainQueue.async([self = QPointer<AppDelegate>(this)] {
+    if (self) self->updateStatusItem();
+  });
+}
+
+}  // namespace tollbeam

@@ -1,0 +1,276 @@
+#include <gtest/gtest.h>
+
+#include <QDBusConnectionInterface>
+#include <QDBusObjectPath>
+#include <QTemporaryDir>
+#include <memory>
+
+#include "platform/freedesktop/statusbar/FreedesktopStatusBar.h"
+#include "platform/freedesktop/statusbar/sni/SniTypes.h"
+#include "support/PrivateBus.h"
+#include "support/RecordingWatcher.h"
+
+namespace tollbeam {
+namespace {
+
+using test::RecordingHost;
+using test::RecordingWatcher;
+using test::waitFor;
+
+StatusItemContent content() {
+  return {{"battery.75"}, "Battery", " 64% · 3:47", "64% · On battery\nCycles: 212"};
+}
+
+QString text(const char* utf8) { return QString::fromUtf8(utf8); }
+
+// Which host the item believes in: the watcher is this test, so the desktop's name decides.
+class StatusNotifierItemTest : public testing::Test {
+ protected:
+  void SetUp() override { registerSniTypes(); }
+  void TearDown() override { qunsetenv("XDG_CURRENT_DESKTOP"); }
+
+  void startWatcher() { watcher_ = std::make_unique<RecordingWatcher>(bus_.connect()); }
+
+  void createItem(const char* desktop = "") {
+    qputenv("XDG_CURRENT_DESKTOP", desktop);
+    bar_ = std::make_unique<FreedesktopStatusBar>(bus_.join(), theme_.path());
+    item_ = bar_->createStatusItem({[this](ClickPosition p) { clicks_.push_back(p); },
+                                    [this] { ++settings_; }, [this] { ++quits_; }});
+    item_->setContent(content());
+  }
+
+  [[nodiscard]] bool registered(qsizetype times = 1) {
+    return waitFor([&] { return watcher_->items.size() >= times; });
+  }
+
+  std::unique_ptr<RecordingHost> host() {
+    return std::make_unique<RecordingHost>(bus_.connect(), watcher_->items.last());
+  }
+
+  test::PrivateBus bus_;
+  QTemporaryDir theme_;
+  std::unique_ptr<RecordingWatcher> watcher_;
+  std::unique_ptr<FreedesktopStatusBar> bar_;
+  std::unique_ptr<StatusItem> item_;
+  std::vector<ClickPosition> clicks_;
+  int settings_ = 0;
+  int quits_ = 0;
+};
+
+TEST_F(StatusNotifierItemTest, RegistersItsUniqueName) {
+  startWatcher();
+  createItem();
+  ASSERT_TRUE(registered());
+  EXPECT_TRUE(watcher_->items.first().startsWith(QLatin1Char(':')));
+  EXPECT_EQ(host()->property("Id"), text("org.tollbeam.Tollbeam"));
+}
+
+TEST_F(StatusNotifierItemTest, WaitsForAWatcherThatComesAfterIt) {
+  createItem();
+  startWatcher();
+  ASSERT_TRUE(registered());
+  EXPECT_EQ(host()->property("Status"), text("Active"));
+}
+
+TEST_F(StatusNotifierItemTest, RegistersAgainOnARestartedBus) {
+  startWatcher();
+  createItem();
+  ASSERT_TRUE(registered());
+  bus_.stop();
+  watcher_.reset();
+  bus_.start();
+  startWatcher();
+  ASSERT_TRUE(registered());
+  EXPECT_EQ(host()->property("Id"), text("org.tollbeam.Tollbeam"));
+}
+
+TEST_F(StatusNotifierItemTest, RegistersWithTheNextWatcherToo) {
+  startWatcher();
+  createItem();
+  ASSERT_TRUE(registered());
+  watcher_.reset();
+  startWatcher();
+  ASSERT_TRUE(registered());
+  EXPECT_EQ(host()->property("Status"), text("Active"));
+}
+
+TEST_F(StatusNotifierItemTest, RegistersAgainWhenAPanelComesToAnOldWatcher) {
+  startWatcher();
+  createItem();
+  ASSERT_TRUE(registered());
+  watcher_->announceHost();
+  ASSERT_TRUE(registered(2));
+  EXPECT_EQ(watcher_->items.at(0), watcher_->items.at(1)) << "the same item, not a second one";
+}
+
+TEST_F(StatusNotifierItemTest, LeavesTheBusWithItsOwner) {
+  startWatcher();
+  createItem();
+  ASSERT_TRUE(registered());
+  const auto panel = host();
+  item_.reset();
+  EXPECT_TRUE(waitFor([&] { return !panel->property("Id").has_value(); }));
+}
+
+TEST_F(StatusNotifierItemTest, OutlivesABusWithoutAWatcher) {
+  createItem();
+  auto shown = content();
+  shown.toolTip = "65%";
+  item_->setContent(shown);
+  startWatcher();
+  ASSERT_TRUE(registered());
+  EXPECT_EQ(qdbus_cast<SniToolTip>(*host()->property("ToolTip")).title, text("65%"));
+}
+
+TEST_F(StatusNotifierItemTest, SaysWhatItIs) {
+  startWatcher();
+  createItem();
+  ASSERT_TRUE(registered());
+  const auto panel = host();
+  EXPECT_EQ(panel->property("Category"), text("Hardware"));
+  EXPECT_EQ(panel->property("Title"), text("Tollbeam"));
+  EXPECT_EQ(panel->property("ItemIsMenu"), false);
+  EXPECT_EQ(panel->property("IconName"), text("tollbeam-battery-75-symbolic"));
+  EXPECT_EQ(panel->property("IconThemePath"), theme_.path());
+  EXPECT_EQ(panel->property("IconAccessibleDesc"), text("Battery"));
+  EXPECT_EQ(panel->property("OverlayIconName"), QString());
+  EXPECT_EQ(panel->property("XAyatanaLabel"), QString());
+  EXPECT_EQ(panel->property("Menu")->value<QDBusObjectPath>().path(),
+            text("/StatusNotifierItem/Menu"));
+  const auto pixmaps = qdbus_cast<SniPixmaps>(*panel->property("IconPixmap"));
+  ASSERT_EQ(pixmaps.size(), 6);
+  EXPECT_EQ(pixmaps.last().width, 64);
+  const auto toolTip = qdbus_cast<SniToolTip>(*panel->property("ToolTip"));
+  EXPECT_EQ(toolTip.title, text("64% · On battery"));
+  EXPECT_EQ(toolTip.description, text("Cycles: 212"));
+}
+
+TEST_F(StatusNotifierItemTest, TellsOnlyWhatChanged) {
+  startWatcher();
+  createItem("GNOME");
+  ASSERT_TRUE(registered());
+  const auto panel = host();
+  ASSERT_EQ(panel->property("XAyatanaLabel"), text("64% · 3:47"));
+
+  item_->setContent(content());
+  auto shown = content();
+  shown.title = " 63% · 3:45";
+  item_->setContent(shown);
+  ASSERT_TRUE(waitFor([&] { return !panel->heard.isEmpty(); }));
+  EXPECT_EQ(panel->heard, QStringList(text("NewLabel")));
+
+  panel->heard.clear();
+  shown.toolTip = "63% · On battery\nCycles: 212";
+  item_->setContent(shown);
+  ASSERT_TRUE(waitFor([&] { return panel->heard.size() >= 2; }));
+  panel->heard.sort();
+  EXPECT_EQ(panel->heard, QStringList({text("LayoutUpdated"), text("NewToolTip")}));
+
+  panel->heard.clear();
+  shown.symbolNames = {"battery.50"};
+  item_->setContent(shown);
+  ASSERT_TRUE(waitFor([&] { return !panel->heard.isEmpty(); }));
+  EXPECT_EQ(panel->heard, QStringList(text("NewIcon")));
+  EXPECT_EQ(panel->property("IconName"), text("tollbeam-battery-50-symbolic"));
+}
+
+TEST_F(StatusNotifierItemTest, HandsAClickOnWithItsPlace) {
+  startWatcher();
+  createItem();
+  ASSERT_TRUE(registered());
+  const auto panel = host();
+  const auto click = [&](const char* method, int x, int y) {
+    return panel->call(text("/StatusNotifierItem"), text("org.kde.StatusNotifierItem"),
+                       QLatin1String(method), {x, y});
+  };
+  ASSERT_TRUE(click("Activate", 1112, 15));
+  ASSERT_TRUE(waitFor([&] { return clicks_.size() == 1; }));
+  EXPECT_TRUE(clicks_[0].known);
+  EXPECT_EQ(clicks_[0].x, 1112);
+  EXPECT_EQ(clicks_[0].y, 15);
+  ASSERT_TRUE(click("SecondaryActivate", 7, 8));
+  EXPECT_TRUE(waitFor([&] { return clicks_.size() == 2; }));
+}
+
+TEST_F(StatusNotifierItemTest, DistrustsAPlaceThatTheHostGetsWrong) {
+  startWatcher();
+  createItem("MATE");
+  ASSERT_TRUE(registered());
+  ASSERT_TRUE(host()->call(text("/StatusNotifierItem"), text("org.kde.StatusNotifierItem"),
+                           text("Activate"), {0, 28}));
+  ASSERT_TRUE(waitFor([&] { return clicks_.size() == 1; }));
+  EXPECT_FALSE(clicks_[0].known);
+}
+
+TEST_F(StatusNotifierItemTest, MenuOffersOpenStatusSettingsAndQuit) {
+  startWatcher();
+  createItem();
+  ASSERT_TRUE(registered());
+  const auto reply = host()->menu("GetLayout", {0, -1, QStringList()});
+  ASSERT_TRUE(reply && reply->size() == 2);
+  const auto root = qdbus_cast<DBusMenuNode>(reply->at(1));
+  EXPECT_EQ(root.properties.value(text("children-display")), text("submenu"));
+  QStringList labels;
+  for (const auto& child : root.children) {
+    const auto label = child.properties.value(text("label")).toString();
+    const bool enabled = child.properties.value(text("enabled"), true).toBool();
+    labels << (label.isEmpty() ? child.properties.value(text("type")).toString()
+               : enabled       ? label
+                               : text("(%1)").arg(label));
+  }
+  EXPECT_EQ(labels, QStringList({text("Open Tollbeam"), text("separator"),
+                                 text("(64% · On battery)"), text("(Cycles: 212)"),
+                                 text("separator"), text("Settings"), text("Quit")}));
+}
+
+TEST_F(StatusNotifierItemTest, MenuChoicesBecomeActions) {
+  startWatcher();
+  createItem();
+  ASSERT_TRUE(registered());
+  const auto panel = host();
+  const auto layout = panel->menu("GetLayout", {0, 1, QStringList()});
+  ASSERT_TRUE(layout && layout->size() == 2);
+  const auto choose = [&](const char* label) {
+    for (const auto& child : qdbus_cast<DBusMenuNode>(layout->at(1)).children) {
+      if (child.properties.value(text("label")) == text(label))
+        return panel
+            ->menu("Event",
+                   {child.id, text("clicked"), QVariant::fromValue(QDBusVariant(QString())), 0U})
+            .has_value();
+    }
+    return false;
+  };
+  EXPECT_TRUE(choose("Settings"));
+  EXPECT_TRUE(waitFor([&] { return settings_ == 1; }));
+  EXPECT_TRUE(choose("Cycles: 212")) << "disabled: heard and ignored";
+  EXPECT_TRUE(choose("Open Tollbeam"));
+  EXPECT_TRUE(waitFor([&] { return clicks_.size() == 1; }));
+  EXPECT_TRUE(choose("Quit"));
+  EXPECT_TRUE(waitFor([&] { return quits_ == 1; }));
+  EXPECT_EQ(settings_, 1);
+  EXPECT_EQ(clicks_.size(), 1U);
+}
+
+TEST_F(StatusNotifierItemTest, MenuAnswersGroupedCalls) {
+  startWatcher();
+  createItem();
+  ASSERT_TRUE(registered());
+  const auto panel = host();
+  const DBusMenuEvents events{{4, text("clicked"), QString(), 0},
+                              {77, text("clicked"), QString(), 0}};
+  const auto unknown = panel->menu("EventGroup", {QVariant::fromValue(events)});
+  ASSERT_TRUE(unknown && unknown->size() == 1);
+  EXPECT_EQ(qdbus_cast<QList<int>>(unknown->front()), QList<int>{77});
+  EXPECT_TRUE(waitFor([&] { return settings_ == 1; }));
+  const auto properties =
+      panel->menu("GetGroupProperties", {QVariant::fromValue(QList<int>{4, 5}), QStringList()});
+  ASSERT_TRUE(properties && properties->size() == 1);
+  const auto list = qdbus_cast<DBusMenuPropertiesList>(properties->front());
+  ASSERT_EQ(list.size(), 2);
+  EXPECT_EQ(list.at(1).properties.value(text("label")), text("Quit"));
+  EXPECT_TRUE(panel->menu("AboutToShow", {0}));
+  EXPECT_TRUE(panel->menu("AboutToShowGroup", {QVariant::fromValue(QList<int>{0})}));
+}
+
+}  // namespace
+}  // namespace tollbeam
