@@ -7,6 +7,7 @@
 #include "Days.h"
 #include "Pictures.h"
 #include "recorded/RecordedPlatform.h"
+#include "support/WaitFor.h"
 #include "ui/popover/Popover.h"
 #include "ui/popover/PopoverView.h"
 
@@ -95,7 +96,7 @@ class Desk final : public QWidget {
 
 std::shared_ptr<QWidget> shown(Scene& scene) {
   // Motions come to rest. Then the desk takes the activation, and the popover closes.
-  if (!QTest::qWaitForWindowExposed(&*scene.popover)) return nullptr;
+  if (!QTest::qWaitForWindowExposed(&*scene.popover, test::kPatience)) return nullptr;
   constexpr int kRest = 400;
   QTest::qWait(kRest);
   auto desk = std::make_shared<Desk>(scene);

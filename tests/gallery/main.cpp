@@ -9,6 +9,7 @@
 #include <cstdio>
 
 #include "Pictures.h"
+#include "support/WaitFor.h"
 #include "texts/Translations.h"
 
 namespace {
@@ -77,7 +78,7 @@ int main(int argc, char** argv) {
     const QString name = QString::fromStdString(picture.name);
     if (!name.startsWith(options.value(QStringLiteral("only")))) continue;
     const auto window = picture.show();
-    if (!QTest::qWaitForWindowExposed(window.get())) return 1;
+    if (!QTest::qWaitForWindowExposed(window.get(), tollbeam::test::kPatience)) return 1;
     // Motions come to rest.
     QTest::qWait(400);
     if (!window->grab().save(folder.filePath(name + QStringLiteral(".png")))) return 1;

@@ -31,14 +31,14 @@ class PermissionStore {
     process_.setStandardErrorFile(QProcess::nullDevice());
     endWithThisProcess(process_);
     process_.start(program(), QStringList());
-    return process_.waitForStarted() &&
+    return process_.waitForStarted(kPatience) &&
            waitFor([this] { return connection_.interface()->isServiceRegistered(name()); });
   }
 
   void stop() {
     if (process_.state() == QProcess::NotRunning) return;
     process_.kill();
-    process_.waitForFinished();
+    process_.waitForFinished(kPatience);
     waitFor([this] { return !connection_.interface()->isServiceRegistered(name()); });
   }
 

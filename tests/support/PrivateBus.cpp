@@ -3,12 +3,8 @@
 #include <signal.h>
 #include <sys/prctl.h>
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
-#include <QTimer>
 #include <cstdlib>
 
 namespace tollbeam::test {
@@ -67,14 +63,14 @@ PrivateBus::~PrivateBus() {
 
 void PrivateBus::start() {
   daemon_.start();
-  if (!daemon_.waitForStarted() || !daemon_.waitForReadyRead()) std::abort();
+  if (!daemon_.waitForStarted(kPatience) || !daemon_.waitForReadyRead(kPatience)) std::abort();
   // Without the identifier, which is this daemon's own: a client that was told it accepts no other.
   address_ = QString::fromUtf8(daemon_.readLine()).trimmed().section(QLatin1Char(','), 0, 0);
 }
 
 void PrivateBus::stop() {
   daemon_.kill();
-  daemon_.waitForFinished();
+  daemon_.waitForFinished(kPatience);
 }
 
 QDBusConnection PrivateBus::connect() {
@@ -87,19 +83,6 @@ Bus& PrivateBus::join() { return *joined_.emplace_back(std::make_unique<Bus>(add
 
 void endWithThisProcess(QProcess& process) {
   process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-}
-
-bool waitFor(const std::function<bool()>& condition, int milliseconds) {
-  const QDeadlineTimer deadline(milliseconds);
-  // Wakes the loop for conditions that no event of ours makes true.
-  QTimer again;
-  again.start(10);
-  while (!condition()) {
-    if (deadline.hasExpired()) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  }
-  return true;
 }
 
 }  // namespace tollbeam::test

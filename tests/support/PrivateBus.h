@@ -6,11 +6,11 @@
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
-#include <functional>
 #include <memory>
 #include <vector>
 
 #include "platform/freedesktop/bus/Bus.h"
+#include "support/WaitFor.h"
 
 namespace tollbeam::test {
 
@@ -55,9 +55,5 @@ class PrivateBus {
 /// Lets the process, which is to be started yet, end when this one does: a test that crashes leaves
 /// nothing behind.
 void endWithThisProcess(QProcess& process);
-
-/// Runs the event loop until `condition` holds; false when it does not within `milliseconds`, which
-/// only catches what hangs.
-bool waitFor(const std::function<bool()>& condition, int milliseconds = 60000);
 
 }  // namespace tollbeam::test

@@ -9,6 +9,8 @@
 #include <QWidget>
 #include <vector>
 
+#include "support/WaitFor.h"
+
 namespace tollbeam::test {
 
 /// The control called `name`, of those whose description is `description`; null when there is none.
@@ -27,7 +29,7 @@ Control* control(const QWidget& window, const char* name, const char* descriptio
 inline void showActive(QWidget& window) {
   window.show();
   window.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window, kPatience));
 }
 
 /// Turns the wheel over the middle of it; one notch is 120, up is positive.

@@ -142,7 +142,7 @@ TEST_F(StepperTest, AMirroredOneHasItsPlusOnTheLeft) {
 TEST_F(StepperTest, AHeldCellGoesOnUntilItsEnd) {
   stepper.setValue(97);
   QTest::mousePress(&stepper, Qt::LeftButton, {}, cell(Step::up));
-  EXPECT_TRUE(QTest::qWaitFor([&] { return stepper.value() == 100; }));
+  EXPECT_TRUE(test::waitFor([&] { return stepper.value() == 100; }));
   QTest::mouseRelease(&stepper, Qt::LeftButton, {}, cell(Step::up));
   EXPECT_EQ(wanted, (std::vector<std::int64_t>{98, 99, 100}));
 }

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "recorded/RecordedPlatform.h"
+#include "support/WaitFor.h"
 
 namespace tollbeam {
 namespace {
@@ -255,13 +256,13 @@ TEST_F(PopoverTest, EscapeClosesItFromAnyControl) {
 
 TEST_F(PopoverTest, BeginsWithTheKeyboardBeforeTheFirstControl) {
   open();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&*popover));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&*popover, test::kPatience));
   EXPECT_EQ(QApplication::focusWidget(), view);
   QTest::keyClick(view, Qt::Key_Tab);
   EXPECT_EQ(QApplication::focusWidget(), view->inside);
   popover->close();
   open();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&*popover));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&*popover, test::kPatience));
   EXPECT_EQ(QApplication::focusWidget(), view) << "again at each opening";
 }
 

@@ -13,6 +13,7 @@
 
 #include "recorded/RecordedPlatform.h"
 #include "support/Histories.h"
+#include "support/WaitFor.h"
 #include "texts/LocaleFormats.h"
 #include "ui/controls/Bar.h"
 
@@ -274,7 +275,7 @@ TEST_F(PopoverViewTest, IsReachedByTheTabKeyInOrder) {
   platform.userDefaults.set("snoozeUntil", kStart.secondsSince1970 + 2700);
   open();
   view->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(view.get(), test::kPatience));
   view->setFocus();
   QStringList order;
   for (int i = 0; i < 6; ++i) {
@@ -289,7 +290,7 @@ TEST_F(PopoverViewTest, IsReachedByTheTabKeyInOrder) {
 TEST_F(PopoverViewTest, ChoosesTheRangeWithTheArrows) {
   open();
   view->activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+  ASSERT_TRUE(QTest::qWaitForWindowActive(view.get(), test::kPatience));
   button("24 hours")->setFocus(Qt::TabFocusReason);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
   EXPECT_TRUE(button("7 days")->isChecked());

@@ -8,6 +8,7 @@
 #include <numbers>
 
 #include "recorded/RecordedPlatform.h"
+#include "support/WaitFor.h"
 
 namespace tollbeam {
 namespace {
@@ -109,7 +110,7 @@ TEST_F(RingViewTest, JumpsWhileHiddenAndGlidesWhileShown) {
   ring.show();
   ring.setCharge(10, Tint::accent);
   EXPECT_EQ(at(picture(), 9), style.colours().accent) << "on its way";
-  EXPECT_TRUE(QTest::qWaitFor([&] { return at(picture(), 3) == empty; }));
+  EXPECT_TRUE(test::waitFor([&] { return at(picture(), 3) == empty; }));
 }
 
 TEST_F(RingViewTest, JumpsWhereNothingMayMove) {

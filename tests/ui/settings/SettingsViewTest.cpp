@@ -296,7 +296,7 @@ TEST_F(SettingsViewTest, AHeldStepperShowsEachStepAndIsStoredOnceWhenLetGo) {
   Stepper* control = stepper(kSteppers[1]);
   const QPoint plus(control->width() * 3 / 4, control->height() / 2);
   QTest::mousePress(control, Qt::LeftButton, {}, plus);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return says("Alert on battery at 23% or less"); }));
+  EXPECT_TRUE(test::waitFor([&] { return says("Alert on battery at 23% or less"); }));
   EXPECT_EQ(platform.userDefaults.writes, 0);
   QTest::mouseRelease(control, Qt::LeftButton, {}, plus);
   EXPECT_EQ(platform.userDefaults.writes, 1);
@@ -329,7 +329,7 @@ TEST_F(SettingsViewTest, TheWheelIsStoredOnceWhenItHasStopped) {
   control->setFocus();
   for (int i = 0; i < 3; ++i) test::turnWheel(*control, 120);
   EXPECT_EQ(platform.userDefaults.writes, 0);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return stored("low")->integer() == 23; }));
+  EXPECT_TRUE(test::waitFor([&] { return stored("low")->integer() == 23; }));
   EXPECT_EQ(platform.userDefaults.writes, 1);
 }
 

@@ -42,7 +42,7 @@ TEST_F(SettingsWindowTest, GrowsWithTheFontOfTheDesktopAsFarAsThereIsRoom) {
   QFont font = before;
   font.setPixelSize(22);
   QApplication::setFont(font);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return style.scale() > 1.4; }));
+  ASSERT_TRUE(test::waitFor([&] { return style.scale() > 1.4; }));
   window.show();
   ASSERT_LE(style.px(480), workArea().width());
   EXPECT_EQ(window.width(), style.px(480));

@@ -45,7 +45,7 @@ class AlertDialogsTest : public testing::Test {
     return all;
   }
   bool answered() {
-    return QTest::qWaitFor([&] { return answers == 1 && !only(); });
+    return test::waitFor([&] { return answers == 1 && !only(); });
   }
 
   RecordedPlatform platform{Date{0}};
@@ -122,7 +122,7 @@ TEST_F(AlertDialogsTest, AnErrorIsShownAsItIs) {
                                         QStringLiteral("No <i>space</i> & no time")}));
   EXPECT_EQ(only()->findChildren<Button*>().size(), 1);
   QTest::mouseClick(button(only(), "OK"), Qt::LeftButton);
-  EXPECT_TRUE(QTest::qWaitFor([] { return only() == nullptr; }));
+  EXPECT_TRUE(test::waitFor([] { return only() == nullptr; }));
 }
 
 TEST_F(AlertDialogsTest, AFailedExportIsToldInTheUsersLanguage) {
@@ -212,7 +212,7 @@ TEST_F(AlertDialogsTest, AnAnswerMayOpenTheNextDialog) {
                    [this](auto) { ask({"Second"}); });
   QTest::mouseClick(button(only(), "OK"), Qt::LeftButton);
   EXPECT_TRUE(
-      QTest::qWaitFor([] { return only() && only()->windowTitle() == QStringLiteral("Allow?"); }));
+      test::waitFor([] { return only() && only()->windowTitle() == QStringLiteral("Allow?"); }));
 }
 
 TEST_F(AlertDialogsTest, TheSavePanelIsTheDesktops) {

@@ -51,7 +51,7 @@ class AutostartEntryTest : public testing::Test {
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(tool, arguments);
-    EXPECT_TRUE(process.waitForFinished());
+    EXPECT_TRUE(process.waitForFinished(test::kPatience));
     return process.readAll().toStdString();
   }
 
@@ -158,7 +158,7 @@ TEST_F(AutostartEntryTest, IsAValidDesktopEntry) {
   item().registerItem();
   QProcess validator;
   validator.start(tool, {QString::fromStdString(userFile())});
-  ASSERT_TRUE(validator.waitForFinished());
+  ASSERT_TRUE(validator.waitForFinished(test::kPatience));
   EXPECT_EQ(validator.exitCode(), 0) << validator.readAllStandardOutput().toStdString();
 }
 
@@ -173,7 +173,7 @@ TEST_F(AutostartEntryTest, ADesktopStartsTheProgramWhateverItsPath) {
     EXPECT_EQ(item().status(), Status::enabled) << name;
     QProcess launcher;
     launcher.start(tool, {QStringLiteral("launch"), QString::fromStdString(userFile())});
-    ASSERT_TRUE(launcher.waitForFinished());
+    ASSERT_TRUE(launcher.waitForFinished(test::kPatience));
     EXPECT_TRUE(test::waitFor([&] { return fs::exists(program + ".started"); }))
         << name << ": " << *written().value("Exec")
         << launcher.readAllStandardError().toStdString();
