@@ -30,12 +30,14 @@ class FullDisk final : public FileManager {
  public:
   bool full = false;
   int writes = 0;
+  mutable int reads = 0;
 
   [[nodiscard]] std::optional<std::string> applicationSupportDirectory() const override {
     return files_.applicationSupportDirectory();
   }
   void createDirectory(const std::string& path) override { files_.createDirectory(path); }
   [[nodiscard]] std::optional<std::string> contents(const std::string& path) const override {
+    ++reads;
     return files_.contents(path);
   }
   [[nodiscard]] std::optional<FileVersion> version(const std::string& path) const override {
@@ -336,8 +338,10 @@ TEST_F(JsonUserDefaultsTest, DamageThatComesLaterIsSetAsideWhenItStays) {
 TEST_F(JsonUserDefaultsTest, AHalfWrittenFileIsWaitedFor) {
   store(R"({"limit": 81})");
   Watched watched(disk, file());
+  disk.reads = 0;
   put(file(), "{\"limit\"");
-  QTimer::singleShot(std::chrono::milliseconds(400), [&] { put(file(), R"({"limit": 82})"); });
+  ASSERT_TRUE(waitFor([&] { return disk.reads > 0; }));
+  put(file(), R"({"limit": 82})");
   EXPECT_TRUE(watched.limitBecomes(82));
   EXPECT_FALSE(fs::exists(file() + ".damaged"));
 }
@@ -358,8 +362,7 @@ TEST_F(JsonUserDefaultsTest, AWriteWaitsForAnEditorThatIsWriting) {
   Watched watched(disk, file());
   put(file(), "{\"limit\"");
   watched.defaults.set("low", 10);
-  QTimer::singleShot(std::chrono::milliseconds(400),
-                     [&] { put(file(), R"({"limit": 82, "theirs": 1})"); });
+  put(file(), R"({"limit": 82, "theirs": 1})");
   const Dictionary both{{"limit", 82}, {"low", 10}, {"theirs", 1}};
   EXPECT_TRUE(waitFor([&] { return onDisk() == both; }));
   EXPECT_TRUE(watched.limitBecomes(82));

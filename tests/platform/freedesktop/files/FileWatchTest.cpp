@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <filesystem>
 #include <optional>
 
@@ -70,9 +71,21 @@ TEST_F(FileWatchTest, ReportsHoweverTheFileChanges) {
 
 TEST_F(FileWatchTest, ReportsABurstOnce) {
   watch();
-  for (int i = 0; i < 100; ++i) put(file(), std::to_string(i));
-  EXPECT_TRUE(waitFor([&] { return reports > 0; }));
-  EXPECT_EQ(reports, 1);
+  int others = 0;
+  const FileWatch other(folder / "home/config/app/other", [&] { ++others; });
+  QElapsedTimer burst;
+  burst.start();
+  for (int i = 0; i < 100; ++i) {
+    put(file(), std::to_string(i));
+    QCoreApplication::processEvents();
+  }
+  // A busy machine may stretch it over several of the times (100 ms) that are one burst.
+  const auto most = 1 + burst.elapsed() / 90;
+  ASSERT_TRUE(waitFor([&] { return reports > 0; }));
+  // Any further report of the burst would come before this one.
+  put(folder / "home/config/app/other", "x");
+  ASSERT_TRUE(waitFor([&] { return others > 0; }));
+  EXPECT_LE(reports, most);
 }
 
 TEST_F(FileWatchTest, DoesNotReportOtherFiles) {
