@@ -2,12 +2,14 @@
 import unittest
 
 from laptop import wait_for
-from tollbeam import NAME, TIMER, ProgramTest, low
+from tollbeam import BURST, NAME, TIMER, ProgramTest, low
 
 
 class GlitchAtLaunch(ProgramTest):
     def start_in_a_glitch(self):
         self.desk.clock.start_at(self.start_time)
+        # However busy the machine: no more time passes than each test lets pass.
+        self.desk.clock.hold()
         self.write_preferences(lowPowerEnabled=False)
         self.start_only()
         wait_for(lambda: self.desk.session.owner(NAME), 'the program')
@@ -23,7 +25,14 @@ class GlitchAtLaunch(ProgramTest):
     def wake_the_battery(self, percent):
         self.laptop.set('BAT0', status='Discharging', capacity=percent, energy_now=percent * 500000)
 
+    def launches_before_its_limit(self):
+        """Ten seconds. Before the first reading counts, one burst settles after another."""
+        for _ in range(3):
+            self.pass_time(BURST)
+        self.wait_until_launched()
+
     def low_battery_is_not_news(self):
+        self.desk.clock.release()
         self.pass_time(TIMER)
         self.assertEqual(self.alerts(), [])
         self.open_popover()
@@ -34,7 +43,7 @@ class GlitchAtLaunch(ProgramTest):
         self.start_in_a_glitch()
         self.wake_the_battery(15)
         self.power_becomes(Percentage=15.0, State=2)
-        self.wait_until_launched()
+        self.launches_before_its_limit()
         self.low_battery_is_not_news()
         self.plug_in()
         self.unplug()
@@ -45,8 +54,10 @@ class GlitchAtLaunch(ProgramTest):
         self.laptop.set('BAT0', status='Unknown', capacity=0, energy_now=0)
         self.start_in_a_glitch()
         self.wake_the_battery(15)
-        # Well before the launch would end its wait by itself.
-        wait_for(self.follows_the_item_list, 'the launch', 5)
+        # What the kernel has sent is read.
+        self.round_trip()
+        self.round_trip()
+        self.launches_before_its_limit()
         self.low_battery_is_not_news()
 
     def test_battery_that_does_not_wake_up_does_not_stop_the_launch(self):
@@ -54,6 +65,7 @@ class GlitchAtLaunch(ProgramTest):
         self.start_in_a_glitch()
         self.pass_time(8)
         self.wait_until_launched()
+        self.desk.clock.release()
         self.pass_time(TIMER)
         self.open_popover()
         self.popover_says('No battery found')

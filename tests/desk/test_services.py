@@ -320,8 +320,13 @@ class SessionBus(ProgramTest):
     def test_second_start_finds_the_first_after_its_restart(self):
         self.start()
         self.desk.lose_bus('session')
+        first = self.desk.app_pid()
         self.restore()
+        self.assertFalse(self.screen.windows('"Tollbeam": \\("tollbeam"'))
         self.assertEqual(self.desk.run_app(BUNDLE), 0)
+        # Not by what it says: the list of accessible programs has gone with the bus.
+        wait_for(lambda: self.screen.windows('"Tollbeam": \\("tollbeam"'), 'the popover')
+        self.assertEqual(self.desk.app_pid(), first)
 
 
 class PowerProfiles(ProgramTest):

@@ -18,6 +18,7 @@ import time
 from .processes import DeskError
 
 SEEN_AS = '/sys/desk-clock'  # a link to the file
+HELD = ' x0.001'  # its speed, counted from the program's start; libfaketime divides by it
 
 
 class Clock:
@@ -27,11 +28,7 @@ class Clock:
 
     @property
     def offset(self):
-        try:
-            with open(self._file) as f:
-                return float(f.read())
-        except FileNotFoundError:
-            return 0.0
+        return float(self._read().split()[0])
 
     def now(self):
         """Seconds since 1970, as the program sees it."""
@@ -41,7 +38,16 @@ class Clock:
         """Lets that much time pass at once. Never backwards: timers would stop for as long."""
         if seconds < 0:
             raise DeskError('the clock of a running program cannot go back')
-        self._write(self.offset + seconds)
+        self._write(self.offset + seconds, held=HELD in self._read())
+        self._nudge()
+
+    def hold(self):
+        """Called before the program is started: its time passes by `advance` only, until `release`."""
+        self._write(self.offset, held=True)
+
+    def release(self):
+        """The time that was held back passes at once."""
+        self._write(self.offset)
         self._nudge()
 
     def start_at(self, moment):
@@ -53,10 +59,17 @@ class Clock:
         return {'LD_PRELOAD': library(), 'FAKETIME_TIMESTAMP_FILE': SEEN_AS, 'FAKETIME_NO_CACHE': '1',
                 'NO_FAKE_STAT': '1', 'FAKETIME_DONT_RESET': '1'}
 
-    def _write(self, offset):
+    def _read(self):
+        try:
+            with open(self._file) as f:
+                return f.read()
+        except FileNotFoundError:
+            return '0'
+
+    def _write(self, offset, held=False):
         new = self._file + '.new'
         with open(new, 'w') as f:
-            f.write('%+.3f\n' % offset)
+            f.write('%+.3f%s\n' % (offset, HELD if held else ''))
         os.replace(new, self._file)
 
 
