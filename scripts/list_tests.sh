@@ -28,8 +28,7 @@ for what in "$@"; do
     ;;
   desk)
     /usr/bin/python3 "$top/tests/desk/list_tests.py" | while read -r name; do
-      # A laptop of real daemons may be starved once on a busy machine.
-      add "desk.$name" 10 /usr/bin/python3 "$top/tests/desk/run_test.py" --tries 2 "$name"
+      add "desk.$name" 10 /usr/bin/python3 "$top/tests/desk/run_test.py" "$name"
     done
     ;;
   release)

@@ -1,11 +1,5 @@
 #!/usr/bin/python3
-"""run_test.py [--tries N] [--patience SECONDS] NAME...: runs desk tests, each on a desk of its own; without a
-name, all of them.
-
-With --tries 2 a test that failed gets one more try: real daemons on a busy machine may be starved
-once. Both tries are printed, and what failed is also written to the open file descriptor $DESK_TELL,
-for a caller who shows no output of what passed in the end.
-"""
+"""run_test.py [--patience SECONDS] NAME...: runs desk tests, each on a desk of its own; without a name, all of them."""
 import argparse
 import os
 import signal
@@ -16,7 +10,7 @@ HERE = os.path.dirname(os.path.realpath(__file__))
 
 
 class Result(unittest.TextTestResult):
-    """A test that hangs fails where it does, so that its desk is taken down and it may try again."""
+    """A test that hangs fails where it does, so that its desk is taken down."""
 
     patience = 0
     ended = False  # by a signal: unittest takes that for one more error and would go on
@@ -47,36 +41,8 @@ def load(names):
     return loader.loadTestsFromNames(names) if names else loader.discover(HERE, 'test_*.py')
 
 
-def single(suite):
-    for test in suite:
-        if isinstance(test, unittest.TestSuite):
-            yield from single(test)
-        else:
-            yield test
-
-
-def run(tests):
-    return unittest.TextTestRunner(verbosity=2, resultclass=Result).run(unittest.TestSuite(tests))
-
-
-def failed(result):
-    """{the name of each test that failed: what it said}"""
-    found = {}
-    for test, trace in result.failures + result.errors:
-        name = getattr(test, 'test_case', test).id()
-        found[name] = found.get(name, '') + trace
-    return found
-
-
-def tell(text):
-    sys.stderr.write(text)
-    if 'DESK_TELL' in os.environ:
-        os.write(int(os.environ['DESK_TELL']), text.encode())
-
-
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument('--tries', type=int, default=1)
     parser.add_argument('--patience', type=int, default=800)
     parser.add_argument('names', nargs='*')
     options = parser.parse_args()
@@ -85,20 +51,9 @@ def main():
     signal.signal(signal.SIGTERM, end)
     sys.path.insert(0, HERE)
 
-    result = run(load(options.names))
-    skipped = bool(result.skipped)
-    for _ in range(1, options.tries):
-        again = failed(result)
-        if not again or Result.ended:
-            break
-        for name, trace in again.items():
-            tell('%s failed and is tried again:\n%s\n' % (name, trace))
-        result = run([test for test in single(load(options.names)) if test.id() in again])
-        # Something that failed to load, or around the tests, is no test that could be tried.
-        if result.testsRun < len(again):
-            return 1
+    result = unittest.TextTestRunner(verbosity=2, resultclass=Result).run(load(options.names))
     # 77 is what the runner of all tests is told to count as skipped.
-    return 1 if not result.wasSuccessful() else 77 if skipped or result.skipped else 0
+    return 1 if not result.wasSuccessful() else 77 if result.skipped else 0
 
 
 sys.exit(main())
