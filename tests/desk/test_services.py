@@ -6,6 +6,8 @@ import unittest
 from laptop import wait_for
 from tollbeam import BUNDLE, BURST, CHARGE_LIMIT, LOW, NAME, PATH, TIMER, ProgramTest, charge_limit, low
 
+FULL = 4  # a state of upowerd's
+
 # A call that blocks on a frozen daemon returns after D-Bus's own 25 seconds.
 UNBLOCKED = 20
 
@@ -67,6 +69,32 @@ class Upowerd(ProgramTest):
 
 class PowerSupplyMonitor(ProgramTest):
     """The kernel's events reach the program by way of libudev, which only the desk can make it hear."""
+
+    def start_full_on_the_charger(self):
+        self.laptop.plug_in('Full')
+        wait_for(lambda: self.upower_says('State') == FULL, 'the full battery')
+        self.start()
+        wait_for(self.history, 'the first sample')
+
+    def has_seen_the_charger_go(self):
+        return not self.history()[-1]['a']
+
+    def test_charger_that_goes_while_the_firmware_says_full_is_noticed_at_once(self):
+        self.start_full_on_the_charger()
+        self.laptop.set('AC', online=0)
+        # Less than the minute after which the timer would notice it.
+        wait_for(self.has_seen_the_charger_go, 'the sample without the charger', UNBLOCKED)
+        self.assertEqual(self.upower_says('State'), FULL)
+        self.assertFalse(self.upower_says('OnBattery'))
+
+    def test_events_of_a_battery_are_left_to_upowerd(self):
+        self.start_full_on_the_charger()
+        self.laptop.set_silently('AC', online=0)
+        self.laptop.event('BAT0')
+        self.power_becomes(State=FULL)
+        self.assertFalse(self.has_seen_the_charger_go())
+        self.laptop.event('AC')
+        wait_for(self.has_seen_the_charger_go, 'the sample without the charger')
 
     def test_an_event_is_heard_without_upowerd(self):
         self.desk.kill('upowerd')

@@ -82,7 +82,7 @@ std::optional<Dictionary> FreedesktopPowerSources::smartBattery() const {
 }
 
 std::optional<Subscription> FreedesktopPowerSources::observe(std::function<void()> changed) {
-  if (!bus_.isConnected()) watchKernel(true);
+  if (!bus_.isConnected()) watchKernel();
   if (!bus_.isConnected() && !kernelMonitor_) return std::nullopt;
   return observers_.add(std::move(changed));
 }
@@ -108,9 +108,8 @@ PowerTableCache::Table FreedesktopPowerSources::read() const {
   if (!readiness_.isReady() || hold_.isHolding()) cache_.forgetContact();
   const std::chrono::milliseconds now(sinceStart_.elapsed());
   auto table = cache_.update(daemonsAnswer(), readKernel(), now);
-  auto due = cache_.due();
-  if (readiness_.isReady() && needsKernelEvents(table) != watchesKernel_) due = now;
-  if (due) {
+  followsKernelsBatteries_ = table.fromKernel || !daemonsAnswer();
+  if (const auto due = cache_.due()) {
     review_.start(std::max(*due - now, 0ms));
   } else {
     review_.stop();
@@ -118,19 +117,16 @@ PowerTableCache::Table FreedesktopPowerSources::read() const {
   return table;
 }
 
-bool FreedesktopPowerSources::needsKernelEvents(const PowerTableCache::Table& table) const {
-  return table.fromKernel || !daemonsAnswer();
-}
-
 void FreedesktopPowerSources::lookForFirstReading() {
   using State = RemoteProperties::State;
   const bool gone = device_.state() == State::absent || manager_.state() == State::absent;
   if (!daemonsAnswer() && !gone && patienceWithDaemon_.isActive()) return;
   if (settling_.isActive()) return;
+  // Before the look: what happens after it is an event. The kernel may have the battery's first
+  // word.
+  watchKernel();
   if (read().isGlitch) {
     glitched_ = true;
-    // The kernel may have the battery's first word.
-    watchKernel(true);
     return;
   }
   // A battery that wakes up tells its charge first; that it feeds the machine, in another signal.
@@ -146,10 +142,8 @@ void FreedesktopPowerSources::onDaemonHeard() {
 
 void FreedesktopPowerSources::onDaemonUpdated() {
   if (!readiness_.isReady()) return lookForFirstReading();
-  const auto table = read();
-  watchKernel(needsKernelEvents(table));
   // Only what a reader would see is worth a wake-up half a second from now.
-  if (known_ != asSeen(table) && !settling_.isActive()) settling_.start();
+  if (known_ != asSeen(read()) && !settling_.isActive()) settling_.start();
 }
 
 void FreedesktopPowerSources::onReviewDue() {
@@ -160,7 +154,9 @@ void FreedesktopPowerSources::onReviewDue() {
   onDaemonUpdated();
 }
 
-void FreedesktopPowerSources::onKernelEvent() {
+void FreedesktopPowerSources::onKernelEvent(PowerSupplyMonitor::Change change) {
+  // UPower signals what its batteries do.
+  if (change == PowerSupplyMonitor::Change::battery && !followsKernelsBatteries_) return;
   // Each change of the contact counts, also one that is over when the burst has settled.
   if (readiness_.isReady()) static_cast<void>(read());
   // The last event of a burst needs its full time: its content may come as late as the first's.
@@ -173,9 +169,8 @@ void FreedesktopPowerSources::onKernelEvent() {
 
 void FreedesktopPowerSources::onReady() {
   patienceWithDaemon_.stop();
-  const auto table = read();
-  watchKernel(needsKernelEvents(table));
-  announceIfChanged(table);
+  watchKernel();
+  announceIfChanged(read());
 }
 
 void FreedesktopPowerSources::onSettled() {
@@ -189,15 +184,10 @@ void FreedesktopPowerSources::onHoldReleased() {
   if (readiness_.isReady() && !settling_.isActive()) announceIfChanged(read());
 }
 
-void FreedesktopPowerSources::watchKernel(bool wanted) {
-  watchesKernel_ = wanted;
-  if (!wanted) {
-    kernelMonitor_.reset();
-  } else if (!kernelMonitor_) {
-    kernelMonitor_ = PowerSupplyMonitor::start([this] { onKernelEvent(); });
-    // What happened before there was a monitor.
-    if (kernelMonitor_) onKernelEvent();
-  }
+void FreedesktopPowerSources::watchKernel() {
+  if (kernelMonitor_) return;
+  kernelMonitor_ = PowerSupplyMonitor::start(
+      [this](PowerSupplyMonitor::Change change) { onKernelEvent(change); });
 }
 
 void FreedesktopPowerSources::announceIfChanged(const PowerTableCache::Table& table) {

@@ -1,7 +1,8 @@
 // The battery of a Linux machine: UPower's view of it where the daemon runs, the kernel's own where
 // it does not or not yet, and the kernel's for what UPower does not tell. The table is kept up to
 // date by signals, so a reading never waits for the daemon, even for one that hangs; that one is
-// found out by what the kernel says.
+// found out by what the kernel says. The kernel's events of chargers count beside UPower too: it
+// signals nothing when a charger goes while the firmware still calls the battery full.
 #pragma once
 
 #include <QElapsedTimer>
@@ -50,16 +51,15 @@ class FreedesktopPowerSources final : public PowerSources {
   [[nodiscard]] std::optional<UPowerAnswer> daemonsAnswer() const;
   [[nodiscard]] std::optional<PowerSupplies> readKernel() const;
   [[nodiscard]] PowerTableCache::Table read() const;
-  [[nodiscard]] bool needsKernelEvents(const PowerTableCache::Table& table) const;
   void lookForFirstReading();
   void onDaemonHeard();
   void onDaemonUpdated();
   void onReviewDue();
-  void onKernelEvent();
+  void onKernelEvent(PowerSupplyMonitor::Change change);
   void onReady();
   void onSettled();
   void onHoldReleased();
-  void watchKernel(bool wanted);
+  void watchKernel();
   void announceIfChanged(const PowerTableCache::Table& table);
 
   const Bus& bus_;
@@ -74,7 +74,8 @@ class FreedesktopPowerSources final : public PowerSources {
   /// Due when the table may change although nothing signals it.
   mutable QTimer review_;
   QElapsedTimer sinceStart_;
-  bool watchesKernel_ = false;
+  /// The table is the kernel's, or may become it: events of batteries count.
+  mutable bool followsKernelsBatteries_ = true;
   std::unique_ptr<PowerSupplyMonitor> kernelMonitor_;
   QTimer settling_;
   bool settleAgain_ = false;

@@ -2,9 +2,19 @@
 
 #include <libudev.h>
 
+#include <string_view>
 #include <utility>
 
 namespace tollbeam {
+
+namespace {
+
+bool isBattery(udev_device* device) {
+  const char* type = udev_device_get_property_value(device, "POWER_SUPPLY_TYPE");
+  return type && type == std::string_view("Battery");
+}
+
+}  // namespace
 
 void PowerSupplyMonitor::Release::operator()(udev* context) const { udev_unref(context); }
 
@@ -12,7 +22,7 @@ void PowerSupplyMonitor::Release::operator()(udev_monitor* monitor) const {
   udev_monitor_unref(monitor);
 }
 
-std::unique_ptr<PowerSupplyMonitor> PowerSupplyMonitor::start(std::function<void()> changed) {
+std::unique_ptr<PowerSupplyMonitor> PowerSupplyMonitor::start(Changed changed) {
   Context context(udev_new());
   if (!context) return nullptr;
   Monitor monitor(udev_monitor_new_from_netlink(context.get(), "udev"));
@@ -26,8 +36,7 @@ std::unique_ptr<PowerSupplyMonitor> PowerSupplyMonitor::start(std::function<void
       new PowerSupplyMonitor(std::move(context), std::move(monitor), std::move(changed)));
 }
 
-PowerSupplyMonitor::PowerSupplyMonitor(Context context, Monitor monitor,
-                                       std::function<void()> changed)
+PowerSupplyMonitor::PowerSupplyMonitor(Context context, Monitor monitor, Changed changed)
     : context_(std::move(context)),
       monitor_(std::move(monitor)),
       notifier_(udev_monitor_get_fd(monitor_.get()), QSocketNotifier::Read),
@@ -36,9 +45,15 @@ PowerSupplyMonitor::PowerSupplyMonitor(Context context, Monitor monitor,
 }
 
 void PowerSupplyMonitor::drain() {
-  while (auto* device = udev_monitor_receive_device(monitor_.get())) udev_device_unref(device);
-  // Also after an overrun of the socket, when events are lost: something happened.
-  changed_();
+  int events = 0;
+  int batteries = 0;
+  while (auto* device = udev_monitor_receive_device(monitor_.get())) {
+    ++events;
+    if (isBattery(device)) ++batteries;
+    udev_device_unref(device);
+  }
+  // None at all after an overrun of the socket, when events are lost: something happened.
+  changed_(events > 0 && batteries == events ? Change::battery : Change::charger);
 }
 
 }  // namespace tollbeam
