@@ -1,5 +1,7 @@
 #include "platform/freedesktop/power/readings/SteadyContact.h"
 
+#include <algorithm>
+
 namespace tollbeam {
 
 namespace {
@@ -8,6 +10,7 @@ using namespace std::chrono_literals;
 
 constexpr auto settlingTime = 500ms;
 constexpr auto steadyTime = 3s;
+constexpr auto longestHold = 60s;
 
 }  // namespace
 
@@ -17,7 +20,9 @@ SourceReading SteadyContact::steady(SourceReading reading, Time now) {
     external_ = reading.onExternalPower;
   }
   follow(reading.onExternalPower, now);
-  if (phase_ == Phase::holding) {
+  if (phase_ == Phase::holding && now - lastCounted_ >= longestHold) {
+    lastCounted_ = now;
+  } else if (phase_ == Phase::holding) {
     reading.onExternalPower = told_->onExternalPower;
     reading.state = told_->state;
     reading.minutesToFull = told_->minutesToFull;
@@ -34,15 +39,15 @@ void SteadyContact::follow(bool external, Time now) {
   lastChange_ = now;
   if (phase_ == Phase::calm) {
     phase_ = Phase::settling;
-    firstChange_ = now;
-  } else if (now - firstChange_ >= settlingTime) {
+    lastCounted_ = now;
+  } else if (now - lastCounted_ >= settlingTime) {
     phase_ = Phase::holding;
   }
 }
 
 std::optional<SteadyContact::Time> SteadyContact::due() const {
   if (!told_ || phase_ != Phase::holding) return std::nullopt;
-  return lastChange_ + steadyTime;
+  return std::min(lastChange_ + steadyTime, lastCounted_ + longestHold);
 }
 
 }  // namespace tollbeam

@@ -1,7 +1,9 @@
 // Keeps a charger's worn contact from being told ten times a second: each change would be a
 // refresh, a sample and perhaps an alert. The first change counts at once, and so do those within
 // the half second in which it settles; later ones count when external power has not changed for
-// three seconds. What the battery does follows external power, its charge is never held back.
+// three seconds. A contact that never rests counts as it is once a minute: the history has a sample
+// a minute anyway, and the state of an hour ago would be wrong. What the battery does follows
+// external power, its charge is never held back.
 #pragma once
 
 #include <chrono>
@@ -19,7 +21,8 @@ class SteadyContact {
   /// The reading with external power as it counts at `now`. To be given each reading in turn.
   [[nodiscard]] SourceReading steady(SourceReading reading, Time now);
 
-  /// When a change that is held back counts, if no other comes before; absent when none is.
+  /// When a reading that is held back counts, if external power does not change before; absent when
+  /// none is.
   [[nodiscard]] std::optional<Time> due() const;
 
   /// The next reading counts as it is, whatever came before.
@@ -34,7 +37,8 @@ class SteadyContact {
   Phase phase_ = Phase::calm;
   /// As last read, held back or not.
   bool external_ = false;
-  Time firstChange_{};
+  /// The first change of the flapping; once that has lasted a minute, when a reading last counted.
+  Time lastCounted_{};
   Time lastChange_{};
 };
 
