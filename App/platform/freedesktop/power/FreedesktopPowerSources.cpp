@@ -12,10 +12,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Plugging in makes several signals within some ten milliseconds, and the kernel's files follow
-// their events late.
-constexpr auto settlingTime = 500ms;
-
 const auto service = QStringLiteral("org.freedesktop.UPower");
 
 RemoteProperties::Address displayDevice() {
@@ -43,7 +39,8 @@ List asSeen(const PowerTableCache::Table& table) {
 FreedesktopPowerSources::FreedesktopPowerSources(Bus& systemBus, Workspace& workspace,
                                                  std::string suppliesFolder,
                                                  LaunchPatience patience,
-                                                 DaemonSilence::Patience patienceWithSilence)
+                                                 DaemonSilence::Patience patienceWithSilence,
+                                                 std::chrono::milliseconds settling)
     : bus_(systemBus),
       suppliesFolder_(std::move(suppliesFolder)),
       device_(systemBus, displayDevice(), deviceKeys(), Activation::allowed),
@@ -56,7 +53,7 @@ FreedesktopPowerSources::FreedesktopPowerSources(Bus& systemBus, Workspace& work
   review_.setTimerType(Qt::PreciseTimer);
   QObject::connect(&review_, &QTimer::timeout, &review_, [this] { onReviewDue(); });
   settling_.setSingleShot(true);
-  settling_.setInterval(settlingTime);
+  settling_.setInterval(settling);
   QObject::connect(&settling_, &QTimer::timeout, &settling_, [this] { onSettled(); });
   for (auto* properties : {&device_, &manager_}) {
     QObject::connect(properties, &RemoteProperties::heard, &settling_, [this] { onDaemonHeard(); });

@@ -32,11 +32,14 @@ struct LaunchPatience {
 
 class FreedesktopPowerSources final : public PowerSources {
  public:
-  /// `systemBus` and `workspace` outlive this object.
+  /// `systemBus` and `workspace` outlive this object. A burst of changes is announced `settling`
+  /// after its first: plugging in makes several signals within some ten milliseconds, and the
+  /// kernel's files follow their events late.
   FreedesktopPowerSources(Bus& systemBus, Workspace& workspace,
                           std::string suppliesFolder = "/sys/class/power_supply",
                           LaunchPatience patience = {},
-                          DaemonSilence::Patience patienceWithSilence = {});
+                          DaemonSilence::Patience patienceWithSilence = {},
+                          std::chrono::milliseconds settling = std::chrono::milliseconds(500));
 
   [[nodiscard]] std::optional<List> descriptions() const override;
   [[nodiscard]] std::optional<Dictionary> smartBattery() const override;
