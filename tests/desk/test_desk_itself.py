@@ -187,6 +187,28 @@ class Clock(DeskTest):
         self.assertEqual(time.strftime('%F %H:%M', time.gmtime(int(words[1]))), '2030-05-06 21:59')
         self.assertGreaterEqual(int(words[3]) - int(words[1]), 3601)
 
+    def test_held_time_passes_by_advance_only(self):
+        self.desk.clock.start_at('2030-05-06 21:59')
+        self.desk.clock.hold()
+        # It spins for 0.3 s, whatever its clock says.
+        self.desk.start_app('/usr/bin/python3', '-c', '''
+import resource, time
+def worked(): return resource.getrusage(resource.RUSAGE_SELF).ru_utime - begun
+def passed(): return time.monotonic() - start
+begun = 0
+begun, start = worked(), time.monotonic()
+while worked() < 0.3: pass
+print("worked", passed() < 0.3, flush=True)
+while passed() < 60: pass
+print("minute", passed() < 60.3, flush=True)
+while passed() < 60.3: pass
+print("released", flush=True)''')
+        self.said('worked True')
+        self.desk.clock.advance(60)
+        self.said('minute True')
+        self.desk.clock.release()
+        self.said('released')
+
     def test_time_never_goes_back(self):
         with self.assertRaises(DeskError):
             self.desk.clock.advance(-1)

@@ -18,7 +18,8 @@ import time
 from .processes import DeskError
 
 SEEN_AS = '/sys/desk-clock'  # a link to the file
-HELD = ' x0.001'  # its speed, counted from the program's start; libfaketime divides by it
+# Speeds, counted from the program's start. libfaketime divides by it, and keeps one until it reads another.
+HELD, FREE = ' x0.001', ' x1'
 
 
 class Clock:
@@ -38,16 +39,16 @@ class Clock:
         """Lets that much time pass at once. Never backwards: timers would stop for as long."""
         if seconds < 0:
             raise DeskError('the clock of a running program cannot go back')
-        self._write(self.offset + seconds, held=HELD in self._read())
+        self._write(self.offset + seconds, HELD if HELD in self._read() else '')
         self._nudge()
 
     def hold(self):
         """Called before the program is started: its time passes by `advance` only, until `release`."""
-        self._write(self.offset, held=True)
+        self._write(self.offset, HELD)
 
     def release(self):
         """The time that was held back passes at once."""
-        self._write(self.offset)
+        self._write(self.offset, FREE)
         self._nudge()
 
     def start_at(self, moment):
@@ -66,10 +67,10 @@ class Clock:
         except FileNotFoundError:
             return '0'
 
-    def _write(self, offset, held=False):
+    def _write(self, offset, speed=''):
         new = self._file + '.new'
         with open(new, 'w') as f:
-            f.write('%+.3f%s\n' % (offset, HELD if held else ''))
+            f.write('%+.3f%s\n' % (offset, speed))
         os.replace(new, self._file)
 
 
