@@ -1,6 +1,7 @@
 #include "platform/freedesktop/bus/Bus.h"
 
 #include <QDBusError>
+#include <QUrl>
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -15,17 +16,34 @@ using namespace std::chrono_literals;
 constexpr auto kFirstPause = 1s;
 constexpr auto kLongestPause = 60s;
 
+/// Where libdbus looks for the bus; empty where it would have to start one.
+QString addressOf(QDBusConnection::BusType type) {
+  const bool isSystem = type == QDBusConnection::SystemBus;
+  QString given =
+      qEnvironmentVariable(isSystem ? "DBUS_SYSTEM_BUS_ADDRESS" : "DBUS_SESSION_BUS_ADDRESS");
+  if (!given.isEmpty()) return given;
+  if (isSystem) return QStringLiteral("unix:path=/var/run/dbus/system_bus_socket");
+  const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+  if (folder.isEmpty()) return {};
+  return QStringLiteral("unix:path=") +
+         QString::fromLatin1(QUrl::toPercentEncoding(folder + QStringLiteral("/bus"), "/", "~"));
+}
+
 }  // namespace
 
 Bus::Bus(QDBusConnection::BusType type)
-    : Bus([type](const QString& name) { return QDBusConnection::connectToBus(type, name); }) {}
+    : Bus(addressOf(type),
+          [type](const QString& name) { return QDBusConnection::connectToBus(type, name); }) {}
 
 Bus::Bus(const QString& address)
-    : Bus([address](const QString& name) { return QDBusConnection::connectToBus(address, name); }) {
+    : Bus(address,
+          [address](const QString& name) { return QDBusConnection::connectToBus(address, name); }) {
 }
 
-Bus::Bus(Opener open)
+Bus::Bus(QString address, Opener open)
     : name_(QStringLiteral("tollbeam-bus-%1").arg(quintptr(this), 0, 16)),
+      greetingName_(name_ + QStringLiteral("-greeting")),
+      address_(std::move(address)),
       open_(std::move(open)),
       connection_(name_) {
   retry_.setSingleShot(true);
@@ -34,7 +52,10 @@ Bus::Bus(Opener open)
   if (!isConnected()) retry_.start(kFirstPause);
 }
 
-Bus::~Bus() { QDBusConnection::disconnectFromBus(name_); }
+Bus::~Bus() {
+  QDBusConnection::disconnectFromPeer(greetingName_);
+  QDBusConnection::disconnectFromBus(name_);
+}
 
 QDBusPendingCall Bus::asyncCall(const QDBusMessage& call, int timeout) const {
   // The library would never finish a call on a connection that is closed.
@@ -72,13 +93,34 @@ void Bus::onDisconnected() {
 }
 
 void Bus::tryAgain() {
-  connectNow();
-  if (isConnected()) {
-    Q_EMIT restored();
-  } else {
-    retry_.start(
-        std::min<std::chrono::milliseconds>(retry_.intervalAsDuration() * 2, kLongestPause));
+  // The next attempt replaces this one.
+  retry_.start(std::min<std::chrono::milliseconds>(retry_.intervalAsDuration() * 2, kLongestPause));
+  greeting_.reset();
+  QDBusConnection::disconnectFromPeer(greetingName_);
+  // As a peer, because the library connects to those without waiting for an answer.
+  const auto peer = QDBusConnection::connectToPeer(address_, greetingName_);
+  if (!peer.isConnected()) {
+    // No bus is there that could hang. Should it be elsewhere, the library knows where.
+    join();
+    return;
   }
+  const QString bus = QStringLiteral("org.freedesktop.DBus");
+  greeting_ =
+      std::make_unique<QDBusPendingCallWatcher>(peer.asyncCall(QDBusMessage::createMethodCall(
+          bus, QStringLiteral("/org/freedesktop/DBus"), bus, QStringLiteral("Hello"))));
+  QObject::connect(greeting_.get(), &QDBusPendingCallWatcher::finished, this, [this] {
+    const bool answers = !greeting_->isError();
+    greeting_.release()->deleteLater();
+    QDBusConnection::disconnectFromPeer(greetingName_);
+    if (answers) join();
+  });
+}
+
+void Bus::join() {
+  connectNow();
+  if (!isConnected()) return;
+  retry_.stop();
+  Q_EMIT restored();
 }
 
 }  // namespace tollbeam

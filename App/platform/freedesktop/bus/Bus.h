@@ -6,12 +6,14 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
 #include <QObject>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace tollbeam {
@@ -20,9 +22,12 @@ class Bus final : public QObject {
   Q_OBJECT
 
  public:
-  /// Connects here. Without a bus it goes on trying, a minute apart in the end. Connecting blocks
-  /// the thread until the bus has answered: at once where there is none, for as long as it hangs
-  /// where one accepts and hangs.
+  /// Connects here, which blocks the thread until the bus has answered: at once where there is
+  /// none, for as long as it hangs where one accepts and hangs.
+  ///
+  /// Without a bus it goes on trying, a minute apart in the end. These attempts do not block: a bus
+  /// is greeted asynchronously over a connection of its own, and joined as above once it has
+  /// answered. Only one that hangs between the two holds the thread up.
   explicit Bus(QDBusConnection::BusType type);
   explicit Bus(const QString& address);
   ~Bus() override;
@@ -33,6 +38,7 @@ class Bus final : public QObject {
   [[nodiscard]] const QDBusConnection& connection() const { return connection_; }
 
   /// A further connection to the same bus, which is the caller's to close and is not restored.
+  /// Blocks until the bus has answered.
   [[nodiscard]] QDBusConnection open(const QString& name) const { return open_(name); }
 
   /// The library's own timeout, 25 seconds.
@@ -70,16 +76,21 @@ class Bus final : public QObject {
     const char* slot;
   };
 
-  explicit Bus(Opener open);
+  Bus(QString address, Opener open);
   void connectNow();
   void tryAgain();
+  void join();
   void subscribe(const Listener& listener);
 
   const QString name_;
+  const QString greetingName_;
+  const QString address_;
   const Opener open_;
   QDBusConnection connection_;
   std::vector<Listener> listeners_;
   QTimer retry_;
+  /// The greeting under way, if any.
+  std::unique_ptr<QDBusPendingCallWatcher> greeting_;
 };
 
 }  // namespace tollbeam

@@ -1,9 +1,22 @@
 #include "platform/freedesktop/bus/Bus.h"
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <QDBusPendingCallWatcher>
+#include <QTimer>
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cstdlib>
 #include <optional>
+#include <semaphore>
+#include <string>
+#include <string_view>
+#include <thread>
 
 #include "support/FakeProperties.h"
 #include "support/PrivateBus.h"
@@ -16,6 +29,57 @@ using test::waitFor;
 const auto kBus = QStringLiteral("org.freedesktop.DBus");
 const auto kPath = QStringLiteral("/org/example/Object");
 const auto kInterface = QStringLiteral("org.example.Interface");
+
+/// A bus that hangs: it accepts one connection, sends `says`, receives until `last` has come, and
+/// does nothing more. It ends by itself after half a minute, so that a test which it blocks fails.
+class HungBus {
+ public:
+  HungBus(const QString& address, std::string_view says, std::string_view last) {
+    const QByteArray path = address.section(QStringLiteral("unix:path="), 1).toLocal8Bit();
+    ::unlink(path.constData());
+    sockaddr_un name{.sun_family = AF_UNIX, .sun_path = {}};
+    std::copy(path.begin(), path.end(), std::begin(name.sun_path));
+    if (::bind(socket_, reinterpret_cast<const sockaddr*>(&name), sizeof name) != 0 ||
+        ::listen(socket_, SOMAXCONN) != 0)
+      std::abort();
+    thread_ = std::thread([this, says, last] { serve(says, last); });
+  }
+  HungBus(const HungBus&) = delete;
+  HungBus& operator=(const HungBus&) = delete;
+  ~HungBus() {
+    over_.release();
+    // Without a caller it is still accepting.
+    ::shutdown(socket_, SHUT_RDWR);
+    thread_.join();
+    ::close(socket_);
+  }
+
+  [[nodiscard]] bool hangs() const { return hangs_; }
+  [[nodiscard]] bool gaveUp() const { return gaveUp_; }
+
+ private:
+  void serve(std::string_view says, std::string_view last) {
+    const int client = ::accept(socket_, nullptr, nullptr);
+    ::send(client, says.data(), says.size(), MSG_NOSIGNAL);
+    std::string heard;
+    std::array<char, 512> bytes{};
+    while (heard.find(last) == std::string::npos) {
+      const auto count = ::recv(client, bytes.data(), bytes.size(), 0);
+      if (count <= 0) break;
+      heard.append(bytes.data(), std::size_t(count));
+    }
+    hangs_ = heard.find(last) != std::string::npos;
+    gaveUp_ = !over_.try_acquire_for(std::chrono::seconds(30));
+    ::shutdown(socket_, SHUT_RDWR);
+    ::close(client);
+  }
+
+  const int socket_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  std::binary_semaphore over_{0};
+  std::atomic<bool> hangs_ = false;
+  std::atomic<bool> gaveUp_ = false;
+  std::thread thread_;
+};
 
 class BusTest : public testing::Test {
  protected:
@@ -33,6 +97,28 @@ class BusTest : public testing::Test {
     lose();
     bus.start();
     ASSERT_TRUE(waitFor([this] { return returns == 1; }));
+  }
+
+  /// A bus that hangs takes the address of the one that is gone, is met by `caller`, and gives way
+  /// to a real one.
+  void meetHungBus(Bus& caller, std::string_view says, std::string_view last) {
+    QTimer timer;
+    bool restored = false;
+    QObject::connect(&caller, &Bus::restored, &timer, [&restored] { restored = true; });
+    {
+      const HungBus hung(bus.address(), says, last);
+      ASSERT_TRUE(waitFor([&hung] { return hung.hangs(); }));
+      int ticks = 0;
+      QObject::connect(&timer, &QTimer::timeout, &timer, [&ticks] { ++ticks; });
+      timer.start(10);
+      ASSERT_TRUE(waitFor([&ticks] { return ticks == 10; }));
+      timer.disconnect();
+      ASSERT_FALSE(hung.gaveUp());
+      EXPECT_FALSE(caller.isConnected());
+    }
+    bus.start();
+    ASSERT_TRUE(waitFor([&restored] { return restored; }));
+    EXPECT_TRUE(caller.isConnected());
   }
 
   /// The error of a call to the bus itself; empty when it succeeds.
@@ -95,6 +181,29 @@ TEST_F(BusTest, ComesBackAgainAndAgain) {
   losses = returns = 0;
   restart();
   EXPECT_EQ(call(), QString());
+}
+
+TEST_F(BusTest, ABusThatAcceptsAndHangsDoesNotBlockUs) {
+  lose();
+  meetHungBus(ours, "", "AUTH");
+  EXPECT_EQ(call(), QString());
+  EXPECT_EQ(returns, 1);
+}
+
+TEST_F(BusTest, ABusThatHangsAfterTheAuthenticationDoesNotBlockUs) {
+  lose();
+  meetHungBus(ours, "OK 0123456789abcdef0123456789abcdef\r\nAGREE_UNIX_FD\r\n", "Hello");
+  EXPECT_EQ(call(), QString());
+  EXPECT_EQ(returns, 1);
+}
+
+// The only one of its kind: libdbus reads the variable once in a process.
+TEST_F(BusTest, AHungSessionBusDoesNotBlockUs) {
+  qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toLocal8Bit());
+  Bus session(QDBusConnection::SessionBus);
+  ASSERT_TRUE(session.isConnected());
+  lose();
+  meetHungBus(session, "", "AUTH");
 }
 
 TEST_F(BusTest, IsThereAtLastWhenTheBusStartsLate) {
