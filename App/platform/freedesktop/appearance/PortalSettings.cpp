@@ -110,6 +110,9 @@ void PortalSettings::onSettingChanged(const QString& group, const QString& key,
   if (!owner_.sent(message)) return;
   const News news{group.toStdString(), key.toStdString(), valueFromBus(value.variant())};
   if (asking_) {
+    std::erase_if(heard_, [&news](const News& earlier) {
+      return earlier.group == news.group && earlier.key == news.key;
+    });
     heard_.push_back(news);
   } else {
     auto settings = settings_;

@@ -61,7 +61,7 @@ class PortalSettings : public QObject {
   /// The newest one waits for another to end.
   bool unsent_ = false;
   bool asking_ = false;
-  /// Heard while a question is open: the answer may have been collected before.
+  /// The newest of each key while a question is open: the answer may have been collected before.
   std::vector<News> heard_;
 };
 

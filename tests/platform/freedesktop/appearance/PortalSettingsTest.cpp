@@ -1,10 +1,12 @@
 #include "platform/freedesktop/appearance/PortalSettings.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <memory>
 #include <numeric>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "support/FakePortal.h"
@@ -183,6 +185,31 @@ TEST_F(PortalSettingsTest, HungPortalsKeepFewQuestionsOpen) {
   portals.front()->answer();
   EXPECT_TRUE(becomes(10));
   EXPECT_EQ(changes_, 1);
+}
+
+std::size_t allocatedBytes() {
+  const auto memory = ::mallinfo2();
+  return memory.uordblks + memory.hblkhd;
+}
+
+// Measures nothing under AddressSanitizer, whose allocator is another.
+TEST_F(PortalSettingsTest, ChangesTakeNoMoreMemoryWhileThePortalDoesNotAnswer) {
+  auto& fake = portal();
+  fake.silent = true;
+  begin();
+  ASSERT_TRUE(waitFor([&] { return fake.asked == 1; }));
+  constexpr int kMegabyte = 1 << 20;
+  const auto before = allocatedBytes();
+  for (int i = 0; i < 30; ++i) {
+    test::tellSettingChanged(*portalBus_, kAppearance, QStringLiteral("text"),
+                             QString(kMegabyte, QChar('a' + i)));
+    ASSERT_TRUE(test::passedOn(*portalBus_));
+    ASSERT_TRUE(test::passedOn(ours_.connection()));
+  }
+  EXPECT_LT(allocatedBytes(), before + 10 * kMegabyte);
+  fake.answer();
+  ASSERT_TRUE(waitFor([&] { return changes_ > 0; }));
+  EXPECT_EQ(known("text"), Value(std::string(kMegabyte, 'a' + 29)));
 }
 
 TEST_F(PortalSettingsTest, APortalWithoutSettingsIsNoTrouble) {
