@@ -109,11 +109,13 @@ void HistoryStore::followClock(double step, Date now) {
 void HistoryStore::save(Date now) {
   // Before the write, so that a full disk is not tried again at every sample.
   lastSave_ = now;
+  const auto suffix = suffixToKeep();
   const auto text = encodeSamples(samples_);
   if (!text) return;
   files_.createDirectory(folder_);
-  if (files_.write(url_, *text, {.keepOldWithSuffix = suffixToKeep()})) return;
-  version_ = files_.version(url_);
+  if (files_.write(url_, *text, {.keepOldWithSuffix = suffix})) return;
+  // Another program may have replaced the file already: the next save compares the contents.
+  version_.reset();
   textHash_ = hashOf(*text);
   lostSuffix_.clear();
 }

@@ -83,7 +83,7 @@ class HistoryStore {
   std::string folder_;
   std::string url_;
   Date lastSave_ = Date::distantPast();
-  /// The file after the last load or save.
+  /// The file at the load or at `removeAll`; absent after a save.
   std::optional<FileVersion> version_;
   std::size_t textHash_ = 0;
   /// The suffix for samples of that file that are not held here; empty when there are none.

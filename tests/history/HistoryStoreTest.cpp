@@ -146,6 +146,16 @@ TEST_F(HistoryStoreTest, AFileThatIsReplacedBetweenSavesIsKept) {
   EXPECT_EQ(files.files[kFile], monthOf(3));
 }
 
+TEST_F(HistoryStoreTest, AFileThatIsReplacedRightAfterASaveIsKept) {
+  fresh();
+  const std::string restored = monthOf(5);
+  files.replacement = restored;
+  store->save(kNow);
+  files.replacement.reset();
+  store->save(kNow + 1);
+  EXPECT_EQ(kept(), (Kept{{".changed", restored}}));
+}
+
 TEST_F(HistoryStoreTest, OfEachKindOnlyTheNewestIsKept) {
   load("first").save(kNow);
   load("second").save(kNow);

@@ -41,7 +41,7 @@ std::optional<std::string> RecordedFileManager::write(const std::string& path,
     if (kept.size() / 2 <= old->second.size()) kept = old->second;
     unreadable.erase(path);
   }
-  files.insert_or_assign(path, std::string(bytes));
+  files.insert_or_assign(path, replacement.value_or(std::string(bytes)));
   if (options.isDocument) documents.insert(path);
   return std::nullopt;
 }

@@ -180,6 +180,8 @@ class RecordedFileManager final : public FileManager {
   std::set<std::string> documents;
   /// Every write fails with this while it is present.
   std::optional<std::string> failure;
+  /// What another program puts in the place of every file as soon as it is written.
+  std::optional<std::string> replacement;
   int writes = 0;
 };
 
