@@ -6,14 +6,6 @@
 #include <string>
 #include <utility>
 
-#include "platform/Clock.h"
-#include "platform/Dialogs.h"
-#include "platform/FileManager.h"
-#include "platform/MainBundle.h"
-#include "platform/MainQueue.h"
-#include "platform/NotificationCenter.h"
-#include "platform/ProcessInfo.h"
-#include "platform/Workspace.h"
 #include "preferences/Prefs.h"
 
 namespace tollbeam {
@@ -39,23 +31,20 @@ std::optional<NotificationSound> notificationSound(const std::string& name) {
 
 }  // namespace
 
-AppModel::AppModel(const Platform& platform, QObject* parent)
-    : QObject(parent),
-      platform_(platform),
-      lastNow_(platform_.clock.now()),
-      lastUptime_(platform_.clock.uptime()),
+AppModel::AppModel(const Ports& ports)
+    : ports_(ports),
+      lastNow_(ports_.clock.now()),
+      lastUptime_(ports_.clock.uptime()),
       launched_(lastNow_),
-      snoozeUntil_(Prefs::snoozeUntil(platform_.userDefaults, lastNow_)),
-      reader_(platform_.powerSources, platform_.processInfo),
-      history_(platform_.fileManager, lastNow_),
-      notifier_(std::make_shared<Notifier>(platform_.notificationCenter, platform_.mainBundle,
-                                           platform_.mainQueue, platform_.dialogs)) {}
-
-AppModel::~AppModel() = default;
+      snoozeUntil_(Prefs::snoozeUntil(ports_.userDefaults, lastNow_)),
+      reader_(ports_.powerSources, ports_.processInfo),
+      history_(ports_.fileManager, lastNow_),
+      notifier_(std::make_shared<Notifier>(ports_.notificationCenter, ports_.mainBundle,
+                                           ports_.mainQueue, ports_.dialogs)) {}
 
 // What runs later finds the model gone or itself on the main thread.
 std::function<void()> AppModel::onMain(std::function<void(AppModel&)> work) {
-  return [self = QPointer<AppModel>(this), &queue = platform_.mainQueue, work = std::move(work)] {
+  return [self = QPointer<AppModel>(this), &queue = ports_.mainQueue, work = std::move(work)] {
     requireMainThread(queue);
     if (self) work(*self);
   };
@@ -70,28 +59,28 @@ void AppModel::start() {
   notifier_->onSnooze = onMain([](AppModel& model) { model.snooze(); });
   refresh(Reason::launch);
   reader_.startObserving(refreshFor(Reason::event));
-  timer_ = platform_.mainQueue.every(kRefreshInterval, kRefreshTolerance,
-                                     onMain([](AppModel& model) { model.tick(); }));
-  observations_.push_back(platform_.processInfo.onPowerStateChange(refreshFor(Reason::event)));
+  timer_ = ports_.mainQueue.every(kRefreshInterval, kRefreshTolerance,
+                                  onMain([](AppModel& model) { model.tick(); }));
+  observations_.push_back(ports_.processInfo.onPowerStateChange(refreshFor(Reason::event)));
   observations_.push_back(
-      platform_.workspace.onWillSleep(onMain([](AppModel& model) { model.willSleep(); })));
+      ports_.workspace.onWillSleep(onMain([](AppModel& model) { model.willSleep(); })));
   observations_.push_back(
-      platform_.workspace.onDidWake(onMain([](AppModel& model) { model.didWake(); })));
+      ports_.workspace.onDidWake(onMain([](AppModel& model) { model.didWake(); })));
 }
 
 void AppModel::willSleep() {
   const int hold = holdTicks();
-  platform_.mainQueue.after(kSleepCalledOff,
-                            onMain([hold](AppModel& model) { model.releaseTicks(hold); }));
+  ports_.mainQueue.after(kSleepCalledOff,
+                         onMain([hold](AppModel& model) { model.releaseTicks(hold); }));
   history_.save(readClock());
 }
 
 void AppModel::didWake() {
   const int hold = holdTicks();
-  platform_.mainQueue.after(kWakeDelay, onMain([hold](AppModel& model) {
-                              model.refresh(Reason::wake);
-                              model.releaseTicks(hold);
-                            }));
+  ports_.mainQueue.after(kWakeDelay, onMain([hold](AppModel& model) {
+                           model.refresh(Reason::wake);
+                           model.releaseTicks(hold);
+                         }));
 }
 
 // The minute timer may fall due in the seconds before the wake refresh, and would announce what the
@@ -125,11 +114,11 @@ void AppModel::refresh(Reason reason) {
   history_.record(snapshot, now, reason != Reason::event);
   bumpHistoryVersion();
 
-  const Prefs prefs = Prefs::current(platform_.userDefaults);
+  const Prefs prefs = Prefs::current(ports_.userDefaults);
   const bool prime = reason == Reason::launch || reason == Reason::wake;
   const bool deliverable = !prime && canDeliver(prefs, now);
   const auto alerts =
-      engine_.run(snapshot, pluggedSince_, now, prefs, deliverable, prime, platform_.userDefaults);
+      engine_.run(snapshot, pluggedSince_, now, prefs, deliverable, prime, ports_.userDefaults);
   withdrawWhatIsOver();
   if (prime) return;
   for (const PendingAlert& alert : alerts) deliver(alert, prefs);
@@ -137,27 +126,26 @@ void AppModel::refresh(Reason reason) {
 
 void AppModel::snooze() {
   const Date now = readClock();
-  Prefs::setSnoozeUntil(platform_.userDefaults, now + kSnoozeSeconds);
-  snoozeUntil_ = Prefs::snoozeUntil(platform_.userDefaults, now);
+  Prefs::setSnoozeUntil(ports_.userDefaults, now + kSnoozeSeconds);
+  snoozeUntil_ = Prefs::snoozeUntil(ports_.userDefaults, now);
   Q_EMIT snoozeUntilChanged();
   for (const AlertKind kind : std::exchange(posted_, {})) withdraw(kind);
 }
 
 void AppModel::cancelSnooze() {
-  Prefs::setSnoozeUntil(platform_.userDefaults, std::nullopt);
+  Prefs::setSnoozeUntil(ports_.userDefaults, std::nullopt);
   setSnoozeUntil(std::nullopt);
 }
 
 void AppModel::exportHistoryCSV() {
-  platform_.dialogs.runSavePanel(
+  ports_.dialogs.runSavePanel(
       {.suggestedName = kExportName, .contentType = "text/csv", .extension = "csv"},
       [self = QPointer<AppModel>(this)](std::optional<std::string> path) {
         if (!self || !path) return;
-        Platform& platform = self->platform_;
+        const Ports& ports = self->ports_;
         if (const auto failure =
-                platform.fileManager.write(*path, self->history_.csv(), {.isDocument = true})) {
-          platform.dialogs.showError("The history could not be saved to “" + *path + "”.",
-                                     *failure);
+                ports.fileManager.write(*path, self->history_.csv(), {.isDocument = true})) {
+          ports.dialogs.showError("The history could not be saved to “" + *path + "”.", *failure);
         }
       });
 }
@@ -192,8 +180,8 @@ void AppModel::setSnoozeUntil(std::optional<Date> deadline) {
 }
 
 Date AppModel::readClock() {
-  const Date now = platform_.clock.now();
-  const double uptime = platform_.clock.uptime();
+  const Date now = ports_.clock.now();
+  const double uptime = ports_.clock.uptime();
   const double step =
       (now - std::exchange(lastNow_, now)) - (uptime - std::exchange(lastUptime_, uptime));
   if (std::abs(step) > kClockStep) moveAlong(step, now);
@@ -210,12 +198,12 @@ void AppModel::moveAlong(double step, Date now) {
   // A deadline that has expired moves too, or the clock would bring it back. One more than an hour
   // ahead, or from before the launch, was made by another clock than the one that was wrong.
   const Date before = now - step;
-  const auto deadline = Prefs::snoozeUntil(platform_.userDefaults, Date{0});
+  const auto deadline = Prefs::snoozeUntil(ports_.userDefaults, Date{0});
   if (deadline && *deadline >= launched_ && *deadline - before <= kSnoozeSeconds) {
-    Prefs::setSnoozeUntil(platform_.userDefaults, *deadline + step);
+    Prefs::setSnoozeUntil(ports_.userDefaults, *deadline + step);
   }
   launched_ = launched_ + step;
-  setSnoozeUntil(Prefs::snoozeUntil(platform_.userDefaults, now));
+  setSnoozeUntil(Prefs::snoozeUntil(ports_.userDefaults, now));
 }
 
 void AppModel::trackPluggedSince(const BatteryState& snapshot, Date now, Reason reason) {
@@ -231,20 +219,19 @@ void AppModel::trackPluggedSince(const BatteryState& snapshot, Date now, Reason 
 }
 
 bool AppModel::canDeliver(const Prefs& prefs, Date now) {
-  if (Prefs::snoozeUntil(platform_.userDefaults, now)) return false;
+  if (Prefs::snoozeUntil(ports_.userDefaults, now)) return false;
   setSnoozeUntil(std::nullopt);
-  return !prefs.inQuietHours(now, platform_.calendar);
+  return !prefs.inQuietHours(now, ports_.calendar);
 }
 
 void AppModel::deliver(const PendingAlert& alert, const Prefs& prefs) {
-  if (!isApplication(platform_.mainBundle)) return;
+  if (!isApplication(ports_.mainBundle)) return;
   posted_.insert(alert.kind);
-  platform_.notificationCenter.add(
-      {.identifier = std::string(rawValue(alert.kind)),
-       .content = {.title = alert.title,
-                   .body = alert.body,
-                   .categoryIdentifier = kAlertCategory,
-                   .sound = notificationSound(prefs.sound(alert.kind))}});
+  ports_.notificationCenter.add({.identifier = std::string(rawValue(alert.kind)),
+                                 .content = {.title = alert.title,
+                                             .body = alert.body,
+                                             .categoryIdentifier = kAlertCategory,
+                                             .sound = notificationSound(prefs.sound(alert.kind))}});
 }
 
 // "Battery is at 20%. Plug in soon." must not stay on the screen once the charger is in.
@@ -257,7 +244,7 @@ void AppModel::withdrawWhatIsOver() {
 }
 
 void AppModel::withdraw(AlertKind kind) {
-  platform_.notificationCenter.remove(std::string(rawValue(kind)));
+  ports_.notificationCenter.remove(std::string(rawValue(kind)));
 }
 
 }  // namespace tollbeam

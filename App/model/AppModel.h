@@ -18,8 +18,18 @@
 #include "battery/BatteryReader.h"
 #include "battery/BatteryState.h"
 #include "history/HistoryStore.h"
-#include "platform/Platform.h"
+#include "platform/Calendar.h"
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "platform/FileManager.h"
+#include "platform/MainBundle.h"
+#include "platform/MainQueue.h"
+#include "platform/NotificationCenter.h"
+#include "platform/PowerSources.h"
+#include "platform/ProcessInfo.h"
 #include "platform/Subscription.h"
+#include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
 #include "values/Date.h"
 
 namespace tollbeam {
@@ -35,9 +45,23 @@ class AppModel final : public QObject {
     wake,    ///< 3 seconds after the machine woke
   };
 
-  /// Loads the history. The platform must outlive the model.
-  explicit AppModel(const Platform& platform, QObject* parent = nullptr);
-  ~AppModel() override;
+  /// The ports that the model uses. They must outlive it.
+  struct Ports {
+    MainQueue& mainQueue;
+    Clock& clock;
+    Calendar& calendar;
+    FileManager& fileManager;
+    UserDefaults& userDefaults;
+    MainBundle& mainBundle;
+    PowerSources& powerSources;
+    ProcessInfo& processInfo;
+    Workspace& workspace;
+    NotificationCenter& notificationCenter;
+    Dialogs& dialogs;
+  };
+
+  /// Loads the history.
+  explicit AppModel(const Ports& ports);
 
   /// The last snapshot; the empty one before the first refresh.
   [[nodiscard]] const BatteryState& state() const { return state_; }
@@ -98,7 +122,7 @@ class AppModel final : public QObject {
   void withdraw(AlertKind kind);
   void withdrawWhatIsOver();
 
-  Platform platform_;
+  const Ports ports_;
   Date lastNow_;
   double lastUptime_;
   /// By the clock as it is set now.

@@ -6,6 +6,7 @@
 #include "Days.h"
 #include "Pictures.h"
 #include "recorded/RecordedPlatform.h"
+#include "support/ModelPorts.h"
 #include "ui/chart/HistoryChart.h"
 #include "ui/summary/DailySummaryView.h"
 
@@ -27,7 +28,7 @@ struct Scene {
     QLocale::setDefault(given.locale);
     window.setLayoutDirection(given.direction);
     test::store(test::samplesAlong(given.stretches, kMidnight), platform.fileManager);
-    model = std::make_unique<AppModel>(platform.ports());
+    model = std::make_unique<AppModel>(test::modelPorts(platform));
     auto* column = new QVBoxLayout(&window);
     const int padding = style.px(16);
     column->setContentsMargins(padding, padding, padding, padding);

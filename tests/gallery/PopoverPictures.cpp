@@ -7,6 +7,7 @@
 #include "Days.h"
 #include "Pictures.h"
 #include "recorded/RecordedPlatform.h"
+#include "support/ModelPorts.h"
 #include "support/WaitFor.h"
 #include "ui/popover/Popover.h"
 #include "ui/popover/PopoverView.h"
@@ -45,7 +46,7 @@ struct Scene {
 
   void open() {
     test::store(samples, platform.fileManager);
-    model.emplace(platform.ports());
+    model.emplace(test::modelPorts(platform));
     model->start();
     view = new PopoverView(*model, platform.ports(), style, [] {});
     popover.emplace(clicks, platform.compositor, platform.clock, style, view);

@@ -8,6 +8,7 @@
 #include "Days.h"
 #include "Pictures.h"
 #include "recorded/RecordedPlatform.h"
+#include "support/ModelPorts.h"
 #include "ui/controls/DropDown.h"
 #include "ui/controls/TimeField.h"
 #include "ui/settings/SettingsView.h"
@@ -59,7 +60,7 @@ std::shared_ptr<QWidget> shown(const Prepare& prepare, const Finish& finish) {
                                          {"quietEnabled", true}};
   scene->platform.compositor.running = true;
   if (prepare) prepare(scene->platform);
-  scene->model.emplace(scene->platform.ports());
+  scene->model.emplace(test::modelPorts(scene->platform));
   scene->view.emplace(*scene->model, scene->platform.ports(), scene->style);
   // As high as the work area of this imagined screen allows.
   scene->view->resize(scene->style.px(480), scene->style.px(720));
@@ -94,7 +95,7 @@ std::shared_ptr<QWidget> alert(const std::function<void(AlertDialogs&)>& ask) {
 Picture resetQuestion() {
   return {"dialog-reset", [] {
             RecordedPlatform platform(kNow);
-            AppModel model(platform.ports());
+            AppModel model(test::modelPorts(platform));
             const Style style(platform.appearance);
             SettingsView view(model, platform.ports(), style);
             static_cast<QAbstractButton*>(named(view, "Reset History…"))->click();
@@ -109,7 +110,7 @@ Picture permissionQuestion() {
   return {"dialog-permission", [] {
             RecordedPlatform platform(kNow);
             platform.notificationCenter.status = AuthorizationStatus::notDetermined;
-            AppModel model(platform.ports());
+            AppModel model(test::modelPorts(platform));
             model.notifier().requestIfNeeded();
             platform.mainQueue.drain();
             return alert([&](AlertDialogs& dialogs) {

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "recorded/RecordedPlatform.h"
+#include "support/ModelPorts.h"
 
 namespace tollbeam {
 namespace {
@@ -28,7 +29,7 @@ class AppModelTest : public testing::Test {
   void onBattery(int percent) { power(percent, false); }
   void pluggedInAt(int percent) { power(percent, true); }
 
-  AppModel& created() { return model.emplace(platform.ports()); }
+  AppModel& created() { return model.emplace(test::modelPorts(platform)); }
   AppModel& started() {
     created().start();
     return *model;
@@ -477,7 +478,7 @@ TEST_F(AppModelTest, AClockThatIsSetAheadDoesNotHurryTheReminders) {
 TEST_F(AppModelTest, AnHourOfSnoozeStaysAnHourWhenTheClockIsSet) {
   for (const double step : {-7200.0, 7200.0}) {
     RecordedPlatform other{kStart};
-    AppModel snoozed(other.ports());
+    AppModel snoozed(test::modelPorts(other));
     snoozed.start();
     other.mainQueue.advance(600);
     other.clock.step(step);

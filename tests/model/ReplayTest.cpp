@@ -12,6 +12,7 @@
 #include "model/AppModel.h"
 #include "recorded/RecordedPlatform.h"
 #include "recorded/Trace.h"
+#include "support/ModelPorts.h"
 
 namespace tollbeam {
 namespace {
@@ -40,7 +41,7 @@ class Replay {
 
   std::string run() {
     take(steps_.front());
-    AppModel model(platform_.ports());
+    AppModel model(test::modelPorts(platform_));
     observe(model);
     model.start();
     report(model);

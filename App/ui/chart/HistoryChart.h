@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "model/AppModel.h"
+#include "platform/Platform.h"
 #include "ui/chart/ChartMarker.h"
 #include "ui/chart/ChartPicture.h"
 #include "ui/controls/Text.h"

@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "model/AppModel.h"
+#include "platform/Platform.h"
 #include "ui/chart/HistoryChart.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/Divider.h"

@@ -14,7 +14,20 @@ namespace tollbeam {
 
 AppDelegate::AppDelegate(const Platform& platform, StatusBar& statusBar,
                          OutsideClicks& outsideClicks)
-    : platform_(platform), statusBar_(statusBar), model_(platform), style_(platform.appearance) {
+    : platform_(platform),
+      statusBar_(statusBar),
+      model_({.mainQueue = platform.mainQueue,
+              .clock = platform.clock,
+              .calendar = platform.calendar,
+              .fileManager = platform.fileManager,
+              .userDefaults = platform.userDefaults,
+              .mainBundle = platform.mainBundle,
+              .powerSources = platform.powerSources,
+              .processInfo = platform.processInfo,
+              .workspace = platform.workspace,
+              .notificationCenter = platform.notificationCenter,
+              .dialogs = platform.dialogs}),
+      style_(platform.appearance) {
   auto* view = new PopoverView(model_, platform, style_, [self = QPointer<AppDelegate>(this)] {
     if (self) self->openSettings();
   });

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include "model/AppModel.h"
+#include "platform/Platform.h"
 #include "ui/controls/Disclosure.h"
 #include "ui/look/Style.h"
 #include "ui/summary/SummaryTable.h"

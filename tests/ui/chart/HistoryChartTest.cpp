@@ -10,6 +10,7 @@
 #include <limits>
 
 #include "support/Histories.h"
+#include "support/ModelPorts.h"
 
 namespace tollbeam {
 namespace {
@@ -47,7 +48,7 @@ class HistoryChartTest : public testing::Test {
     test::store(test::samplesAlong(stretches, kNow), platform.fileManager);
   }
   HistoryChart& made() {
-    model.emplace(platform.ports());
+    model.emplace(test::modelPorts(platform));
     return chart.emplace(*model, platform.ports(), style);
   }
   HistoryChart& shown() {

@@ -13,6 +13,7 @@
 
 #include "recorded/RecordedPlatform.h"
 #include "support/Histories.h"
+#include "support/ModelPorts.h"
 #include "support/WaitFor.h"
 #include "texts/LocaleFormats.h"
 #include "ui/controls/Bar.h"
@@ -37,7 +38,7 @@ class PopoverViewTest : public testing::Test {
   }
 
   void build() {
-    model.emplace(platform.ports());
+    model.emplace(test::modelPorts(platform));
     model->start();
     view = std::make_unique<PopoverView>(*model, platform.ports(), style,
                                          [this] { ++settingsOpened; });

@@ -11,6 +11,7 @@
 
 #include "preferences/PrefsKeys.h"
 #include "recorded/RecordedPlatform.h"
+#include "support/ModelPorts.h"
 #include "support/Widgets.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/Card.h"
@@ -153,7 +154,7 @@ class SettingsViewTest : public testing::Test {
 
   RecordedPlatform platform{kNow};
   Style style{platform.appearance};
-  AppModel model{platform.ports()};
+  AppModel model{test::modelPorts(platform)};
   std::optional<SettingsView> view;
 };
 

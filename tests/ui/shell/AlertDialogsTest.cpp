@@ -8,6 +8,7 @@
 
 #include "model/AppModel.h"
 #include "recorded/RecordedPlatform.h"
+#include "support/ModelPorts.h"
 #include "support/Widgets.h"
 #include "texts/Translations.h"
 #include "ui/controls/Button.h"
@@ -129,7 +130,7 @@ TEST_F(AlertDialogsTest, AFailedExportIsToldInTheUsersLanguage) {
   QLocale::setDefault(QLocale(QStringLiteral("de_DE")));
   const Translations german(QStringLiteral(TOLLBEAM_TRANSLATIONS));
   QLocale::setDefault(QLocale::c());
-  AppModel model(platform.ports());
+  AppModel model(test::modelPorts(platform));
   model.exportHistoryCSV();
   platform.fileManager.failure = "Read-only file system";
   platform.dialogs.savePanelAnswers.at(0)("/media/disk 2/“my” 50%1.csv");

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "support/Histories.h"
+#include "support/ModelPorts.h"
 #include "ui/controls/FocusRing.h"
 
 namespace tollbeam {
@@ -24,7 +25,7 @@ class DailySummaryViewTest : public testing::Test {
   /// In a window that keeps to its content's size, as the popover does.
   void show(const std::vector<std::vector<test::Corner>>& stretches) {
     test::store(test::samplesAlong(stretches, kMidnight), platform.fileManager);
-    model.emplace(platform.ports());
+    model.emplace(test::modelPorts(platform));
     // A view inside a view, so that a new height has a way to go.
     auto* middle = new QWidget;
     auto* inner = new QVBoxLayout(middle);
