@@ -15,6 +15,7 @@ autostart=$config/autostart/$id.desktop
 usage() {
   cat <<TXT
 ./make_app.sh               builds the release and makes Tollbeam.app/ here
+./make_app.sh --preset dev  the same from another build, for tests
 ./make_app.sh --install     the same, then puts it into your folders (no root needed):
                               $installed
                               $entry
@@ -34,14 +35,15 @@ swap() {
   rm -rf "$2.old"
 }
 
+# build PRESET
 build() {
   install_packages $packages_build
   cd "$top"
-  cmake --preset release >/dev/null
-  cmake --build --preset release --target tollbeam tollbeam_translations
+  cmake --preset "$1" >/dev/null
+  cmake --build --preset "$1" --target tollbeam tollbeam_translations
   new=$(mktemp -d "$top/build/bundle.XXXXXX")
   trap 'rm -rf "$new"' EXIT
-  cmake --install build/release --component bundle --strip --prefix "$new/Tollbeam.app" >/dev/null
+  cmake --install "build/$1" --component bundle --strip --prefix "$new/Tollbeam.app" >/dev/null
   swap "$new/Tollbeam.app" "$top/Tollbeam.app"
   echo "Made $top/Tollbeam.app"
 }
@@ -101,9 +103,10 @@ uninstall_app() {
 
 # In a list (build && install_app) bash would go on after an error within build.
 case "$*" in
-'') build ;;
+'') build release ;;
+'--preset dev') build dev ;;
 --install)
-  build
+  build release
   install_app
   ;;
 --uninstall) uninstall_app ;;

@@ -35,7 +35,10 @@ build() {
 }
 if wants unit || wants lint; then build dev; fi
 if wants asan; then build asan; fi
-if wants desk; then ./make_app.sh; fi
+# The desk runs what is shipped, or without "all" and beside the unit tests, what is built already.
+if wants desk; then
+  if wants unit && ! wants release; then ./make_app.sh --preset dev; else ./make_app.sh; fi
+fi
 other=tests/other_release
 # What goes wrong there fails its own tests, or skips them, and keeps none of the others from running.
 if wants release && [ -x $other ]; then $other build || true; fi
@@ -47,7 +50,8 @@ scripts/list_tests.sh "${kinds[@]}" >build/tests/CTestTestfile.cmake
 # No unit test may open a window on the screen of whoever runs this (the desk has its own).
 export QT_QPA_PLATFORM=offscreen
 status=0
-ctest --test-dir build/tests --parallel $(($(nproc) + 1)) --no-tests=error --output-on-failure \
+# Most tests wait for services most of the time.
+ctest --test-dir build/tests --parallel $((3 * $(nproc))) --no-tests=error --output-on-failure \
   --no-label-summary --output-junit results.xml || status=$?
 if [ -s build/tests/results.xml ]; then
   scripts/check_skipped.py build/tests/results.xml scripts/allowed_skips.txt || status=1

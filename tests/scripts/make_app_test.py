@@ -10,15 +10,15 @@ ID = 'org.tollbeam.Tollbeam'
 # Makes what the build and the installation of the real one make, as far as the script looks at it.
 CMAKE = r'''
 case $1 in
---preset) mkdir -p build/release ;;
+--preset) mkdir -p "build/$2" ;;
 --build)
   [ -z "${COMPILE_ERROR:-}" ] || { echo "compile error" >&2; exit 1; }
-  echo "$VERSION" >build/release/tollbeam ;;
+  echo "$VERSION" >"build/$3/tollbeam" ;;
 --install)
   prefix=${*: -1}
-  [ -f build/release/tollbeam ] || { echo "nothing was built" >&2; exit 1; }
+  [ -f "$2/tollbeam" ] || { echo "nothing was built" >&2; exit 1; }
   mkdir -p "$prefix/bin" "$prefix/resources/sounds/tollbeam"
-  cp build/release/tollbeam "$prefix/bin/tollbeam"
+  cp "$2/tollbeam" "$prefix/bin/tollbeam"
   touch "$prefix/resources/sounds/tollbeam/index.theme" ;;
 esac
 '''
@@ -55,6 +55,12 @@ class MakeApp(TreeTest):
         self.assertEqual(self.program(), '1')
         self.assertEqual(self.everything_at_home(), [])
         self.assertEqual(os.listdir(os.path.join(self.top, 'build')), ['release'])
+
+    def test_makes_the_bundle_of_another_build(self):
+        result = self.make_app('--preset', 'dev')
+        self.assertEqual(result.returncode, 0, result.output)
+        self.assertEqual(self.program(), '1')
+        self.assertEqual(os.listdir(os.path.join(self.top, 'build')), ['dev'])
 
     def test_a_new_bundle_takes_the_place_of_the_old_one(self):
         self.make_app()

@@ -19,7 +19,7 @@ class TestScript(TreeTest):
     def setUp(self):
         super().setUp()
         self.stand_in('cmake', 'echo "$*" >>"$HOME/built"')
-        self.stand_in('./make_app.sh', 'echo bundle >>"$HOME/built"')
+        self.stand_in('./make_app.sh', 'echo "bundle $*" >>"$HOME/built"')
         self.stand_in('tests/other_release', 'echo "other release: $*" >>"$HOME/built"')
         self.stand_in('scripts/list_tests.sh', LIST_TESTS)
 
@@ -39,7 +39,12 @@ class TestScript(TreeTest):
         result = self.run_tests()
         self.assertEqual(result.returncode, 0, result.output)
         self.assertEqual(result.ran, ['desk', 'unit'])
-        self.assertEqual(result.built, ['--build --preset dev', '--preset dev', 'bundle'])
+        self.assertEqual(result.built, ['--build --preset dev', '--preset dev', 'bundle --preset dev'])
+
+    def test_the_desk_alone_or_with_everything_runs_what_is_shipped(self):
+        for words in (['desk'], ['all']):
+            with self.subTest(words):
+                self.assertIn('bundle ', self.run_tests(*words).built)
 
     def test_everything_is_built_and_run_when_asked_for_and_before_a_merge(self):
         for script, words in (('test.sh', ['all']), ('.ci/run', [])):
@@ -47,7 +52,7 @@ class TestScript(TreeTest):
                 result = self.run_tests(*words, script=script)
                 self.assertEqual(result.returncode, 0, result.output)
                 self.assertEqual(result.ran, ['asan', 'desk', 'lint', 'release', 'unit'])
-                for part in ('--preset dev', '--preset asan', 'bundle', 'other release: build'):
+                for part in ('--preset dev', '--preset asan', 'bundle ', 'other release: build'):
                     self.assertIn(part, result.built)
                 os.unlink(os.path.join(self.home, 'ran'))
 
@@ -76,7 +81,7 @@ class TestScript(TreeTest):
         result = self.run_tests('unit', 'desk')
         self.assertEqual(result.returncode, 0, result.output)
         self.assertEqual(result.ran, ['desk', 'unit'])
-        self.assertIn('bundle', result.built)
+        self.assertIn('bundle --preset dev', result.built)
         self.assertNotIn('--preset asan', result.built)
 
     def test_a_kind_that_is_asked_for_twice_runs_once(self):
