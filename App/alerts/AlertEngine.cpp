@@ -45,10 +45,6 @@ std::int64_t wholeNumber(double number) {
   return static_cast<std::int64_t>(number);
 }
 
-std::string atPercent(std::int64_t percent, const char* advice) {
-  return "Battery is at " + std::to_string(percent) + "%. " + advice;
-}
-
 // Reminds that full capacity has fallen below 80 % of design, once; two points of hysteresis
 // re-arm it. Runs at every evaluation, so that a battery that was worn before is never announced.
 std::optional<PendingAlert> healthAlert(const BatteryState& state, const Prefs& prefs,
@@ -67,10 +63,10 @@ std::optional<PendingAlert> healthAlert(const BatteryState& state, const Prefs& 
   }
   if (!prefs.healthEnabled || !canDeliver) return std::nullopt;
   store.set(kHealthAlertSentKey, true);
-  return PendingAlert{AlertKind::health, "Battery health is low",
-                      "Battery health has fallen to " +
-                          std::to_string(wholeNumber(std::round(*percent))) +
-                          "% of its original capacity."};
+  return PendingAlert{AlertKind::health,
+                      "Battery health is low",
+                      {"Battery health has fallen to %1% of its original capacity.",
+                       {std::to_string(wholeNumber(std::round(*percent)))}}};
 }
 
 }  // namespace
@@ -98,6 +94,7 @@ std::vector<PendingAlert> AlertEngine::run(const BatteryState& state, std::optio
   rearmOrPrime(AlertKind::lowPower, holds.lowPower, lowPowerSent);
 
   std::vector<PendingAlert> due;
+  const std::string percent = std::to_string(state.percent);
   if (!prime && canDeliver) {
     const auto mayAlert = [&](AlertKind kind, bool condition) {
       return condition && !suppressed.contains(kind);
@@ -107,23 +104,27 @@ std::vector<PendingAlert> AlertEngine::run(const BatteryState& state, std::optio
         (chargeSent <= 0 || now - chargeLast >= kReminderSpacing)) {
       ++chargeSent;
       chargeLast = now;
-      due.push_back({AlertKind::chargeLimit, "Charge limit reached",
-                     atPercent(state.percent, "Unplug to keep it healthy.")});
+      due.push_back({AlertKind::chargeLimit,
+                     "Charge limit reached",
+                     {"Battery is at %1%. Unplug to keep it healthy.", {percent}}});
     }
     if (mayAlert(AlertKind::low, holds.low) && !std::exchange(lowSent, true)) {
-      due.push_back({AlertKind::low, "Low battery", atPercent(state.percent, "Plug in soon.")});
+      due.push_back(
+          {AlertKind::low, "Low battery", {"Battery is at %1%. Plug in soon.", {percent}}});
     }
     if (mayAlert(AlertKind::lowPower, holds.lowPower) && !std::exchange(lowPowerSent, true)) {
       due.push_back(
-          {AlertKind::lowPower, "Try Low Power Mode",
-           atPercent(state.percent,
-                     "Turn on Low Power Mode (System Settings, Battery) to stretch it.")});
+          {AlertKind::lowPower,
+           "Try Low Power Mode",
+           {"Battery is at %1%. Turn on Low Power Mode (System Settings, Battery) to stretch it.",
+            {percent}}});
     }
     if (mayAlert(AlertKind::tooLong, holds.tooLong) && !std::exchange(longSent, true)) {
       const std::int64_t hours = wholeNumber((now - *since) / 3600);
-      due.push_back({AlertKind::tooLong, "Plugged in for a long time",
-                     "Plugged in for over " + std::to_string(hours) + " h at " +
-                         std::to_string(state.percent) + "%. Unplug it to let the battery rest."});
+      due.push_back({AlertKind::tooLong,
+                     "Plugged in for a long time",
+                     {"Plugged in for over %1 h at %2%. Unplug it to let the battery rest.",
+                      {std::to_string(hours), percent}}});
     }
   }
 

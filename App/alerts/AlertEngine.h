@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <optional>
 #include <set>
-#include <string>
 #include <vector>
 
 #include "battery/BatteryState.h"
@@ -14,14 +13,15 @@
 #include "preferences/Prefs.h"
 #include "values/AlertKind.h"
 #include "values/Date.h"
+#include "values/Message.h"
 
 namespace tollbeam {
 
 /// An alert that is due but not yet posted.
 struct PendingAlert {
   AlertKind kind = AlertKind::chargeLimit;
-  std::string title;
-  std::string body;
+  Message title;
+  Message body;
 
   friend bool operator==(const PendingAlert&, const PendingAlert&) = default;
 };

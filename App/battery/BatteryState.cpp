@@ -36,16 +36,21 @@ std::optional<std::string> BatteryState::shortTime() const {
   return text;
 }
 
-std::string BatteryState::stateText() const {
+Message BatteryState::stateText() const {
+  const auto withTime = [](const std::string& before, std::int64_t minutes,
+                           const std::string& after) {
+    const Message time = formatMinutes(minutes);
+    return Message(before + time.pattern + after, time.arguments);
+  };
   if (!hasBattery) return "No battery found";
   if (isCharged || restsFull(*this)) return "Fully charged";
   if (isCharging) {
     if (!minutesToFull) return "Charging, estimating time to full…";
-    return "Charging, " + formatMinutes(*minutesToFull) + " to full";
+    return withTime("Charging, ", *minutesToFull, " to full");
   }
   if (pluggedIn) return "Plugged in, not charging";
   if (!minutesToEmpty) return "On battery, estimating time left…";
-  return "On battery, " + formatMinutes(*minutesToEmpty) + " left";
+  return withTime("On battery, ", *minutesToEmpty, " left");
 }
 
 std::optional<double> BatteryState::healthPercent() const {

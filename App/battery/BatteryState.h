@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "values/Message.h"
+
 namespace tollbeam {
 
 struct BatteryState {
@@ -35,7 +37,7 @@ struct BatteryState {
   [[nodiscard]] std::optional<std::string> shortTime() const;
 
   /// What the battery is doing, in one line.
-  [[nodiscard]] std::string stateText() const;
+  [[nodiscard]] Message stateText() const;
 
   /// `fullCapacity` in percent of `designCapacity`, above 100 for a battery better than designed;
   /// absent when a capacity is unknown or the design capacity is below 1.

@@ -4,13 +4,11 @@
 
 namespace tollbeam {
 
-std::string formatMinutes(std::int64_t minutes) {
-  if (minutes < 60) return std::to_string(std::max<std::int64_t>(minutes, 1)) + " min";
-  const std::int64_t hours = minutes / 60;
-  const std::int64_t rest = minutes % 60;
-  std::string text = std::to_string(hours) + " h";
-  if (rest != 0) text += " " + std::to_string(rest) + " min";
-  return text;
+Message formatMinutes(std::int64_t minutes) {
+  if (minutes < 60) return {"%1 min", {std::to_string(std::max<std::int64_t>(minutes, 1))}};
+  const std::string hours = std::to_string(minutes / 60);
+  if (minutes % 60 == 0) return {"%1 h", {hours}};
+  return {"%1 h %2 min", {hours, std::to_string(minutes % 60)}};
 }
 
 }  // namespace tollbeam

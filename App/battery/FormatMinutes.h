@@ -2,11 +2,12 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+
+#include "values/Message.h"
 
 namespace tollbeam {
 
 /// Never less than "1 min", so that zero and negative counts read as "nearly there".
-[[nodiscard]] std::string formatMinutes(std::int64_t minutes);
+[[nodiscard]] Message formatMinutes(std::int64_t minutes);
 
 }  // namespace tollbeam

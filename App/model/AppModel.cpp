@@ -145,7 +145,7 @@ void AppModel::exportHistoryCSV() {
         const Ports& ports = self->ports_;
         if (const auto failure =
                 ports.fileManager.write(*path, self->history_.csv(), {.isDocument = true})) {
-          ports.dialogs.showError("The history could not be saved to “" + *path + "”.", *failure);
+          ports.dialogs.showError({"The history could not be saved to “%1”.", {*path}}, *failure);
         }
       });
 }

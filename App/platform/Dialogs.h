@@ -8,14 +8,15 @@
 #include <vector>
 
 #include "platform/SavePanels.h"
+#include "values/Message.h"
 
 namespace tollbeam {
 
 struct AlertDialog {
-  std::string message;
-  std::string informativeText;
+  Message message;
+  Message informativeText;
   /// First the one that goes on, last the one that does not.
-  std::vector<std::string> buttons;
+  std::vector<Message> buttons;
   /// Going on cannot be undone: it is marked, and the keyboard is on the last button.
   bool destructive = false;
 };
@@ -26,8 +27,8 @@ class Dialogs : public SavePanels {
   virtual void runAlert(AlertDialog alert,
                         std::function<void(std::optional<std::size_t> button)> answer) = 0;
 
-  /// Tells of an error, with the system's reason.
-  virtual void showError(const std::string& message, const std::string& reason) = 0;
+  /// Tells of an error, with the system's reason in the user's language.
+  virtual void showError(const Message& message, const std::string& reason) = 0;
 };
 
 }  // namespace tollbeam

@@ -3,7 +3,8 @@
 #pragma once
 
 #include <optional>
-#include <string>
+
+#include "values/Message.h"
 
 namespace tollbeam {
 
@@ -16,9 +17,10 @@ class LoginItem {
   LoginItem& operator=(const LoginItem&) = delete;
   virtual ~LoginItem() = default;
 
-  /// Absent on success; otherwise the reason in the user's language.
-  virtual std::optional<std::string> registerItem() = 0;
-  virtual std::optional<std::string> unregisterItem() = 0;
+  /// Absent on success; otherwise the reason: a message of ours, or the system's in the user's
+  /// language.
+  virtual std::optional<Message> registerItem() = 0;
+  virtual std::optional<Message> unregisterItem() = 0;
 
   /// `requiresApproval`: registered, but switched off by the desktop or its administrator.
   [[nodiscard]] virtual Status status() const = 0;

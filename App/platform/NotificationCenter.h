@@ -9,13 +9,15 @@
 #include <string>
 #include <vector>
 
+#include "values/Message.h"
+
 namespace tollbeam {
 
 enum class AuthorizationStatus { notDetermined, denied, authorized };
 
 struct NotificationAction {
   std::string identifier;
-  std::string title;
+  Message title;
 };
 
 struct NotificationCategory {
@@ -31,8 +33,8 @@ struct NotificationSound {
 };
 
 struct NotificationContent {
-  std::string title;
-  std::string body;
+  Message title;
+  Message body;
   std::string categoryIdentifier;
   /// Absent: silent.
   std::optional<NotificationSound> sound;

@@ -1,7 +1,6 @@
 #include "texts/Translated.h"
 
 #include <QCoreApplication>
-#include <QStringList>
 #include <algorithm>
 #include <iterator>
 
@@ -11,8 +10,7 @@ namespace {
 
 constexpr const char* kContext = "tollbeam::texts";
 
-// Every text that a rule can say, with %1, %2 … for what it quotes and for its numbers, in their
-// order.
+// The patterns of every message, for translators.
 constexpr const char* kTexts[] = {
     // The battery's state, in the popover and in the status item's tooltip.
     QT_TRANSLATE_NOOP("tollbeam::texts", "No battery found"),
@@ -54,7 +52,7 @@ constexpr const char* kTexts[] = {
     QT_TRANSLATE_NOOP("tollbeam::texts", "Battery health is low"),
     QT_TRANSLATE_NOOP("tollbeam::texts",
                       "Battery health has fallen to %1% of its original capacity."),
-    QT_TRANSLATE_NOOP("tollbeam::texts", "Snooze %1 hour"),
+    QT_TRANSLATE_NOOP("tollbeam::texts", "Snooze 1 hour"),
     // The question before the system's own.
     QT_TRANSLATE_NOOP("tollbeam::texts", "Allow notifications?"),
     QT_TRANSLATE_NOOP("tollbeam::texts",
@@ -70,78 +68,17 @@ constexpr const char* kTexts[] = {
                       "desktop can start it from there."),
 };
 
-constexpr std::string_view kOpening = "“";
-constexpr std::string_view kClosing = "”";
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-struct Sentence {
-  std::string pattern;
-  QStringList values;
-};
-
-void addValue(Sentence& sentence, std::string_view value) {
-  sentence.values << QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size()));
-  sentence.pattern += '%' + std::to_string(sentence.values.size());
-}
-
-void addWithoutNumbers(Sentence& sentence, std::string_view text) {
-  for (auto at = text.begin(); at != text.end();) {
-    if (!isDigit(*at)) {
-      sentence.pattern += *at++;
-      continue;
-    }
-    const auto end = std::find_if_not(at, text.end(), isDigit);
-    addValue(sentence, {at, end});
-    at = end;
-  }
-}
-
-// A text quotes once at most, so what stands between the outermost marks is one value: marks and
-// digits inside are its own.
-Sentence withoutValues(std::string_view text) {
-  Sentence result;
-  const auto opening = text.find(kOpening);
-  const auto closing = text.rfind(kClosing);
-  if (opening == text.npos || closing == text.npos || closing < opening) {
-    addWithoutNumbers(result, text);
-    return result;
-  }
-  const auto start = opening + kOpening.size();
-  addWithoutNumbers(result, text.substr(0, start));
-  addValue(result, text.substr(start, closing - start));
-  addWithoutNumbers(result, text.substr(closing));
-  return result;
-}
-
-QString withValues(const QString& pattern, const QStringList& values) {
-  QString result;
-  for (qsizetype at = 0; at < pattern.size(); ++at) {
-    const int place =
-        pattern[at] == u'%' && at + 1 < pattern.size() ? pattern[at + 1].digitValue() : -1;
-    if (place >= 1 && place <= values.size()) {
-      result += values[place - 1];
-      ++at;
-    } else {
-      result += pattern[at];
-    }
-  }
-  return result;
-}
-
 }  // namespace
 
-QString translated(std::string_view text) {
-  const Sentence sentence = withoutValues(text);
-  return withValues(QCoreApplication::translate(kContext, sentence.pattern.c_str()),
-                    sentence.values);
+QString translated(const Message& message) {
+  const QString pattern = QCoreApplication::translate(kContext, message.pattern.c_str());
+  return QString::fromStdString(Message(pattern.toStdString(), message.arguments).text());
 }
 
-std::string translatedUtf8(std::string_view text) { return translated(text).toStdString(); }
+std::string translatedUtf8(const Message& message) { return translated(message).toStdString(); }
 
-bool isTranslatable(std::string_view text) {
-  return std::find(std::begin(kTexts), std::end(kTexts), withoutValues(text).pattern) !=
-         std::end(kTexts);
+bool isTranslatable(const Message& message) {
+  return std::find(std::begin(kTexts), std::end(kTexts), message.pattern) != std::end(kTexts);
 }
 
 }  // namespace tollbeam

@@ -1,21 +1,20 @@
-// The rules' texts in the user's language. The rules produce them in English; views translate them
-// here. Numbers, and what is quoted (a file's path), are taken out before the text is looked up and
-// put back after, so a translator meets each sentence once, whatever its values are.
+// Messages in the user's language.
 #pragma once
 
 #include <QString>
 #include <string>
-#include <string_view>
+
+#include "values/Message.h"
 
 namespace tollbeam {
 
-/// `text` in the language of the installed translators; as it stands when none has it.
-[[nodiscard]] QString translated(std::string_view text);
+/// The message in the language of the installed translators; its English text when none has it.
+[[nodiscard]] QString translated(const Message& message);
 
 /// The same in UTF-8, for the ports.
-[[nodiscard]] std::string translatedUtf8(std::string_view text);
+[[nodiscard]] std::string translatedUtf8(const Message& message);
 
-/// Whether translators are shown this text.
-[[nodiscard]] bool isTranslatable(std::string_view text);
+/// Whether translators are shown the pattern of this message.
+[[nodiscard]] bool isTranslatable(const Message& message);
 
 }  // namespace tollbeam

@@ -74,7 +74,7 @@ TEST_F(NotifierTest, ExplainsBeforeTheDesktopAsks) {
             "Tollbeam uses notifications to remind you to unplug at your chosen charge level, when "
             "the battery is low, and when you have been plugged in too long. macOS will ask for "
             "permission next.");
-  EXPECT_EQ(platform.dialogs.alerts[0].buttons, (std::vector<std::string>{"Continue", "Not Now"}));
+  EXPECT_EQ(platform.dialogs.alerts[0].buttons, (std::vector<Message>{"Continue", "Not Now"}));
   EXPECT_EQ(center.authorizationRequests, 0);
   platform.dialogs.alertAnswers[0](0);
   EXPECT_EQ(center.authorizationRequests, 1);

@@ -85,7 +85,7 @@ class Replay {
   void observe(AppModel& model) {
     QObject::connect(&model, &AppModel::stateChanged, &model, [&] {
       const BatteryState& s = model.state();
-      say("state " + std::to_string(s.percent) + "% " + s.stateText() +
+      say("state " + std::to_string(s.percent) + "% " + s.stateText().text() +
           (s.lowPowerMode ? ", Low Power Mode" : ""));
     });
     QObject::connect(&model, &AppModel::pluggedSinceChanged, &model,
@@ -105,8 +105,8 @@ class Replay {
     }
     for (; posted_ < platform_.notificationCenter.posted.size(); ++posted_) {
       const auto& request = platform_.notificationCenter.posted[posted_];
-      say("alert " + request.identifier + ": " + request.content.title + " | " +
-          request.content.body);
+      say("alert " + request.identifier + ": " + request.content.title.text() + " | " +
+          request.content.body.text());
     }
     for (; removed_ < platform_.notificationCenter.removed.size(); ++removed_) {
       say("withdrawn " + platform_.notificationCenter.removed[removed_]);

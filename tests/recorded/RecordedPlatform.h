@@ -208,7 +208,7 @@ class RecordedDialogs final : public Dialogs {
     savePanels.push_back(std::move(panel));
     savePanelAnswers.push_back(std::move(answer));
   }
-  void showError(const std::string& message, const std::string& reason) override {
+  void showError(const Message& message, const std::string& reason) override {
     errors.emplace_back(message, reason);
   }
 
@@ -216,7 +216,7 @@ class RecordedDialogs final : public Dialogs {
   std::vector<std::function<void(std::optional<std::size_t>)>> alertAnswers;
   std::vector<SavePanel> savePanels;
   std::vector<std::function<void(std::optional<std::string>)>> savePanelAnswers;
-  std::vector<std::pair<std::string, std::string>> errors;
+  std::vector<std::pair<Message, std::string>> errors;
 };
 
 class RecordedSystemSounds final : public SystemSounds {
@@ -230,16 +230,16 @@ class RecordedSystemSounds final : public SystemSounds {
 
 class RecordedLoginItem final : public LoginItem {
  public:
-  std::optional<std::string> registerItem() override { return become(Status::enabled); }
-  std::optional<std::string> unregisterItem() override { return become(Status::notRegistered); }
+  std::optional<Message> registerItem() override { return become(Status::enabled); }
+  std::optional<Message> unregisterItem() override { return become(Status::notRegistered); }
   [[nodiscard]] Status status() const override { return current; }
 
   Status current = Status::notRegistered;
   /// Every change fails with this while it is present.
-  std::optional<std::string> failure;
+  std::optional<Message> failure;
 
  private:
-  std::optional<std::string> become(Status wanted) {
+  std::optional<Message> become(Status wanted) {
     if (!failure) current = wanted;
     return failure;
   }

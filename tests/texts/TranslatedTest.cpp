@@ -42,19 +42,19 @@ TEST_F(Translated, IsTheTextItselfWithoutATranslator) {
   }
 }
 
-TEST_F(Translated, PutsTheNumbersWhereTheLanguageWantsThem) {
+TEST_F(Translated, PutsTheNumbersWhereTheTranslationHasThem) {
   speakAnotherLanguage();
-  EXPECT_EQ(translatedUtf8("3 h 47 min"), "47 Minuten, 3 Stunden");
-  EXPECT_EQ(translatedUtf8("Battery is at 80%. Plug in soon."),
+  EXPECT_EQ(translatedUtf8(formatMinutes(227)), "47 Minuten, 3 Stunden");
+  EXPECT_EQ(translatedUtf8({"Battery is at %1%. Plug in soon.", {"80"}}),
             "<Battery is at 80%. Plug in soon.>");
 }
 
-TEST_F(Translated, TakesWhatIsQuotedAsOneWhateverIsInIt) {
-  constexpr const char* kError =
-      "The history could not be saved to “/media/disk 2/“%1” 40%/h.csv”.";
-  EXPECT_TRUE(isTranslatable(kError));
+TEST_F(Translated, LeavesPercentSignsAndQuotesOfAnArgumentAlone) {
+  const Message error("The history could not be saved to “%1”.", {"/media/disk 2/“%1” 40%/h.csv"});
+  EXPECT_TRUE(isTranslatable(error));
   speakAnotherLanguage();
-  EXPECT_EQ(translatedUtf8(kError), std::string("<") + kError + ">");
+  EXPECT_EQ(translatedUtf8(error),
+            "<The history could not be saved to “/media/disk 2/“%1” 40%/h.csv”.>");
 }
 
 TEST_F(Translated, KnowsEveryStateOfABattery) {

@@ -20,9 +20,11 @@ TEST_F(TranslationsTest, SpeakTheUsersLanguage) {
   QLocale::setDefault(QLocale(QStringLiteral("de_AT")));
   const Translations german(folder);
   EXPECT_EQ(translatedUtf8("Fully charged"), "Vollständig geladen");
-  EXPECT_EQ(translatedUtf8("On battery, 3 h 47 min left"), "Akkubetrieb, noch 3 Std. 47 Min.");
-  EXPECT_EQ(translatedUtf8("The history could not be saved to “/media/disk 2/”my“ 40%1.csv”."),
-            "Der Verlauf konnte nicht unter „/media/disk 2/”my“ 40%1.csv“ gespeichert werden.");
+  EXPECT_EQ(translatedUtf8({"On battery, %1 h %2 min left", {"3", "47"}}),
+            "Akkubetrieb, noch 3 Std. 47 Min.");
+  EXPECT_EQ(
+      translatedUtf8({"The history could not be saved to “%1”.", {"/media/disk 2/”my“ 40%1.csv"}}),
+      "Der Verlauf konnte nicht unter „/media/disk 2/”my“ 40%1.csv“ gespeichert werden.");
 }
 
 TEST_F(TranslationsTest, NeedNoFileForEnglish) {

@@ -471,8 +471,8 @@
         <translation>Der Akku hat nur noch %1 % seiner ursprünglichen Kapazität.</translation>
     </message>
     <message>
-        <source>Snooze %1 hour</source>
-        <translation>%1 Stunde pausieren</translation>
+        <source>Snooze 1 hour</source>
+        <translation>1 Stunde pausieren</translation>
     </message>
     <message>
         <source>Allow notifications?</source>

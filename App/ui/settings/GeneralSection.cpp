@@ -76,7 +76,7 @@ void GeneralSection::readLaunchAtLogin() {
   launchAtLogin_->setOn(loginItem_.status() == LoginItem::Status::enabled);
 }
 
-void GeneralSection::setLoginError(const std::optional<std::string>& reason) {
+void GeneralSection::setLoginError(const std::optional<Message>& reason) {
   loginError_->setText(reason ? tr("Could not change Launch at Login: %1").arg(translated(*reason))
                               : QString());
   errorRow_->setVisible(reason.has_value());

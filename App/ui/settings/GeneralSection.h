@@ -31,7 +31,7 @@ class GeneralSection final : public QObject {
 
  private:
   void addLaunchAtLogin(Form& form, Card& card);
-  void setLoginError(const std::optional<std::string>& reason);
+  void setLoginError(const std::optional<Message>& reason);
 
   AppModel& model_;
   LoginItem& loginItem_;

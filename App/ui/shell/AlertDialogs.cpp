@@ -52,7 +52,7 @@ void AlertDialogs::runSavePanel(SavePanel panel,
   savePanels_.runSavePanel(std::move(panel), std::move(answer));
 }
 
-void AlertDialogs::showError(const std::string& message, const std::string& reason) {
+void AlertDialogs::showError(const Message& message, const std::string& reason) {
   open({.title = translated(message),
         .text = QString::fromStdString(reason),
         .buttons = {QCoreApplication::translate("tollbeam::AlertDialogs", "OK")},

@@ -24,7 +24,7 @@ class AlertDialogs final : public Dialogs {
                 std::function<void(std::optional<std::size_t> button)> answer) override;
   void runSavePanel(SavePanel panel,
                     std::function<void(std::optional<std::string> path)> answer) override;
-  void showError(const std::string& message, const std::string& reason) override;
+  void showError(const Message& message, const std::string& reason) override;
 
  private:
   AlertWindow* open(const AlertWindow::Content& content);

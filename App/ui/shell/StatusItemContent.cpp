@@ -26,10 +26,10 @@ std::string toolTip(const BatteryState& state) {
   const auto health = state.healthPercent();
   const auto label = state.healthLabel();
   if (health && label) {
-    text += "\n" + translatedUtf8("Health: " + formatDecimal(*health, 0) + "% (" + *label + ")");
+    text += "\n" + translatedUtf8({"Health: %1% (" + *label + ")", {formatDecimal(*health, 0)}});
   }
   if (state.cycleCount) {
-    text += "\n" + translatedUtf8("Cycles: " + std::to_string(*state.cycleCount));
+    text += "\n" + translatedUtf8({"Cycles: %1", {std::to_string(*state.cycleCount)}});
   }
   return text;
 }

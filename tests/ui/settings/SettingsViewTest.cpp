@@ -661,7 +661,7 @@ TEST_F(ResetTest, AsksFirst) {
   const AlertDialog& question = platform.dialogs.alerts[0];
   EXPECT_EQ(question.message, "Reset history?");
   EXPECT_EQ(question.informativeText, "This deletes all saved battery samples used for the chart.");
-  EXPECT_EQ(question.buttons, (std::vector<std::string>{"Reset", "Cancel"}));
+  EXPECT_EQ(question.buttons, (std::vector<Message>{"Reset", "Cancel"}));
   EXPECT_TRUE(question.destructive);
   EXPECT_FALSE(isEmpty());
 }

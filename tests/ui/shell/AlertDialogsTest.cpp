@@ -18,7 +18,7 @@ namespace {
 
 class AlertDialogsTest : public testing::Test {
  protected:
-  AlertWindow* ask(std::vector<std::string> buttons = {"Continue", "Not Now"},
+  AlertWindow* ask(std::vector<Message> buttons = {"Continue", "Not Now"},
                    bool destructive = false) {
     dialogs.runAlert({.message = "Allow?",
                       .informativeText = "Because.",
@@ -99,7 +99,7 @@ TEST_F(AlertDialogsTest, WhatCannotBeUndoneIsNotPressedByReturn) {
 }
 
 TEST_F(AlertDialogsTest, EscapeAndCloseAreNoButtonEvenWithOnlyOneOrThree) {
-  for (const auto& buttons : std::vector<std::vector<std::string>>{
+  for (const auto& buttons : std::vector<std::vector<Message>>{
            {"OK"}, {"Continue", "Not Now"}, {"Continue", "Not Now", "Never"}}) {
     for (const bool byKey : {true, false}) {
       answers = 0;

@@ -63,7 +63,7 @@ LoginItem::Status AutostartEntry::status() const {
   return Status::notRegistered;
 }
 
-std::optional<std::string> AutostartEntry::registerItem() {
+std::optional<Message> AutostartEntry::registerItem() {
   if (!folders_.user) return errorText(ENOENT);
   const auto exec = execOf(executable_);
   if (!exec) return kUnusablePath;
@@ -80,7 +80,7 @@ std::optional<std::string> AutostartEntry::registerItem() {
   return files_.write(userFile(), entry.text());
 }
 
-std::optional<std::string> AutostartEntry::unregisterItem() {
+std::optional<Message> AutostartEntry::unregisterItem() {
   if (!folders_.user) return errorText(ENOENT);
   if (!systemEntry()) {
     if (::unlink(userFile().c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) {

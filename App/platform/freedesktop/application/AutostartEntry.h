@@ -30,8 +30,8 @@ class AutostartEntry final : public LoginItem {
 
   /// Refused, and nothing changed, where the program's path cannot be written so that every desktop
   /// starts it.
-  std::optional<std::string> registerItem() override;
-  std::optional<std::string> unregisterItem() override;
+  std::optional<Message> registerItem() override;
+  std::optional<Message> unregisterItem() override;
 
   /// Hidden entries, and those whose program is gone, are not registered; one that is there but
   /// switched off by the desktop (X-GNOME-Autostart-enabled=false) requires approval.

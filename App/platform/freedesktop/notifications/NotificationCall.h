@@ -36,8 +36,8 @@ struct NotificationLook {
 
 /// One request, with its category's actions and the sound that it may make.
 struct Bubble {
-  std::string title;
-  std::string body;
+  Message title;
+  Message body;
   std::vector<NotificationAction> actions;
   /// Absent: silent.
   std::optional<NotificationSound> sound;
