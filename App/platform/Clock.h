@@ -1,22 +1,18 @@
-// What time it is. Only the model asks; rules take the time as an argument.
 #pragma once
 
+#include "platform/Port.h"
 #include "values/Date.h"
 
 namespace tollbeam {
 
-class Clock {
+/// The time. Rules take it as an argument; only the model, the views and the shell ask for it.
+class Clock : public Port {
  public:
-  Clock() = default;
-  Clock(const Clock&) = delete;
-  Clock& operator=(const Clock&) = delete;
-  virtual ~Clock() = default;
-
   /// The wall clock. It jumps when the user or the network sets it.
   [[nodiscard]] virtual Date now() const = 0;
 
-  /// Seconds on a clock that nobody sets and that counts the time asleep, too. Only differences
-  /// have a meaning: the instant from which it counts is arbitrary, and differs between starts.
+  /// Seconds on a clock that nobody sets and that counts the time asleep too. It starts at an
+  /// arbitrary instant, another in each run, so only differences have a meaning.
   [[nodiscard]] virtual double uptime() const = 0;
 };
 

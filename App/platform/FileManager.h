@@ -1,5 +1,3 @@
-// Files, as far as Tollbeam's own data needs them: where they belong, whole reads, and writes that
-// never leave half a file. Paths are UTF-8 (on this system: bytes as the kernel has them).
 #pragma once
 
 #include <array>
@@ -8,12 +6,15 @@
 #include <string>
 #include <string_view>
 
+#include "platform/Port.h"
+
 namespace tollbeam {
 
-/// Distinguishes one state of a file from another: equal when nothing has written, replaced or
-/// altered the file in between. Only to be compared.
+/// One state of a file: equal to another when nothing wrote, replaced or altered the file in
+/// between. The numbers have no other meaning.
 using FileVersion = std::array<std::int64_t, 7>;
 
+/// How `FileManager::write` writes.
 struct WriteOptions {
   /// A new file is the user's alone unless it is a document: then it gets the mode that the user's
   /// umask gives to any. A file that exists keeps its mode.
@@ -23,13 +24,11 @@ struct WriteOptions {
   std::string keepOldWithSuffix = {};
 };
 
-class FileManager {
+/// Files, as far as the program's own data needs them: where they belong, whole reads, and writes
+/// that never leave half a file. Paths are absolute and have the kernel's bytes. Calls return when
+/// the disk has answered.
+class FileManager : public Port {
  public:
-  FileManager() = default;
-  FileManager(const FileManager&) = delete;
-  FileManager& operator=(const FileManager&) = delete;
-  virtual ~FileManager() = default;
-
   /// The folder for application data of this user, without a final slash; absent when the user has
   /// none.
   [[nodiscard]] virtual std::optional<std::string> applicationSupportDirectory() const = 0;
@@ -41,7 +40,7 @@ class FileManager {
   /// The whole file; absent when it does not exist or cannot be read.
   [[nodiscard]] virtual std::optional<std::string> contents(const std::string& path) const = 0;
 
-  /// Absent when there is no such file, as far as can be seen.
+  /// The file's present state; absent when it does not exist or its folder cannot be read.
   [[nodiscard]] virtual std::optional<FileVersion> version(const std::string& path) const = 0;
 
   /// Replaces the file as a whole: the data is on the disk before it takes the name, and a reader

@@ -1,28 +1,30 @@
-// Whether the application starts when the user logs in. The status is read afresh each time,
-// because the desktop's own settings change it too.
 #pragma once
 
 #include <optional>
 
+#include "platform/Port.h"
 #include "values/Message.h"
 
 namespace tollbeam {
 
-class LoginItem {
+/// Whether the program starts when the user logs in. The desktop's own settings change it too.
+class LoginItem : public Port {
  public:
-  enum class Status { notRegistered, enabled, requiresApproval };
+  /// What the desktop does at a login.
+  enum class Status {
+    notRegistered,    ///< nothing: it does not know the program
+    enabled,          ///< it starts the program
+    requiresApproval  ///< nothing: registered, but switched off by the desktop or its administrator
+  };
 
-  LoginItem() = default;
-  LoginItem(const LoginItem&) = delete;
-  LoginItem& operator=(const LoginItem&) = delete;
-  virtual ~LoginItem() = default;
-
-  /// Absent on success; otherwise the reason: a message of ours, or the system's in the user's
-  /// language.
+  /// Has the program started at every login. Absent on success; otherwise the reason: a message of
+  /// the program, or the system's words in the user's language.
   virtual std::optional<Message> registerItem() = 0;
+
+  /// Has it started no more; answers as `registerItem` does.
   virtual std::optional<Message> unregisterItem() = 0;
 
-  /// `requiresApproval`: registered, but switched off by the desktop or its administrator.
+  /// Read afresh at each call.
   [[nodiscard]] virtual Status status() const = 0;
 };
 

@@ -1,6 +1,3 @@
-// The desktop's notifications: one category of alerts with its actions, permission, posting with
-// replacement, and the action that the user chose. Every failure is quiet: what cannot be shown is
-// not shown.
 #pragma once
 
 #include <functional>
@@ -9,95 +6,107 @@
 #include <string>
 #include <vector>
 
+#include "platform/Port.h"
 #include "values/Message.h"
 
 namespace tollbeam {
 
-enum class AuthorizationStatus { notDetermined, denied, authorized };
+/// Whether the user lets the program show notifications.
+enum class AuthorizationStatus {
+  notDetermined,  ///< the user was never asked
+  denied,         ///< the user said no
+  authorized      ///< the user said yes, or the desktop lets every program
+};
 
+/// A button of a notification.
 struct NotificationAction {
-  std::string identifier;
-  Message title;
+  std::string identifier;  ///< what the delegate hears when the user presses it
+  Message title;           ///< what it says
 };
 
+/// A kind of notification, with the buttons of each.
 struct NotificationCategory {
-  std::string identifier;
-  std::vector<NotificationAction> actions;
+  std::string identifier;                   ///< named by the contents of this kind
+  std::vector<NotificationAction> actions;  ///< in their order on the screen
 };
 
+/// The sound of a notification.
 struct NotificationSound {
-  /// Absent: the desktop's own notification sound.
+  /// A name as `SystemSounds` takes it; absent: the desktop's own notification sound.
   std::optional<std::string> name;
 
+  /// Field by field.
   friend bool operator==(const NotificationSound&, const NotificationSound&) = default;
 };
 
+/// What a notification shows.
 struct NotificationContent {
-  Message title;
-  Message body;
-  std::string categoryIdentifier;
-  /// Absent: silent.
-  std::optional<NotificationSound> sound;
+  Message title;                           ///< one line
+  Message body;                            ///< one sentence or two
+  std::string categoryIdentifier;          ///< without such a category it has no buttons
+  std::optional<NotificationSound> sound;  ///< absent: silent
 
+  /// Field by field.
   friend bool operator==(const NotificationContent&, const NotificationContent&) = default;
 };
 
+/// A notification to show.
 struct NotificationRequest {
-  /// A request replaces the one of the same identifier that is still on show.
-  std::string identifier;
-  NotificationContent content;
+  std::string identifier;       ///< it replaces the one on show with the same identifier
+  NotificationContent content;  ///< what to show
 
+  /// Field by field.
   friend bool operator==(const NotificationRequest&, const NotificationRequest&) = default;
 };
 
+/// How to present a request.
 struct PresentationOptions {
-  bool banner = false;
-  bool sound = false;
+  bool banner = false;  ///< on the screen
+  bool sound = false;   ///< with its sound
 
+  /// Field by field.
   friend bool operator==(const PresentationOptions&, const PresentationOptions&) = default;
 };
 
-/// Told of what happens to notifications. Its operations may be called on any thread.
+/// Hears what happens to notifications. Its operations may be called on any thread; each calls its
+/// `completionHandler` once.
 class NotificationCenterDelegate {
  public:
   virtual ~NotificationCenterDelegate() = default;
 
-  /// How to present a request that is about to be shown.
+  /// Called before a request is shown; answers how to present it.
   virtual void willPresentNotification(
       const NotificationRequest& request,
       const std::function<void(PresentationOptions)>& completionHandler) = 0;
 
-  /// The user answered: `actionIdentifier` is one of the category's, or another text for a click
-  /// on the notification itself.
+  /// Called when the user answered: `actionIdentifier` is that of the pressed button, or another
+  /// text for a click on the notification itself.
   virtual void didReceiveNotificationResponse(const std::string& actionIdentifier,
                                               const std::function<void()>& completionHandler) = 0;
 };
 
-class NotificationCenter {
+/// The desktop's notifications. A failure is quiet: what cannot be shown is not shown.
+class NotificationCenter : public Port {
  public:
-  NotificationCenter() = default;
-  NotificationCenter(const NotificationCenter&) = delete;
-  NotificationCenter& operator=(const NotificationCenter&) = delete;
-  virtual ~NotificationCenter() = default;
-
-  /// Weakly held: a delegate that is gone is told nothing.
+  /// Held weakly; one that is gone hears nothing.
   virtual void setDelegate(std::weak_ptr<NotificationCenterDelegate> delegate) = 0;
 
   /// Replaces any earlier set.
   virtual void setNotificationCategories(std::vector<NotificationCategory> categories) = 0;
 
-  /// The completion may come on any thread, never before this returns.
+  /// Answers whether notifications may be shown. The completion may come on any thread, never
+  /// before this returns.
   virtual void getAuthorizationStatus(
       std::function<void(AuthorizationStatus)> completionHandler) = 0;
 
-  /// Asks for permission to show alerts with sound. The completion may come on any thread, never
-  /// before this returns.
+  /// Asks the user for permission to show notifications with sound. The completion may come on any
+  /// thread, never before this returns.
   virtual void requestAuthorization(std::function<void(bool granted)> completionHandler) = 0;
 
-  /// Shows the request at once, replacing the one of the same identifier.
+  /// Shows the request at once, in the place of the one with the same identifier.
   virtual void add(const NotificationRequest& request) = 0;
 
-  /// Takes a shown or still waiting request back; nothing happens when there is none.
+  /// Takes a request back that is on show or still waits; does nothing when there is none.
   virtual void remove(const std::string& identifier) = 0;
 };
 

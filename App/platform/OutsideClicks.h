@@ -1,26 +1,25 @@
-// Clicks anywhere on the screen, for a window that closes when the user clicks elsewhere. Nothing
-// is grabbed: other programs get their clicks, and a screen locker is never locked out.
 #pragma once
 
 #include <functional>
 #include <optional>
 
+#include "platform/Port.h"
 #include "platform/Subscription.h"
 
 namespace tollbeam {
 
-class OutsideClicks {
+/// Clicks anywhere on the screen, for a window that closes when the user clicks elsewhere. Nothing
+/// is grabbed: other programs get their clicks, and a screen locker can always take the pointer.
+class OutsideClicks : public Port {
  public:
-  enum class Button { pressed, released };
+  /// What happened to a button of the pointer.
+  enum class Button {
+    pressed,  ///< it went down
+    released  ///< it came up
+  };
 
-  OutsideClicks() = default;
-  OutsideClicks(const OutsideClicks&) = delete;
-  OutsideClicks& operator=(const OutsideClicks&) = delete;
-  virtual ~OutsideClicks() = default;
-
-  /// Calls back on the main thread at every press and release of a pointer button, wherever it
-  /// happens, until the subscription dies. Absent where the system does not tell; a window then
-  /// has only the loss of its activation to go by.
+  /// Calls `callback` at every press and release, wherever it happens. Absent where the system does
+  /// not report them; a window can then only watch for the loss of its activation.
   virtual std::optional<Subscription> observe(std::function<void(Button)> callback) = 0;
 };
 

@@ -1,24 +1,20 @@
-// The system's Low Power Mode. Main thread only.
 #pragma once
 
 #include <functional>
 
+#include "platform/Port.h"
 #include "platform/Subscription.h"
 
 namespace tollbeam {
 
-class ProcessInfo {
+/// The system's Low Power Mode.
+class ProcessInfo : public Port {
  public:
-  ProcessInfo() = default;
-  ProcessInfo(const ProcessInfo&) = delete;
-  ProcessInfo& operator=(const ProcessInfo&) = delete;
-  virtual ~ProcessInfo() = default;
-
-  /// False where the system has no such mode.
+  /// Whether it is on; false where the system has no such mode.
   [[nodiscard]] virtual bool isLowPowerModeEnabled() const = 0;
 
-  /// Calls `changed` on the main thread when the mode was switched. A switch in a sleep, or in the
-  /// first three seconds after it, is told later than those.
+  /// Calls `changed` after the mode was switched. A switch during a sleep or in the first three
+  /// seconds after it is reported after those three seconds.
   virtual Subscription onPowerStateChange(std::function<void()> changed) = 0;
 };
 

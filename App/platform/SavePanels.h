@@ -1,28 +1,24 @@
-// The desktop's own window in which the user chooses where to save a file.
 #pragma once
 
 #include <functional>
 #include <optional>
 #include <string>
 
+#include "platform/Port.h"
+
 namespace tollbeam {
 
+/// What a save panel offers.
 struct SavePanel {
-  std::string suggestedName;
-  /// Media type and file name extension of the only kind of file that is offered.
-  std::string contentType;
-  std::string extension;
+  std::string suggestedName;  ///< file name, with its extension
+  std::string contentType;    ///< media type of the only kind of file
+  std::string extension;      ///< file name extension of that kind, without the dot
 };
 
-class SavePanels {
+/// The desktop's own window in which the user chooses where to save a file.
+class SavePanels : public Port {
  public:
-  SavePanels() = default;
-  SavePanels(const SavePanels&) = delete;
-  SavePanels& operator=(const SavePanels&) = delete;
-  virtual ~SavePanels() = default;
-
-  /// Answers on the main thread with the chosen path, never before the call returns; absent when
-  /// the user cancelled.
+  /// Opens the panel. Answers with the chosen path; absent when the user cancelled.
   virtual void runSavePanel(SavePanel panel,
                             std::function<void(std::optional<std::string> path)> answer) = 0;
 };

@@ -1,5 +1,3 @@
-// The status item: Tollbeam's only presence while idle. Where the desktop has no place for one, or
-// not yet, the item waits and appears when a place does.
 #pragma once
 
 #include <functional>
@@ -7,53 +5,48 @@
 #include <string>
 #include <vector>
 
+#include "platform/Port.h"
+
 namespace tollbeam {
 
+/// What a status item shows, in the user's language.
 struct StatusItemContent {
-  /// Symbol names, the most preferred first; the first that exists is drawn. With none the item
-  /// stands without a picture.
+  /// The most preferred first; the first that exists is drawn. With none the item has no picture.
   std::vector<std::string> symbolNames;
-  std::string accessibilityDescription;
-  /// Beside the picture; with text a leading space, and empty when there is none.
-  std::string title;
-  /// Lines joined with a line feed.
-  std::string toolTip;
+  std::string accessibilityDescription;  ///< what a screen reader says for the picture
+  std::string title;                     ///< beside the picture, after a leading space; or empty
+  std::string toolTip;                   ///< lines joined with a line feed
 
+  /// Field by field.
   friend bool operator==(const StatusItemContent&, const StatusItemContent&) = default;
 };
 
-/// Where the item was clicked, in physical pixels of the screen, as far as the desktop tells.
+/// Where the item was clicked, in physical pixels of the screen.
 struct ClickPosition {
-  int x = 0;
-  int y = 0;
-  bool known = false;
+  int x = 0;           ///< from the left
+  int y = 0;           ///< from the top
+  bool known = false;  ///< false where the desktop does not say: x and y mean nothing then
 };
 
-class StatusItem {
+/// The program's picture in the panel. Where the desktop has no place for one, or not yet, it waits
+/// and appears when there is a place. It goes when this object is destroyed.
+class StatusItem : public Port {
  public:
-  /// What the user asks of the item; the entries of its menu, where the desktop shows one, too.
+  /// What the user can ask of the item.
   struct Actions {
-    std::function<void(ClickPosition)> activate;
-    std::function<void()> openSettings;
-    std::function<void()> quit;
+    std::function<void(ClickPosition)> activate;  ///< a click, or an entry of the menu
+    std::function<void()> openSettings;           ///< an entry of the menu
+    std::function<void()> quit;                   ///< an entry of the menu
   };
 
-  StatusItem() = default;
-  StatusItem(const StatusItem&) = delete;
-  StatusItem& operator=(const StatusItem&) = delete;
-  virtual ~StatusItem() = default;
-
+  /// Draws the item anew if the content is another.
   virtual void setContent(const StatusItemContent& content) = 0;
 };
 
-class StatusBar {
+/// The part of the desktop's panel that holds status items.
+class StatusBar : public Port {
  public:
-  StatusBar() = default;
-  StatusBar(const StatusBar&) = delete;
-  StatusBar& operator=(const StatusBar&) = delete;
-  virtual ~StatusBar() = default;
-
-  /// Null when this system can never show one.
+  /// A new item; null when this system can never show one.
   [[nodiscard]] virtual std::unique_ptr<StatusItem> createStatusItem(
       StatusItem::Actions actions) = 0;
 };

@@ -1,5 +1,3 @@
-// Callbacks with owners. Whoever subscribes keeps the Subscription; when it dies the callback is
-// never called again, so nobody calls into an object that is gone. Main thread only.
 #pragma once
 
 #include <functional>
@@ -9,23 +7,30 @@
 
 namespace tollbeam {
 
-/// Keeps one callback alive. An empty one (default or moved from) keeps nothing.
+/// Keeps one callback alive: once it is destroyed, the callback is never called again, so that no
+/// call reaches an object that is gone. One that is empty (default or moved from) keeps nothing.
+/// Main thread only.
 class [[nodiscard]] Subscription {
  public:
+  /// An empty one.
   Subscription() = default;
+
+  /// Shares the ownership of what the callback needs.
   explicit Subscription(std::shared_ptr<void> keepsAlive) : keepsAlive_(std::move(keepsAlive)) {}
 
  private:
   std::shared_ptr<void> keepsAlive_;
 };
 
-/// The list that a port keeps of its subscribers, oldest first. It may be destroyed before its
-/// subscriptions and while it notifies; a callback may subscribe and unsubscribe.
+/// The subscribers of a port, oldest first. It may be destroyed before its subscriptions and while
+/// it notifies; a callback may subscribe and unsubscribe. Main thread only.
 template <typename... Args>
 class Observers {
  public:
+  /// What subscribers give.
   using Callback = std::function<void(Args...)>;
 
+  /// Calls `callback` at every notification until the subscription is destroyed.
   Subscription add(Callback callback) {
     auto entry = std::make_shared<Callback>(std::move(callback));
     entries_.remove_if([](const std::weak_ptr<Callback>& e) { return e.expired(); });
@@ -33,6 +38,7 @@ class Observers {
     return Subscription(std::move(entry));
   }
 
+  /// Calls all who are subscribed now.
   void notify(Args... args) const {
     // A copy, because a callback may add to the list or destroy its owner.
     const auto entries = entries_;

@@ -1,6 +1,3 @@
-// The per-user store of settings: a value per key, read with a type. Registered defaults answer
-// reads of keys that the user never set and are never written. Reads convert between kinds, so
-// that a value that another program stored as the wrong kind still means what it says.
 #pragma once
 
 #include <cstdint>
@@ -9,18 +6,17 @@
 #include <string>
 #include <string_view>
 
+#include "platform/Port.h"
 #include "platform/Subscription.h"
 #include "values/Value.h"
 
 namespace tollbeam {
 
-class UserDefaults {
+/// The user's settings: a value per key, read with a type. Reads convert between kinds, so that a
+/// value that another program stored as the wrong kind still means what it says. Registered
+/// defaults answer for keys that the user never set, and are never written.
+class UserDefaults : public Port {
  public:
-  UserDefaults() = default;
-  UserDefaults(const UserDefaults&) = delete;
-  UserDefaults& operator=(const UserDefaults&) = delete;
-  virtual ~UserDefaults() = default;
-
   /// A number is true when not zero; text is true for "yes", "true" and "1" in any case; a list,
   /// a dictionary and an absent key are false.
   [[nodiscard]] bool boolForKey(std::string_view key) const;
@@ -42,7 +38,7 @@ class UserDefaults {
   /// Stores at once. A store that cannot be written keeps the value for this run.
   virtual void set(std::string_view key, Value value) = 0;
 
-  /// Calls `changed` on the main thread after any value changed, here or by another program.
+  /// Calls `changed` after any value has changed, here or by another program.
   virtual Subscription onChange(std::function<void()> changed) = 0;
 
  protected:

@@ -1,24 +1,20 @@
-// The machine's sleep and wake. Where the system tells neither, no callback ever comes.
 #pragma once
 
 #include <functional>
 
+#include "platform/Port.h"
 #include "platform/Subscription.h"
 
 namespace tollbeam {
 
-class Workspace {
+/// The machine's sleep and wake. Where the system reports neither, no callback ever comes.
+class Workspace : public Port {
  public:
-  Workspace() = default;
-  Workspace(const Workspace&) = delete;
-  Workspace& operator=(const Workspace&) = delete;
-  virtual ~Workspace() = default;
-
-  /// Called on the main thread before the machine sleeps; sleep waits (within the system's own
-  /// bound) until the callbacks have returned.
+  /// Calls `callback` before the machine sleeps; within the system's own bound, the sleep waits
+  /// until all callbacks have returned.
   virtual Subscription onWillSleep(std::function<void()> callback) = 0;
 
-  /// Called on the main thread after the machine woke.
+  /// Calls `callback` after the machine woke.
   virtual Subscription onDidWake(std::function<void()> callback) = 0;
 };
 

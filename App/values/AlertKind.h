@@ -1,12 +1,13 @@
-// The five reminders. The raw value is the kind's name and doubles as its notification identifier.
-// Each has its settings, so the kinds stand here, below the rules that decide when one is due.
 #pragma once
 
 #include <array>
+#include <cstdlib>
 #include <string_view>
 
 namespace tollbeam {
 
+/// The five reminders. Each has its settings, so they stand below the rules that decide when one is
+/// due.
 enum class AlertKind {
   chargeLimit,  ///< charge reached the limit while plugged in
   low,          ///< battery low while on battery
@@ -15,10 +16,26 @@ enum class AlertKind {
   lowPower,     ///< suggest Low Power Mode while on battery
 };
 
+/// Every kind once.
 inline constexpr std::array kAllAlertKinds = {AlertKind::chargeLimit, AlertKind::low,
                                               AlertKind::tooLong, AlertKind::health,
                                               AlertKind::lowPower};
 
-[[nodiscard]] std::string_view rawValue(AlertKind kind);
+/// The kind's name, which is also the identifier of its notification.
+[[nodiscard]] constexpr std::string_view rawValue(AlertKind kind) {
+  switch (kind) {
+    case AlertKind::chargeLimit:
+      return "chargeLimit";
+    case AlertKind::low:
+      return "low";
+    case AlertKind::tooLong:
+      return "tooLong";
+    case AlertKind::health:
+      return "health";
+    case AlertKind::lowPower:
+      return "lowPower";
+  }
+  std::abort();
+}
 
 }  // namespace tollbeam

@@ -1,4 +1,3 @@
-// A date on the calendar, without a place or a time.
 #pragma once
 
 #include <chrono>
@@ -6,13 +5,14 @@
 
 namespace tollbeam {
 
+/// A date on the calendar, without a place or a time.
 struct CalendarDay {
-  int year = 1970;
-  int month = 1;  ///< 1 to 12
-  int day = 1;    ///< 1 to 31
+  int year = 1970;  ///< of the Gregorian calendar
+  int month = 1;    ///< 1 to 12
+  int day = 1;      ///< 1 to 31
 
-  /// The page `days` further, or back when negative. Days that a place skipped (Samoa's 30 December
-  /// 2011) count like any other.
+  /// The date `days` later, or earlier when negative. Days that a place skipped (Samoa's
+  /// 30 December 2011) count like any other.
   [[nodiscard]] CalendarDay plusDays(int days) const {
     using namespace std::chrono;
     const year_month_day moved{sys_days{std::chrono::year{year} / month / day} +
@@ -21,6 +21,7 @@ struct CalendarDay {
             static_cast<int>(static_cast<unsigned>(moved.day()))};
   }
 
+  /// The earlier one is less.
   friend auto operator<=>(const CalendarDay&, const CalendarDay&) = default;
 };
 
