@@ -132,7 +132,7 @@ def notelog(desk):
 
 def windows(desk):
     compositor = '--compositor=' + ('on' if desk.options['compositor'] else 'off')
-    command = {'xfwm4': ['xfwm4', compositor], 'openbox': ['openbox']}[desk.options['wm']]
+    command = {'xfwm4': ['xfwm4', compositor, '--vblank=off'], 'openbox': ['openbox']}[desk.options['wm']]
     desk.processes.start('windows', command, desk.gtk_env())
     wait_for(lambda: b'window id' in subprocess.run(['xprop', '-root', '_NET_SUPPORTING_WM_CHECK'], env=desk.env,
                                                     capture_output=True).stdout, command[0])
