@@ -78,7 +78,7 @@ TEST_F(AlertEngineTest, RemindsOnceWithoutRepeat) {
   EXPECT_EQ(run(pluggedInAt(90), 3600), Alerts{});
 }
 
-TEST_F(AlertEngineTest, TurningRepeatOnGoesOnCounting) {
+TEST_F(AlertEngineTest, TurningRepeatOnContinuesTheCount) {
   prefs.repeatReminder = false;
   EXPECT_EQ(run(pluggedInAt(90), 0), chargeLimit(90));
   prefs.repeatReminder = true;
@@ -240,7 +240,7 @@ TEST_F(AlertEngineTest, HealthRearmsWhileNothingMayBeDelivered) {
   EXPECT_FALSE(healthAlertSent());
 }
 
-TEST_F(AlertEngineTest, UnknownCapacitiesSayNothingOfHealth) {
+TEST_F(AlertEngineTest, UnknownCapacitiesRaiseNoHealthAlert) {
   store.set("healthAlertSent", true);
   BatteryState state = onBattery(50);
   EXPECT_EQ(run(state), Alerts{});
@@ -263,7 +263,7 @@ TEST_F(AlertEngineTest, PostsInAFixedOrder) {
   EXPECT_EQ(kinds, (std::vector{AlertKind::low, AlertKind::lowPower, AlertKind::health}));
 }
 
-TEST_F(AlertEngineTest, KnowsWhichEpisodesGoOn) {
+TEST_F(AlertEngineTest, ReportsWhichEpisodesAreOngoing) {
   EXPECT_FALSE(engine.isOngoing(AlertKind::low));
   EXPECT_FALSE(engine.isOngoing(AlertKind::chargeLimit));
   EXPECT_EQ(run(pluggedInAt(90)).size(), 1U);
@@ -277,7 +277,7 @@ TEST_F(AlertEngineTest, KnowsWhichEpisodesGoOn) {
   EXPECT_TRUE(engine.isOngoing(AlertKind::health));
 }
 
-TEST(AlertEngineDeathTest, AnEndlessTimeOnTheChargerIsAFault) {
+TEST(AlertEngineDeathTest, AbortsOnAnInfiniteTimeOnTheCharger) {
   RecordedUserDefaults store;
   Prefs prefs = Prefs::current(store);
   AlertEngine engine;

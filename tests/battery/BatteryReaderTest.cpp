@@ -49,7 +49,7 @@ TEST_F(BatteryReaderTest, TakesTheFirstInternalBatteryOfTheTable) {
   EXPECT_EQ(reader.read().percent, 70);
 }
 
-TEST_F(BatteryReaderTest, SkipsWhatIsNoInternalBattery) {
+TEST_F(BatteryReaderTest, SkipsSourcesThatAreNotInternalBatteries) {
   Dictionary untyped = internalBattery();
   untyped.erase("Type");
   EXPECT_FALSE(readSource(untyped).hasBattery);
@@ -175,7 +175,7 @@ TEST_F(BatteryReaderTest, TakesTheFirstPlausibleFullCapacity) {
   EXPECT_FALSE(none.fullCapacity);
 }
 
-TEST_F(BatteryReaderTest, CountsBothBoundsOfAPlausibleFullCapacity) {
+TEST_F(BatteryReaderTest, AcceptsBothBoundsOfAPlausibleFullCapacity) {
   for (const int capacity : {1500, 6500}) {
     EXPECT_EQ(readProperties({{"DesignCapacity", 5000}, {"MaxCapacity", capacity}}).fullCapacity,
               capacity);

@@ -24,7 +24,7 @@ TEST(BatteryState, StartsEmpty) {
   EXPECT_FALSE(empty.healthLabel());
 }
 
-TEST(BatteryState, TellsAbsentFromZero) {
+TEST(BatteryState, KeepsAbsentApartFromZero) {
   BatteryState known = onBattery(50);
   known.minutesToEmpty = 0;
   EXPECT_NE(known, onBattery(50));
@@ -77,7 +77,7 @@ TEST(BatteryState, ChargingAt100IsStillCharging) {
   EXPECT_EQ(chargingAt(100).symbolNames(), (Names{"battery.100.bolt", "bolt.fill"}));
 }
 
-TEST(BatteryState, TellsTheTimeLeftOnBattery) {
+TEST(BatteryState, ShowsTheTimeLeftOnBattery) {
   BatteryState state = onBattery(40);
   EXPECT_EQ(state.stateText(), "On battery, estimating time left…");
   EXPECT_FALSE(state.shortTime());

@@ -18,7 +18,7 @@ std::vector<ChartPoint> pair(double gap) {
   return chartPoints(std::vector<Sample>{{0, 50, false, false}, {gap, 40, false, false}});
 }
 
-TEST(ChartPoints, NothingMakesNoPoints) { EXPECT_TRUE(chartPoints({}).empty()); }
+TEST(ChartPoints, NoSamplesMakeNoPoints) { EXPECT_TRUE(chartPoints({}).empty()); }
 
 TEST(ChartPoints, KeepIndexTimeAndPercent) {
   EXPECT_EQ(pair(60), (std::vector<ChartPoint>{{0, Date{0}, 50, 0}, {1, Date{60}, 40, 0}}));
@@ -30,7 +30,7 @@ TEST(ChartPoints, FewerThan600SamplesAreKeptWhole) {
   }
 }
 
-TEST(ChartPoints, MoreAreThinnedAndTheNewestIsKept) {
+TEST(ChartPoints, From600SamplesOnTheyAreThinnedAndTheNewestIsKept) {
   const auto points = chartPoints(everyMinute(600));
   ASSERT_EQ(points.size(), 301U);
   EXPECT_EQ(points[1].id, 2);
@@ -55,7 +55,7 @@ TEST(ChartPoints, ALongSilenceBreaksTheLine) {
   EXPECT_EQ(pair(960.001).back().seg, 1);
 }
 
-TEST(ChartPoints, ATurnBackInTimeBreaksNothing) {
+TEST(ChartPoints, AStepBackInTimeDoesNotBreakTheLine) {
   const auto points = chartPoints(std::vector<Sample>{{7200, 80, false, false},
                                                       {0, 79, false, false},
                                                       {60, 78, false, false},

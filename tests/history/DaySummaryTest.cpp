@@ -89,7 +89,7 @@ TEST_F(DaySummaryTest, IntervalsBackInTimeCountForNothing) {
             (DaySummary{Date{kMidnight}, 60, 40, 70, 2}));
 }
 
-TEST_F(DaySummaryTest, CutsChargingMinutesOff) {
+TEST_F(DaySummaryTest, TruncatesChargingMinutes) {
   for (const auto& [seconds, minutes] : {std::pair{119.0, 1}, {120.0, 2}, {59.0, 0}, {60.0, 1}}) {
     EXPECT_EQ(
         only({{kMidnight, 50, true, true}, {kMidnight + seconds, 50, false, true}}).chargingMinutes,
@@ -105,7 +105,7 @@ TEST_F(DaySummaryTest, RoundsTheAverageHalfAwayFromZero) {
             58);
 }
 
-TEST_F(DaySummaryTest, OddPercentsMoveOnlyTheirOwnBound) {
+TEST_F(DaySummaryTest, PercentsOutOfRangeMoveOnlyOneBound) {
   EXPECT_EQ(only({{kMidnight, 104, false, false}}),
             (DaySummary{Date{kMidnight}, 104, 100, 104, 0}));
   EXPECT_EQ(only({{kMidnight, -3, false, false}}), (DaySummary{Date{kMidnight}, 0, -3, 0, 0}));
@@ -143,14 +143,14 @@ TEST_F(DaySummaryTest, SevenDaysAreTodayAndTheSixBefore) {
   EXPECT_EQ(store.dailySummaries(1, now, calendar).size(), 1U);
 }
 
-TEST_F(DaySummaryTest, AbsurdTimesCountForTheDayThatStandsForThem) {
+TEST_F(DaySummaryTest, TimesBeyondTheCalendarCountForItsFallbackDay) {
   constexpr auto kHuge = std::numeric_limits<std::int64_t>::max();
   const std::vector<Sample> samples{{-1e300, 50, true, true}, {1e300, kHuge, true, true}};
   EXPECT_EQ(daySummaries(samples, calendar),
             (std::vector<DaySummary>{{Date{0}, kHuge, 50, kHuge, 0}}));
 }
 
-TEST_F(DaySummaryTest, WhereTheFirstDayIsUnknownOnlyWhatIsFromNowOnCounts) {
+TEST_F(DaySummaryTest, WithoutAFirstDayOnlySamplesFromNowOnCount) {
   RecordedFileManager files;
   const Date now{kMidnight + 9.5 * 3600};
   HistoryStore store(files, now - 3600);

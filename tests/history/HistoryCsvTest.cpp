@@ -25,7 +25,7 @@ TEST(HistoryCsv, WritesALinePerSampleOldestFirst) {
                 "1970-01-01T00:00:00Z,55,false,true\n2025-03-01T14:05:09Z,101,true,false\n");
 }
 
-TEST(HistoryCsv, CutsSecondsOff) {
+TEST(HistoryCsv, TruncatesSeconds) {
   EXPECT_EQ(line(59.999), "1970-01-01T00:00:59Z,55,false,true\n");
   EXPECT_EQ(line(-0.001), "1969-12-31T23:59:59Z,55,false,true\n");
   EXPECT_EQ(line(-60), "1969-12-31T23:59:00Z,55,false,true\n");
@@ -54,7 +54,7 @@ TEST(HistoryCsv, NamesTheSameInstantsAsTheSystem) {
   EXPECT_EQ(csvText(samples), expected);
 }
 
-TEST(HistoryCsv, AMadClockDoesNoHarm) {
+TEST(HistoryCsv, TimesBeyondFourDigitYearsAreClamped) {
   EXPECT_EQ(line(1e300), "9999-12-31T23:59:59Z,55,false,true\n");
   EXPECT_EQ(line(-1e300), "0000-01-01T00:00:00Z,55,false,true\n");
   EXPECT_EQ(line(std::nan("")), "0000-01-01T00:00:00Z,55,false,true\n");

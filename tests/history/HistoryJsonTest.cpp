@@ -111,7 +111,7 @@ TEST(HistoryJson, OneBadSampleMakesTheFileUnreadable) {
   }
 }
 
-TEST(HistoryJson, OnlyAnArrayAloneIsAHistory) {
+TEST(HistoryJson, OnlyASingleArrayIsReadable) {
   for (const std::string text : {"", " ", "{}", "null", "1", "[", "[[]]", "[] []", "[],", "[]x",
                                  "\xEF\xBB\xBF[]", "[\"\xFF\"]"}) {
     EXPECT_FALSE(decodeSamples(text)) << text;

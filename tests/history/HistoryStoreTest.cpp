@@ -111,7 +111,7 @@ TEST_F(HistoryStoreTest, AMonthThatIsTooOldAtLoadIsKept) {
   EXPECT_EQ(kept(), (Kept{{".pruned", month}}));
 }
 
-TEST_F(HistoryStoreTest, TheClocksJumpWhileRunningKeepsTheMonth) {
+TEST_F(HistoryStoreTest, AClockJumpWhileRunningKeepsTheMonth) {
   const std::string month = monthOf(43000);
   load(month).record(onBattery(55), kNow + 5 * 365 * 86400.0, true);
   EXPECT_EQ(store->samples().size(), 1U);
@@ -236,7 +236,7 @@ TEST_F(HistoryStoreTest, TheFirstSampleIsSavedAtOnce) {
   EXPECT_EQ(files.files[kFile], R"([{"t":1700000000,"p":55,"c":false,"a":false}])");
 }
 
-TEST_F(HistoryStoreTest, StoresWhatMovedOrWasForced) {
+TEST_F(HistoryStoreTest, StoresChangedAndForcedSamples) {
   fresh().record(onBattery(55), kNow, false);
   store->record(onBattery(55), kNow + 1, false);
   EXPECT_EQ(store->samples().size(), 1U);
@@ -307,7 +307,7 @@ TEST_F(HistoryStoreTest, AHistoryThatIsAllTooOldIsEmptied) {
   EXPECT_TRUE(store->samples().empty());
 }
 
-TEST_F(HistoryStoreTest, AnswersRangesFromTheirFirstInstantOn) {
+TEST_F(HistoryStoreTest, RangesIncludeTheirFirstInstant) {
   withRun({{30, true}, {20, true}, {10, true}});
   EXPECT_EQ(store->samples(kNow - 20.0).size(), 2U);
   EXPECT_EQ(store->samples(kNow - 19.0).size(), 1U);
@@ -371,7 +371,7 @@ TEST_F(HistoryStoreTest, AClockThatIsSetMovesTheLastSave) {
   EXPECT_EQ(files.writes, writes + 1);
 }
 
-TEST_F(HistoryStoreTest, SamplesUnderAWrongClockFollowItWhenItIsSet) {
+TEST_F(HistoryStoreTest, SamplesOfAWrongClockMoveWhenItIsSet) {
   const double t = kNow.secondsSince1970;
   load(R"([{"t":)" + std::to_string(t - 600) + R"(,"p":50,"c":false,"a":false}])");
   store->record(onBattery(49), Date{100}, true);
@@ -383,7 +383,7 @@ TEST_F(HistoryStoreTest, SamplesUnderAWrongClockFollowItWhenItIsSet) {
   EXPECT_EQ(ages, (std::vector<double>{600, 60, 0, -60}));
 }
 
-TEST(HistoryStoreDeathTest, AUserWithoutAFolderForDataIsImpossible) {
+TEST(HistoryStoreDeathTest, AbortsWithoutAFolderForApplicationData) {
   RecordedFileManager files;
   files.support.reset();
   EXPECT_DEATH(HistoryStore(files, kNow), "");

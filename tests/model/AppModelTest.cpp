@@ -194,7 +194,7 @@ TEST_F(AppModelTest, LaunchAndWakeNeverDeliver) {
   EXPECT_EQ(posted(), Identifiers{}) << "known since the launch";
 }
 
-TEST_F(AppModelTest, AWakeAbsorbsWhatBeganInTheSleep) {
+TEST_F(AppModelTest, AWakeAbsorbsConditionsThatBeganDuringTheSleep) {
   onBattery(50);
   started();
   onBattery(5);
@@ -249,7 +249,7 @@ TEST_F(AppModelTest, TheRefreshAfterTheLastOfTwoWakesLetsTicksThrough) {
   EXPECT_EQ(posted(), Identifiers{});
 }
 
-TEST_F(AppModelTest, ASleepThatNeverCameHoldsTicksForAMinuteOnly) {
+TEST_F(AppModelTest, ACancelledSleepHoldsTicksForOnlyAMinute) {
   onBattery(50);
   started();
   platform.workspace.willSleep.notify();
@@ -260,7 +260,7 @@ TEST_F(AppModelTest, ASleepThatNeverCameHoldsTicksForAMinuteOnly) {
   EXPECT_EQ(posted(), (Identifiers{"low", "lowPower"}));
 }
 
-TEST_F(AppModelTest, WhateverTheTimersPhaseAWakeAnnouncesNothing) {
+TEST_F(AppModelTest, AWakeAnnouncesNothingAtAnyPhaseOfTheTimer) {
   std::mt19937 random(20261121);
   std::uniform_real_distribution<double> seconds(0, 60);
   std::uniform_real_distribution<double> moment(0, 4);
@@ -293,7 +293,7 @@ TEST_F(AppModelTest, WhateverTheTimersPhaseAWakeAnnouncesNothing) {
   EXPECT_EQ(samples(), before + 10) << "ticks go on";
 }
 
-TEST_F(AppModelTest, AWakeWithdrawsWhatEndedInTheSleep) {
+TEST_F(AppModelTest, AWakeWithdrawsAlertsWhoseConditionEndedDuringTheSleep) {
   onBattery(50);
   started();
   onBattery(20);
@@ -425,7 +425,7 @@ TEST_F(AppModelTest, TheSnoozeActionSnoozes) {
   EXPECT_EQ(model->snoozeUntil(), kStart + 3600);
 }
 
-TEST_F(AppModelTest, ASnoozeTakesBackTheAlertsOnShow) {
+TEST_F(AppModelTest, ASnoozeWithdrawsTheShownAlerts) {
   onBattery(50);
   started();
   onBattery(20);
@@ -437,7 +437,7 @@ TEST_F(AppModelTest, ASnoozeTakesBackTheAlertsOnShow) {
   EXPECT_EQ(posted().size(), 2U) << "they were sent";
 }
 
-TEST_F(AppModelTest, AClockThatIsSetMovesThePluggedInTimeAlong) {
+TEST_F(AppModelTest, SettingTheClockMovesThePluggedInTime) {
   platform.clock.set(Date{100});
   pluggedInAt(85);
   started();
@@ -451,7 +451,7 @@ TEST_F(AppModelTest, AClockThatIsSetMovesThePluggedInTimeAlong) {
             "Plugged in for over 8 h at 85%. Unplug it to let the battery rest.");
 }
 
-TEST_F(AppModelTest, AClockThatIsSetBackDoesNotDelayTheReminders) {
+TEST_F(AppModelTest, SettingTheClockBackDoesNotDelayTheReminders) {
   onBattery(50);
   started();
   pluggedInAt(80);
@@ -463,7 +463,7 @@ TEST_F(AppModelTest, AClockThatIsSetBackDoesNotDelayTheReminders) {
   EXPECT_EQ(posted(), Identifiers(2, "chargeLimit"));
 }
 
-TEST_F(AppModelTest, AClockThatIsSetAheadDoesNotHurryTheReminders) {
+TEST_F(AppModelTest, SettingTheClockAheadDoesNotHurryTheReminders) {
   onBattery(50);
   started();
   pluggedInAt(80);
@@ -493,7 +493,7 @@ TEST_F(AppModelTest, AnHourOfSnoozeStaysAnHourWhenTheClockIsSet) {
   }
 }
 
-TEST_F(AppModelTest, ASnoozeOfYesterdayDoesNotMoveWithAClockThatWasWrong) {
+TEST_F(AppModelTest, AnExpiredSnoozeDoesNotMoveWithACorrectedClock) {
   platform.userDefaults.set("snoozeUntil", kStart.secondsSince1970 - 86400);
   platform.clock.set(Date{100});
   onBattery(50);
@@ -506,7 +506,7 @@ TEST_F(AppModelTest, ASnoozeOfYesterdayDoesNotMoveWithAClockThatWasWrong) {
   EXPECT_EQ(posted(), (Identifiers{"low", "lowPower"}));
 }
 
-TEST_F(AppModelTest, APluggedInTimeIsNeverAheadOfTheClockThatWasPutRight) {
+TEST_F(AppModelTest, ThePluggedInTimeIsNeverAheadOfACorrectedClock) {
   platform.fileManager.files[kFile] = R"([{"t":1699999990,"p":80,"c":false,"a":true}])";
   platform.clock.set(Date{100});
   pluggedInAt(50);
@@ -516,7 +516,7 @@ TEST_F(AppModelTest, APluggedInTimeIsNeverAheadOfTheClockThatWasPutRight) {
   EXPECT_EQ(model->pluggedSince(), kStart + 100);
 }
 
-TEST_F(AppModelTest, ASleepIsNoStepOfTheClock) {
+TEST_F(AppModelTest, ASleepIsNotAStepOfTheClock) {
   pluggedInAt(50);
   started();
   fallAsleep(8 * 3600);
@@ -525,7 +525,7 @@ TEST_F(AppModelTest, ASleepIsNoStepOfTheClock) {
   EXPECT_EQ(model->pluggedSince(), kStart);
 }
 
-TEST_F(AppModelTest, AClockThatIsSetBackDoesNotBringBackASnoozeThatIsOver) {
+TEST_F(AppModelTest, SettingTheClockBackDoesNotReviveAnExpiredSnooze) {
   onBattery(50);
   started();
   model->snooze();
@@ -536,7 +536,7 @@ TEST_F(AppModelTest, AClockThatIsSetBackDoesNotBringBackASnoozeThatIsOver) {
   EXPECT_EQ(posted(), (Identifiers{"low", "lowPower"}));
 }
 
-TEST_F(AppModelTest, AClockThatIsSetBackAtTheEndOfASnoozeDoesNotProlongIt) {
+TEST_F(AppModelTest, SettingTheClockBackAtTheEndOfASnoozeDoesNotProlongIt) {
   onBattery(50);
   started();
   platform.mainQueue.advance(30);
@@ -549,7 +549,7 @@ TEST_F(AppModelTest, AClockThatIsSetBackAtTheEndOfASnoozeDoesNotProlongIt) {
   EXPECT_FALSE(model->snoozeUntil());
 }
 
-TEST_F(AppModelTest, ASnoozeFromBeforeAStartWithAWrongClockGoesOnWhenTheClockIsPutRight) {
+TEST_F(AppModelTest, AnEarlierSnoozeSurvivesALaunchWithAWrongClock) {
   platform.userDefaults.set("snoozeUntil", kStart.secondsSince1970 + 1800);
   platform.clock.set(kStart + 1e8);
   onBattery(50);
@@ -561,7 +561,7 @@ TEST_F(AppModelTest, ASnoozeFromBeforeAStartWithAWrongClockGoesOnWhenTheClockIsP
   EXPECT_EQ(model->snoozeUntil(), kStart + 1800);
 }
 
-TEST_F(AppModelTest, AClockThatIsSetBackDoesNotPutTheNextSaveOff) {
+TEST_F(AppModelTest, SettingTheClockBackDoesNotDelayTheNextSave) {
   onBattery(50);
   started();
   platform.clock.step(-7200);
@@ -653,7 +653,7 @@ TEST_F(AppModelTest, PublishesOnlyRealChanges) {
   EXPECT_EQ(order, (Identifiers{"pluggedSince", "state", "historyVersion"}));
 }
 
-TEST_F(AppModelTest, TellsOfAStateBeforeItIsRecordedAndOfTheHistoryAfterwards) {
+TEST_F(AppModelTest, PublishesTheStateBeforeTheHistory) {
   onBattery(50);
   started();
   std::size_t whenStateChanged = 0;

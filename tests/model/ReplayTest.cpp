@@ -130,7 +130,7 @@ class Replay {
   int writes_ = 0;
 };
 
-TEST(Replay, RecordedDaysTurnIntoTheirExactOutcome) {
+TEST(Replay, RecordedDaysHaveTheirGoldenOutcome) {
   int traces = 0;
   for (const auto& entry : fs::directory_iterator(fs::path(TOLLBEAM_TEST_DATA) / "replay")) {
     if (entry.path().extension() != ".trace") continue;
@@ -150,7 +150,7 @@ TEST(Replay, RecordedDaysTurnIntoTheirExactOutcome) {
   EXPECT_GT(traces, 0);
 }
 
-TEST(Trace, ADamagedTraceIsNoTrace) {
+TEST(Trace, RejectsADamagedTrace) {
   EXPECT_TRUE(readTrace("{\"t\":1}\n\n{\"t\":1,\"do\":\"event\"}\n"));
   for (const char* text : {"{", "[]", "{\"table\":[]}", "{\"t\":2}\n{\"t\":1}", "{\"t\":1,\"x\":1}",
                            "{\"t\":1,\"table\":{}}", "{\"t\":1,\"smartBattery\":[]}",

@@ -16,7 +16,7 @@ class UserDefaultsTest : public testing::Test {
   RecordedUserDefaults store;
 };
 
-TEST_F(UserDefaultsTest, AnswersAbsentKeysWithFalseZeroAndNone) {
+TEST_F(UserDefaultsTest, ReadsAbsentKeysAsFalseZeroAndAbsent) {
   EXPECT_FALSE(store.boolForKey("k"));
   EXPECT_EQ(store.integerForKey("k"), 0);
   EXPECT_EQ(store.doubleForKey("k"), 0);
@@ -60,7 +60,7 @@ TEST_F(UserDefaultsTest, ReadsFlagsAsOneAndZero) {
   EXPECT_EQ(store.integerForKey("k"), 0);
 }
 
-TEST_F(UserDefaultsTest, CutsFractionsOff) {
+TEST_F(UserDefaultsTest, TruncatesFractions) {
   hold(79.9);
   EXPECT_EQ(store.integerForKey("k"), 79);
   EXPECT_EQ(store.doubleForKey("k"), 79.9);
@@ -68,7 +68,7 @@ TEST_F(UserDefaultsTest, CutsFractionsOff) {
   EXPECT_EQ(store.integerForKey("k"), -79);
 }
 
-TEST_F(UserDefaultsTest, HoldsNumbersToTheSixtyFourBitRange) {
+TEST_F(UserDefaultsTest, ClampsNumbersToTheSixtyFourBitRange) {
   hold(1e30);
   EXPECT_EQ(store.integerForKey("k"), std::numeric_limits<std::int64_t>::max());
   hold(-1e30);

@@ -40,7 +40,7 @@ TEST_F(MinutesBindingTest, StoresTheHourAndTheMinuteOfAChoice) {
   EXPECT_EQ(store.integerForKey("quietStart"), 1439);
 }
 
-TEST_F(MinutesBindingTest, ShowsTheTimeThatItIsForWhatIsNoTimeOfDay) {
+TEST_F(MinutesBindingTest, ShowsTheCurrentTimeForAnInvalidTimeOfDay) {
   for (const std::int64_t minutes :
        {std::int64_t{1440}, std::int64_t{-1}, std::int64_t{-59}, std::int64_t{-60},
         std::int64_t{-1439}, std::int64_t{60} * 4294967296, std::int64_t{-60} * 4294967296,
@@ -76,14 +76,14 @@ class NoCalendar final : public Calendar {
   }
 };
 
-TEST_F(MinutesBindingTest, StoresTheChoiceItselfOnADayThatTheCalendarCannotPlace) {
+TEST_F(MinutesBindingTest, StoresTheChoiceOnADayBeyondTheCalendar) {
   const NoCalendar none;
   MinutesBinding lost{store, "quietStart", none, clock};
   lost.setTime({7, 30});
   EXPECT_EQ(store.integerForKey("quietStart"), 450);
 }
 
-TEST_F(MinutesBindingTest, WhatWasChosenIsShown) {
+TEST_F(MinutesBindingTest, ShowsTheStoredChoice) {
   for (std::int64_t minutes = 0; minutes < 24 * 60; ++minutes) {
     const TimeOfDay time = shown(minutes);
     binding.setTime(time);

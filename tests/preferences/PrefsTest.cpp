@@ -27,7 +27,7 @@ class PrefsTest : public testing::Test {
   RecordedCalendar calendar;
 };
 
-TEST_F(PrefsTest, AKindWithoutASoundHasTheDefaultOne) {
+TEST_F(PrefsTest, UsesTheDefaultSoundForAKindWithoutOne) {
   store.set("lowSound", "Basso");
   Prefs prefs = Prefs::current(store);
   EXPECT_EQ(prefs.sound(AlertKind::low), "Basso");
@@ -101,14 +101,14 @@ TEST_F(PrefsTest, EveryKeyIsReadIntoItsOwnMember) {
   }
 }
 
-TEST_F(PrefsTest, TakesNumbersAsTheyAre) {
+TEST_F(PrefsTest, ReadsNumbersWithoutClamping) {
   store.set("limit", -7);
   store.set("longHours", 1000000);
   EXPECT_EQ(Prefs::current(store).limit, -7);
   EXPECT_EQ(Prefs::current(store).longHours, 1000000);
 }
 
-TEST_F(PrefsTest, ASoundThatIsNoTextIsTheDefault) {
+TEST_F(PrefsTest, UsesTheDefaultSoundWhenTheStoredOneIsNoText) {
   store.set("lowSound", 5);
   store.set("limitSound", "Glass");
   const Prefs prefs = Prefs::current(store);
@@ -151,7 +151,7 @@ TEST_F(PrefsTest, QuietHoursAreLocalTime) {
   EXPECT_FALSE(prefs.inQuietHours(at(3, 29), calendar));
 }
 
-TEST_F(PrefsTest, ASnoozeDeadlineIsOverAtItsOwnSecond) {
+TEST_F(PrefsTest, ASnoozeEndsAtItsDeadline) {
   Prefs::setSnoozeUntil(store, Date{1000.5});
   EXPECT_EQ(Prefs::snoozeUntil(store, Date{1000.25}), Date{1000.5});
   EXPECT_FALSE(Prefs::snoozeUntil(store, Date{1000.5}));

@@ -1,5 +1,5 @@
 // A clock that stands still until a test lets time pass, and a main queue whose timers follow it.
-// `advance` runs what falls due, in order, at exactly the time it was due.
+// `advance` runs the timers that fall due, in order, each at exactly its time.
 #pragma once
 
 #include <deque>
@@ -18,19 +18,19 @@ class ManualClock final : public Clock {
 
   [[nodiscard]] Date now() const override { return now_; }
   [[nodiscard]] double uptime() const override { return now_.secondsSince1970 - stepped_; }
-  /// What timers count: `uptime` without the time asleep.
+  /// The seconds that timers count: `uptime` without the time asleep.
   [[nodiscard]] double awake() const { return uptime() - slept_; }
 
   /// Time passes until `now`.
   void set(Date now) { now_ = now; }
-  /// The same, up to an `awake` of so much.
+  /// Time passes until `awake` is this value.
   void setAwake(double awake) { now_ = Date{awake + slept_ + stepped_}; }
-  /// The machine sleeps for so long.
+  /// The machine sleeps for `seconds`.
   void sleep(double seconds) {
     now_ = now_ + seconds;
     slept_ += seconds;
   }
-  /// Somebody sets the wall clock; no time passes.
+  /// The wall clock is set by `seconds`; no time passes.
   void step(double seconds) {
     now_ = now_ + seconds;
     stepped_ += seconds;
@@ -51,14 +51,14 @@ class ManualQueue final : public MainQueue {
   void after(double seconds, std::function<void()> work) override;
   Subscription every(double seconds, double tolerance, std::function<void()> work) override;
 
-  /// Runs what waits, and what that adds, without letting time pass.
+  /// Runs the queued work, and what that queues, without letting time pass.
   void drain();
 
   /// Lets time pass until `instant`; the clock stands at `instant` afterwards.
   void advanceTo(Date instant);
   void advance(double seconds) { advanceTo(clock_.now() + seconds); }
 
-  /// What `isCurrent` answers; a test of the rule about threads turns it off.
+  /// The answer of `isCurrent`; a test of the rule about threads turns it off.
   bool onMainThread = true;
 
  private:

@@ -1,5 +1,5 @@
 // Every port answered from recorded data: descriptions that were set, files in memory, dialogs with
-// prepared answers. What the program does to the outside is kept in public fields, to be read.
+// prepared answers. Public fields record what the program did.
 #pragma once
 
 #include <map>
@@ -109,7 +109,7 @@ class RecordedUserDefaults final : public UserDefaults {
   }
 };
 
-/// Completions come from the main queue, as those of a desktop's do.
+/// Completions come from the main queue, as a desktop's do.
 class RecordedNotificationCenter final : public NotificationCenter {
  public:
   explicit RecordedNotificationCenter(MainQueue& queue) : queue_(queue) {}
@@ -172,11 +172,11 @@ class RecordedFileManager final : public FileManager {
   std::optional<std::string> support = "/support";
   std::vector<std::string> created;
   std::map<std::string, std::string> files;
-  /// Files that are there and cannot be read.
+  /// Files that exist and cannot be read.
   std::set<std::string> unreadable;
   /// How often a file's attributes were changed.
   std::map<std::string, int> touched;
-  /// What was written as a document.
+  /// Files that were written as documents.
   std::set<std::string> documents;
   /// Every write fails with this while it is present.
   std::optional<std::string> failure;
@@ -245,7 +245,7 @@ class RecordedLoginItem final : public LoginItem {
   }
 };
 
-/// All of them, with the clock at `now`.
+/// All ports, with the clock at `now`.
 struct RecordedPlatform {
   explicit RecordedPlatform(Date now) : clock(now) {}
 

@@ -1,11 +1,11 @@
-// A recorded stretch of a laptop's life: what the power sources said at which time, and what the
-// user and the machine did. Text, one JSON object per line in the order of time:
+// A recording of a laptop: what the power sources reported at which time, and what the user and the
+// machine did. Text, one JSON object per line in the order of time:
 //
 //   {"t": 1763712000, "table": [{"Type": "InternalBattery", …}], "smartBattery": {…},
 //    "lowPowerMode": false, "set": {"limit": 75}, "do": "event"}
 //
-// Only "t" (seconds since 1970) is needed. "table" and "smartBattery" replace what was known, null
-// makes them absent; "set" stores preferences; "do" is one of "event" (the power sources call
+// Only "t" (seconds since 1970) is needed. "table" and "smartBattery" replace the earlier ones,
+// null makes them absent; "set" stores preferences; "do" is one of "event" (the power sources call
 // back), "powerState" (Low Power Mode was switched), "willSleep", "didWake", "snooze" (a tap on the
 // notification's button), "openPopover" or "quit".
 #pragma once
@@ -22,7 +22,7 @@ namespace tollbeam {
 
 struct TraceStep {
   Date at;
-  /// Present when the line says something of it; absent inside: unreadable from now on.
+  /// Present when the line has the key; an absent value inside: unreadable from now on.
   std::optional<std::optional<List>> table;
   std::optional<std::optional<Dictionary>> smartBattery;
   std::optional<bool> lowPowerMode;

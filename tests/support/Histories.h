@@ -1,4 +1,4 @@
-// Histories for stories and pictures: corners of a line, joined by samples.
+// Histories for tests and pictures: the corners of a line, joined by samples.
 #pragma once
 
 #include <cmath>

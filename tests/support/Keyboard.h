@@ -1,4 +1,4 @@
-// What a user expects of the keyboard on every button.
+// The keys that press every button.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Snapshots for stories: a test's body shows only what matters.
+// Snapshots of a battery, so that a test's body shows only what matters.
 #pragma once
 
 #include "battery/BatteryState.h"

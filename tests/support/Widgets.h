@@ -1,5 +1,5 @@
-// What tests of windows need: finding a control by the name that a screen reader says, and working
-// it as a user does.
+// Helpers for tests of windows: they find a control by its name for screen readers and operate it
+// as a user does.
 #pragma once
 
 #include <QAccessible>
@@ -25,19 +25,19 @@ Control* control(const QWidget& window, const char* name, const char* descriptio
   return nullptr;
 }
 
-/// Shows it and waits until it has the keyboard.
+/// Shows the window and waits until it has the keyboard.
 inline void showActive(QWidget& window) {
   window.show();
   window.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window, kPatience));
 }
 
-/// Turns the wheel over the middle of it; one notch is 120, up is positive.
+/// Turns the wheel over the middle of the widget; one notch is 120, up is positive.
 inline void turnWheel(QWidget& widget, int delta) {
   const QPointF at = widget.rect().center();
   QWheelEvent event(at, widget.mapToGlobal(at), {}, {0, delta}, Qt::NoButton, Qt::NoModifier,
                     Qt::NoScrollPhase, false);
-  // As if it came from the display: only then is it passed on where it is not wanted.
+  // As if it came from the display: only such an event goes on to the parent when it is ignored.
   QSpontaneKeyEvent::setSpontaneous(&event);
   qApp->notify(&widget, &event);
 }
@@ -46,7 +46,7 @@ inline QAccessibleInterface* spoken(QObject* object) {
   return QAccessible::queryAccessibleInterface(object);
 }
 
-/// Those of this kind that are on the screen.
+/// The windows of this class that are on the screen.
 template <typename Window>
 std::vector<Window*> visibleWindows() {
   std::vector<Window*> windows;

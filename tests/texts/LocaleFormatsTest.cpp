@@ -18,7 +18,7 @@ std::string plain(QString text) {
 std::string hour(int hour, const char* name) { return plain(hourText({hour, 0}, locale(name))); }
 std::string day(const char* name) { return plain(weekdayAndDayText(kMonday, locale(name))); }
 
-TEST(LocaleFormats, SayAFullHourShort) {
+TEST(LocaleFormats, WriteAFullHourShort) {
   EXPECT_EQ(hour(18, "en_GB"), "18:00");
   EXPECT_EQ(hour(0, "en_GB"), "00:00");
   EXPECT_EQ(hour(18, "en_US"), "6 PM");
@@ -40,7 +40,7 @@ TEST(LocaleFormats, HaveNoSeconds) {
   EXPECT_EQ(hourText({6, 0}, QLocale::c()).toStdString(), "06:00");
 }
 
-TEST(LocaleFormats, LeaveNoFormatLetterStanding) {
+TEST(LocaleFormats, LeaveNoFormatLetterUnfilled) {
   for (const QLocale& locale :
        QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {
     const QString text = timeText({14, 20}, locale);

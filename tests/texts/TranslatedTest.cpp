@@ -34,7 +34,7 @@ class Translated : public testing::Test {
   Reversing translator;
 };
 
-TEST_F(Translated, IsTheTextItselfWithoutATranslator) {
+TEST_F(Translated, IsTheEnglishTextWithoutATranslator) {
   for (const char* text :
        {"On battery, 3 h 47 min left", "Battery is at 80%. Plug in soon.", "100% of 5%1",
         "Charging, estimating time to full…", "", "7", "Not “7”", "”“ 7", "“”", "“a” 1 “b”"}) {
@@ -57,7 +57,7 @@ TEST_F(Translated, LeavesPercentSignsAndQuotesOfAnArgumentAlone) {
             "<The history could not be saved to “/media/disk 2/“%1” 40%/h.csv”.>");
 }
 
-TEST_F(Translated, KnowsEveryStateOfABattery) {
+TEST_F(Translated, EveryStateOfABatteryIsTranslatable) {
   for (const bool hasBattery : {true, false}) {
     for (const bool charging : {true, false}) {
       for (const bool plugged : {true, false}) {
@@ -80,7 +80,7 @@ TEST_F(Translated, KnowsEveryStateOfABattery) {
   }
 }
 
-TEST_F(Translated, KnowsEveryDurationAndHealth) {
+TEST_F(Translated, EveryDurationAndHealthIsTranslatable) {
   for (int minutes = 0; minutes < 3000; ++minutes) {
     EXPECT_TRUE(isTranslatable(formatMinutes(minutes))) << minutes;
   }
@@ -92,7 +92,7 @@ TEST_F(Translated, KnowsEveryDurationAndHealth) {
   }
 }
 
-TEST_F(Translated, KnowsEveryAlert) {
+TEST_F(Translated, EveryAlertIsTranslatable) {
   RecordedPlatform platform{Date{1'700'000'000}};
   platform.userDefaults.registerDefaults(Prefs::defaults());
   const Prefs prefs = Prefs::current(platform.userDefaults);

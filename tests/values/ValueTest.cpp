@@ -19,7 +19,7 @@ TEST(Value, KeepsFlagsNumbersAndTextApart) {
   EXPECT_EQ(*Value("AC Power").text(), "AC Power");
 }
 
-TEST(Value, TakesNoPointerForAFlagAndNoCharacterForANumber) {
+TEST(Value, RejectsPointersAsFlagsAndCharactersAsNumbers) {
   static_assert(!std::is_constructible_v<Value, const int*>);
   static_assert(!std::is_constructible_v<Value, const Value*>);
   static_assert(!std::is_constructible_v<Value, std::nullptr_t>);
@@ -29,20 +29,20 @@ TEST(Value, TakesNoPointerForAFlagAndNoCharacterForANumber) {
   static_assert(std::is_convertible_v<double, Value> && std::is_convertible_v<const char*, Value>);
 }
 
-TEST(Value, CutsFractionsOffTowardsZero) {
+TEST(Value, TruncatesFractionsTowardsZero) {
   EXPECT_EQ(Value(2.9).integer(), 2);
   EXPECT_EQ(Value(-2.9).integer(), -2);
   EXPECT_EQ(Value(-0.5).integer(), 0);
 }
 
-TEST(Value, ReadsIntegersFrom2To63OnAsTheSignedIntegerOfTheSameBits) {
+TEST(Value, ReadsIntegersFrom2To63UpAsSignedIntegersOfTheSameBits) {
   EXPECT_EQ(Value(std::uint64_t{18446744073709550366U}).integer(), -1250);
   EXPECT_EQ(Value(std::uint64_t{1} << 63).integer(), std::numeric_limits<std::int64_t>::min());
   EXPECT_EQ(Value(9223372036854775808.0).integer(), std::numeric_limits<std::int64_t>::min());
   EXPECT_EQ(Value(std::uint64_t{1} << 63).number(), 9223372036854775808.0);
 }
 
-TEST(Value, HasNoIntegerForWhatNoSixtyFourBitsHold) {
+TEST(Value, HasNoIntegerBeyondSixtyFourBits) {
   EXPECT_FALSE(Value(1e30).integer());
   EXPECT_FALSE(Value(-1e30).integer());
   EXPECT_FALSE(Value(std::nan("")).integer());
