@@ -5,8 +5,6 @@
 #include <string>
 #include <utility>
 
-#include "preferences/PrefsKeys.h"
-
 namespace tollbeam {
 
 namespace {
@@ -17,26 +15,6 @@ constexpr int kMostReminders = 4;
 constexpr double kReminderSpacing = 290;
 constexpr double kWornBelow = 80;
 constexpr double kHealthyAgainFrom = 82;
-
-struct Conditions {
-  bool chargeLimit;
-  bool low;
-  bool tooLong;
-  bool lowPower;
-};
-
-Conditions conditions(const BatteryState& s, std::optional<Date> since, Date now, const Prefs& p) {
-  // On external power means plugged in, charging or not: a firmware hold is no reason to remind
-  // of a low battery.
-  const bool atLimit = s.pluggedIn && s.percent >= p.limit;
-  return {
-      .chargeLimit = p.limitEnabled && atLimit,
-      .low = p.lowEnabled && !s.pluggedIn && s.percent <= p.low,
-      .tooLong = p.longEnabled && atLimit && since &&
-                 now - *since > static_cast<double>(p.longHours) * 3600,
-      .lowPower = p.lowPowerEnabled && !s.pluggedIn && s.percent < p.lowPowerAt && !s.lowPowerMode,
-  };
-}
 
 // Stops the process for a number that is no integer: a fault of ours, as all inputs are finite.
 std::int64_t wholeNumber(double number) {
@@ -79,55 +57,52 @@ std::vector<PendingAlert> AlertEngine::run(const BatteryState& state, std::optio
     return {};
   }
 
-  const Conditions holds = conditions(state, since, now, prefs);
-  const auto rearmOrPrime = [&](AlertKind kind, bool condition, auto& memory) {
-    if (!condition) {
+  // Re-arms a kind whose condition is over; `sent` is its memory of the episode.
+  const auto mayAlert = [&](AlertKind kind, bool holds, auto& sent) {
+    if (!holds) {
       suppressed.erase(kind);
-      memory = {};
+      sent = {};
     } else if (prime) {
       suppressed.insert(kind);
     }
+    return holds && !prime && canDeliver && !suppressed.contains(kind);
   };
-  rearmOrPrime(AlertKind::chargeLimit, holds.chargeLimit, chargeSent);
-  rearmOrPrime(AlertKind::low, holds.low, lowSent);
-  rearmOrPrime(AlertKind::tooLong, holds.tooLong, longSent);
-  rearmOrPrime(AlertKind::lowPower, holds.lowPower, lowPowerSent);
-
-  std::vector<PendingAlert> due;
+  // On external power means plugged in, charging or not: a firmware hold is no reason to remind
+  // of a low battery.
+  const bool atLimit = state.pluggedIn && state.percent >= prefs.limit;
   const std::string percent = std::to_string(state.percent);
-  if (!prime && canDeliver) {
-    const auto mayAlert = [&](AlertKind kind, bool condition) {
-      return condition && !suppressed.contains(kind);
-    };
-    if (mayAlert(AlertKind::chargeLimit, holds.chargeLimit) &&
-        chargeSent < (prefs.repeatReminder ? kMostReminders : 1) &&
-        (chargeSent <= 0 || now - chargeLast >= kReminderSpacing)) {
-      ++chargeSent;
-      chargeLast = now;
-      due.push_back({AlertKind::chargeLimit,
-                     "Charge limit reached",
-                     {"Battery is at %1%. Unplug to keep it healthy.", {percent}}});
-    }
-    if (mayAlert(AlertKind::low, holds.low) && !std::exchange(lowSent, true)) {
-      due.push_back(
-          {AlertKind::low, "Low battery", {"Battery is at %1%. Plug in soon.", {percent}}});
-    }
-    if (mayAlert(AlertKind::lowPower, holds.lowPower) && !std::exchange(lowPowerSent, true)) {
-      due.push_back(
-          {AlertKind::lowPower,
-           "Try Low Power Mode",
-           {"Battery is at %1%. Turn on Low Power Mode (System Settings, Battery) to stretch it.",
-            {percent}}});
-    }
-    if (mayAlert(AlertKind::tooLong, holds.tooLong) && !std::exchange(longSent, true)) {
-      const std::int64_t hours = wholeNumber((now - *since) / 3600);
-      due.push_back({AlertKind::tooLong,
-                     "Plugged in for a long time",
-                     {"Plugged in for over %1 h at %2%. Unplug it to let the battery rest.",
-                      {std::to_string(hours), percent}}});
-    }
-  }
+  std::vector<PendingAlert> due;
 
+  if (mayAlert(AlertKind::chargeLimit, prefs.limitEnabled && atLimit, chargeSent) &&
+      chargeSent < (prefs.repeatReminder ? kMostReminders : 1) &&
+      (chargeSent <= 0 || now - chargeLast >= kReminderSpacing)) {
+    ++chargeSent;
+    chargeLast = now;
+    due.push_back({AlertKind::chargeLimit,
+                   "Charge limit reached",
+                   {"Battery is at %1%. Unplug to keep it healthy.", {percent}}});
+  }
+  const bool low = prefs.lowEnabled && !state.pluggedIn && state.percent <= prefs.low;
+  if (mayAlert(AlertKind::low, low, lowSent) && !std::exchange(lowSent, true)) {
+    due.push_back({AlertKind::low, "Low battery", {"Battery is at %1%. Plug in soon.", {percent}}});
+  }
+  const bool lowPower = prefs.lowPowerEnabled && !state.pluggedIn &&
+                        state.percent < prefs.lowPowerAt && !state.lowPowerMode;
+  if (mayAlert(AlertKind::lowPower, lowPower, lowPowerSent) && !std::exchange(lowPowerSent, true)) {
+    due.push_back(
+        {AlertKind::lowPower,
+         "Try Low Power Mode",
+         {"Battery is at %1%. Turn on Low Power Mode (System Settings, Battery) to stretch it.",
+          {percent}}});
+  }
+  const bool tooLong = prefs.longEnabled && atLimit && since &&
+                       now - *since > static_cast<double>(prefs.longHours) * 3600;
+  if (mayAlert(AlertKind::tooLong, tooLong, longSent) && !std::exchange(longSent, true)) {
+    due.push_back({AlertKind::tooLong,
+                   "Plugged in for a long time",
+                   {"Plugged in for over %1 h at %2%. Unplug it to let the battery rest.",
+                    {std::to_string(wholeNumber((now - *since) / 3600)), percent}}});
+  }
   if (auto health = healthAlert(state, prefs, canDeliver, prime, store)) {
     due.push_back(*std::move(health));
   }

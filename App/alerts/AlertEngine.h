@@ -1,6 +1,6 @@
 // Decides which reminders are due. It remembers what it has sent, so that a condition alerts once
-// an episode (the charge limit up to four times), and re-arms a kind only when its condition has
-// gone away: a charge that hovers around a threshold must not nag at every reading.
+// an episode (the charge limit up to four times), and re-arms a kind only when its condition no
+// longer holds: a charge that stays around a threshold must not alert at every reading.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,7 @@ struct PendingAlert {
 };
 
 struct AlertEngine {
-  /// Kinds whose condition already held at priming: silent until it has gone once.
+  /// Kinds whose condition already held at priming: silent until it has ended once.
   std::set<AlertKind> suppressed;
   /// Charge-limit reminders sent in this episode.
   std::int64_t chargeSent = 0;
@@ -38,10 +38,10 @@ struct AlertEngine {
 
   /// The alerts that are due, in the order in which to post them.
   /// `since`: since when the machine is plugged in, or absent.
-  /// `canDeliver`: false while alerts may not be shown; nothing counts as sent then, so an alert
-  /// comes as soon as it may if its condition still holds.
+  /// `canDeliver`: false while alerts may not be shown; nothing counts as sent then, so an alert is
+  /// due as soon as it may be shown if its condition still holds.
   /// `prime`: absorb what already holds (after launch and wake) instead of announcing it.
-  /// `store` keeps the one memory that outlives the process: whether worn health was announced.
+  /// `store` keeps what outlives the process: whether worn health was announced.
   [[nodiscard]] std::vector<PendingAlert> run(const BatteryState& state, std::optional<Date> since,
                                               Date now, const Prefs& prefs, bool canDeliver,
                                               bool prime, UserDefaults& store);

@@ -1,7 +1,7 @@
-// Stands between the model and the desktop's notifications: whether they can work at all, the one
-// category with its snooze action, the question before the desktop's own question, and the way of
-// a tap on "Snooze 1 hour" back to the model. Held by a shared pointer, because the notification
-// centre and the main queue remember it weakly.
+// Connects the model to the desktop's notifications: says whether they can work at all, registers
+// the one category with its snooze action, explains before the desktop asks for permission, and
+// calls back for a tap on "Snooze 1 hour". Held by a shared pointer, because the notification
+// centre and the main queue hold it weakly.
 #pragma once
 
 #include <functional>
@@ -36,8 +36,8 @@ class Notifier final : public NotificationCenterDelegate,
   /// Registers the category and becomes the notification centre's delegate.
   void setup();
 
-  /// Asks for permission, after a word of explanation, if the user was never asked. May come again
-  /// until the user has answered the desktop's own question.
+  /// Explains and asks for permission if the user was never asked. May be called again until the
+  /// user has answered the desktop's own question.
   void requestIfNeeded();
 
   void willPresentNotification(
@@ -54,7 +54,7 @@ class Notifier final : public NotificationCenterDelegate,
   const MainBundle& bundle_;
   MainQueue& mainQueue_;
   Dialogs& dialogs_;
-  /// From our own question until the desktop has answered its own.
+  /// From our own question until the desktop has the answer to its own.
   bool asking_ = false;
 };
 

@@ -8,30 +8,21 @@ namespace tollbeam {
 
 namespace {
 
+// Null, which is of no other kind, when the key is missing.
+const Value& at(const Dictionary& d, std::string_view key) {
+  static const Value kMissing{Null()};
+  const Value* value = find(d, key);
+  return value ? *value : kMissing;
+}
+
 bool textIs(const Dictionary& d, std::string_view key, std::string_view expected) {
-  const Value* value = find(d, key);
-  const auto* text = value ? value->text() : nullptr;
+  const auto* text = at(d, key).text();
   return text && *text == expected;
-}
-
-std::optional<bool> flagAt(const Dictionary& d, std::string_view key) {
-  const Value* value = find(d, key);
-  return value ? value->flag() : std::nullopt;
-}
-
-std::optional<double> numberAt(const Dictionary& d, std::string_view key) {
-  const Value* value = find(d, key);
-  return value ? value->number() : std::nullopt;
-}
-
-std::optional<std::int64_t> integerAt(const Dictionary& d, std::string_view key) {
-  const Value* value = find(d, key);
-  return value ? value->integer() : std::nullopt;
 }
 
 std::optional<std::int64_t> integerAtLeast(std::int64_t least, const Dictionary& d,
                                            std::string_view key) {
-  const auto number = integerAt(d, key);
+  const auto number = at(d, key).integer();
   return number && *number >= least ? number : std::nullopt;
 }
 
@@ -39,9 +30,9 @@ std::optional<std::int64_t> integerAtLeast(std::int64_t least, const Dictionary&
 // battery.
 std::optional<std::int64_t> internalBatteryPercent(const Dictionary& source) {
   if (!textIs(source, "Type", "InternalBattery")) return std::nullopt;
-  if (!flagAt(source, "Is Present").value_or(true)) return std::nullopt;
-  const auto current = numberAt(source, "Current Capacity");
-  const auto max = numberAt(source, "Max Capacity");
+  if (!at(source, "Is Present").flag().value_or(true)) return std::nullopt;
+  const auto current = at(source, "Current Capacity").number();
+  const auto max = at(source, "Max Capacity").number();
   if (!current || !max || !(*max > 0)) return std::nullopt;
   const double percent = *current / *max * 100;
   if (std::isnan(percent)) return std::nullopt;
@@ -54,7 +45,7 @@ std::optional<std::int64_t> plausibleFullCapacity(const Dictionary& properties,
                                                   std::int64_t designCapacity) {
   const auto design = static_cast<double>(designCapacity);
   for (const auto* key : {"AppleRawMaxCapacity", "NominalChargeCapacity", "MaxCapacity"}) {
-    const auto capacity = integerAt(properties, key);
+    const auto capacity = at(properties, key).integer();
     if (!capacity) continue;
     const auto value = static_cast<double>(*capacity);
     if (value >= 0.3 * design && value <= 1.3 * design) return capacity;
@@ -97,12 +88,10 @@ void readPowerSources(const List& descriptions, BatteryState& state) {
     if (!percent) continue;
     state.hasBattery = true;
     state.percent = *percent;
-    state.isCharging = flagAt(*source, "Is Charging").value_or(false);
-    state.isCharged = flagAt(*source, "Is Charged").value_or(false);
+    state.isCharging = at(*source, "Is Charging").flag().value_or(false);
+    state.isCharged = at(*source, "Is Charged").flag().value_or(false);
     state.pluggedIn = textIs(*source, "Power Source State", "AC Power");
-    if (const Value* name = find(*source, "Name"); name && name->text()) {
-      state.sourceName = *name->text();
-    }
+    if (const auto* name = at(*source, "Name").text()) state.sourceName = *name;
     state.minutesToFull = integerAtLeast(0, *source, "Time to Full Charge");
     state.minutesToEmpty = integerAtLeast(0, *source, "Time to Empty");
     return;
@@ -115,16 +104,16 @@ void readSmartBattery(const Dictionary& properties, BatteryState& state) {
   if (state.designCapacity) {
     state.fullCapacity = plausibleFullCapacity(properties, *state.designCapacity);
   }
-  if (const auto hundredths = integerAt(properties, "Temperature")) {
+  if (const auto hundredths = at(properties, "Temperature").integer()) {
     const double celsius = static_cast<double>(*hundredths) / 100.0;
     if (celsius > -20.0 && celsius < 100.0) state.temperatureC = celsius;
   }
   state.voltage = thousandth(integerAtLeast(1, properties, "Voltage"));
-  auto milliamperes = integerAt(properties, "Amperage");
-  if (!milliamperes) milliamperes = integerAt(properties, "InstantAmperage");
+  auto milliamperes = at(properties, "Amperage").integer();
+  if (!milliamperes) milliamperes = at(properties, "InstantAmperage").integer();
   state.amperage = thousandth(milliamperes);
-  if (const Value* adapter = find(properties, "AdapterDetails"); adapter && adapter->dictionary()) {
-    state.adapterWatts = integerAtLeast(1, *adapter->dictionary(), "Watts");
+  if (const auto* adapter = at(properties, "AdapterDetails").dictionary()) {
+    state.adapterWatts = integerAtLeast(1, *adapter, "Watts");
   }
 }
 

@@ -1,6 +1,6 @@
-// Builds a BatteryState from what the operating system reports, and tells its owner when the power
-// situation changes. A missing key, a value of the wrong kind or a failed read leaves its field at
-// the empty value; nothing is reported. Main thread only.
+// Builds a BatteryState from what the operating system reports, and calls back when the power
+// situation changes. A missing key, a value of the wrong kind or a failed read leaves its field
+// empty, silently. Main thread only.
 #pragma once
 
 #include <functional>

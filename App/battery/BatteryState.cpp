@@ -8,14 +8,16 @@ namespace tollbeam {
 
 namespace {
 
-// On external power and idle at 100 %: as good as full, though the source does not say so.
-bool restsFull(const BatteryState& s) { return s.pluggedIn && !s.isCharging && s.percent >= 100; }
+// Idle on external power at 100 % counts as full, though the source does not say so.
+bool isFull(const BatteryState& s) {
+  return s.isCharged || (s.pluggedIn && !s.isCharging && s.percent >= 100);
+}
 
 }  // namespace
 
 std::vector<std::string> BatteryState::symbolNames() const {
   if (!hasBattery) return {"battery.0"};
-  if (isCharged || restsFull(*this)) return {"battery.100percent", "battery.100"};
+  if (isFull(*this)) return {"battery.100percent", "battery.100"};
   if (isCharging) return {"battery.100.bolt", "bolt.fill"};
   if (pluggedIn) return {"powerplug.fill", "powerplug"};
   // Half-way between the quarters, so that the drawing is never off by more than an eighth.
@@ -43,7 +45,7 @@ Message BatteryState::stateText() const {
     return Message(before + time.pattern + after, time.arguments);
   };
   if (!hasBattery) return "No battery found";
-  if (isCharged || restsFull(*this)) return "Fully charged";
+  if (isFull(*this)) return "Fully charged";
   if (isCharging) {
     if (!minutesToFull) return "Charging, estimating time to full…";
     return withTime("Charging, ", *minutesToFull, " to full");

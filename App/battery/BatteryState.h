@@ -1,6 +1,6 @@
-// One snapshot of the battery, and the texts that follow from it. A plain value: the reader fills
-// it, the model publishes it, the alert engine judges it, the history samples it, the views show
-// it. Absent means unknown and is never the same as zero.
+// One snapshot of the battery, and the texts that follow from it: the reader fills it, the model
+// publishes it, the alert engine, the history and the views read it. Absent means unknown and is
+// never the same as zero.
 #pragma once
 
 #include <cstdint>

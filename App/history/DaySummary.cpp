@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 #include <map>
 
 namespace tollbeam {
 
 namespace {
 
-// A longer silence is sleep or a program that did not run: nobody knows what the charge did.
+// A longer silence is sleep or a program that did not run: the charge in between is unknown.
 constexpr double kLongestInterval = 900;
 
 struct Accumulator {
@@ -30,7 +31,7 @@ struct Accumulator {
     if (sample.c) chargingSeconds += seconds;
   }
   [[nodiscard]] std::int64_t average() const {
-    // Lone samples have no weight; the day's best is the kindest guess.
+    // Lone samples have no weight; the highest charge stands for the day.
     if (!(weight > 0)) return highest;
     const double rounded = std::round(sum / weight);
     constexpr double kTwoTo63 = 9223372036854775808.0;
@@ -46,7 +47,7 @@ Date firstSummarisedInstant(int days, Date now, const Calendar& calendar) {
 }
 
 std::vector<DaySummary> daySummaries(std::span<const Sample> samples, const Calendar& calendar) {
-  std::map<CalendarDay, Accumulator> days;
+  std::map<CalendarDay, Accumulator, std::greater<>> days;  // newest first
   for (std::size_t i = 0; i < samples.size(); ++i) {
     Accumulator& day = days[calendar.day(Date{samples[i].t})];
     day.addSample(samples[i]);
@@ -62,8 +63,6 @@ std::vector<DaySummary> daySummaries(std::span<const Sample> samples, const Cale
                          .maxPercent = acc.highest,
                          .chargingMinutes = static_cast<std::int64_t>(acc.chargingSeconds / 60)});
   }
-  std::sort(summaries.begin(), summaries.end(),
-            [](const DaySummary& x, const DaySummary& y) { return x.day > y.day; });
   return summaries;
 }
 

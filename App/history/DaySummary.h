@@ -22,7 +22,7 @@ struct DaySummary {
 };
 
 /// The first instant of the day that lies `days` − 1 calendar days before the day of `now`; `now`
-/// itself when the calendar knows no such day.
+/// itself when that day is beyond the range of the calendar.
 [[nodiscard]] Date firstSummarisedInstant(int days, Date now, const Calendar& calendar);
 
 /// One summary for each calendar day that has samples, newest first. An interval between two

@@ -22,89 +22,74 @@ using Held = std::variant<std::monostate, Number, bool>;
 // Far deeper than any file of ours, far shallower than the stack.
 constexpr int kDeepest = 256;
 
-std::optional<Number> readNumber(ondemand::value& value) {
+template <typename T>
+bool read(simdjson::simdjson_result<T> from, T& to) {
+  return std::move(from).get(to) == simdjson::SUCCESS;
+}
+
+std::optional<Held> readNumber(ondemand::value& value) {
   std::int64_t integer = 0;
-  if (value.get_int64().get(integer) == simdjson::SUCCESS) {
-    return Number{static_cast<double>(integer), integer};
-  }
+  if (read(value.get_int64(), integer)) return Number{static_cast<double>(integer), integer};
   double real = 0;
-  if (value.get_double().get(real) != simdjson::SUCCESS) return std::nullopt;
+  if (!read(value.get_double(), real)) return std::nullopt;
   constexpr double kTwoTo63 = 9223372036854775808.0;
-  Number number{real, std::nullopt};
   // The lowest integer itself was read above; a double at that place has lost its digits.
-  if (std::trunc(real) == real && real > -kTwoTo63 && real < kTwoTo63) {
-    number.whole = static_cast<std::int64_t>(real);
-  }
-  return number;
+  const bool isWhole = std::trunc(real) == real && real > -kTwoTo63 && real < kTwoTo63;
+  return Number{real, isWhole ? std::optional(static_cast<std::int64_t>(real)) : std::nullopt};
 }
 
-// Reads one value to its end; absent when it is not well-formed. The parser checks only what is
-// asked of it, so values that nobody needs are walked through all the same.
-std::optional<Held> readValue(ondemand::value value, int depth);
-
-bool walkArray(ondemand::value& value, int depth) {
-  ondemand::array array;
-  if (value.get_array().get(array) != simdjson::SUCCESS) return false;
-  for (auto element : array) {
-    ondemand::value inner;
-    if (element.get(inner) != simdjson::SUCCESS || !readValue(inner, depth + 1)) return false;
-  }
-  return true;
-}
-
-bool walkObject(ondemand::value& value, int depth) {
-  ondemand::object object;
-  if (value.get_object().get(object) != simdjson::SUCCESS) return false;
-  for (auto field : object) {
-    std::string_view key;
-    if (field.error() != simdjson::SUCCESS || field.unescaped_key().get(key) != simdjson::SUCCESS ||
-        !readValue(field.value(), depth + 1)) {
-      return false;
-    }
-  }
-  return true;
-}
-
+// Reads one value to its end; absent when it is not well-formed. The parser checks only the values
+// that are read, so unused ones are read too.
 std::optional<Held> readValue(ondemand::value value, int depth) {
-  if (depth > kDeepest) return std::nullopt;
   ondemand::json_type type{};
-  if (value.type().get(type) != simdjson::SUCCESS) return std::nullopt;
+  if (depth > kDeepest || !read(value.type(), type)) return std::nullopt;
   switch (type) {
     case ondemand::json_type::number:
-      if (const auto number = readNumber(value)) return *number;
-      return std::nullopt;
+      return readNumber(value);
     case ondemand::json_type::boolean: {
       bool flag = false;
-      if (value.get_bool().get(flag) != simdjson::SUCCESS) return std::nullopt;
+      if (!read(value.get_bool(), flag)) return std::nullopt;
       return flag;
     }
     case ondemand::json_type::string: {
       std::string_view text;
-      if (value.get_string().get(text) != simdjson::SUCCESS) return std::nullopt;
-      return std::monostate();
+      if (!read(value.get_string(), text)) return std::nullopt;
+      break;
     }
     case ondemand::json_type::null: {
       bool isNull = false;
-      if (value.is_null().get(isNull) != simdjson::SUCCESS || !isNull) return std::nullopt;
-      return std::monostate();
+      if (!read(value.is_null(), isNull) || !isNull) return std::nullopt;
+      break;
     }
-    case ondemand::json_type::array:
-      if (!walkArray(value, depth)) return std::nullopt;
-      return std::monostate();
-    case ondemand::json_type::object:
-      if (!walkObject(value, depth)) return std::nullopt;
-      return std::monostate();
+    case ondemand::json_type::array: {
+      ondemand::array array;
+      if (!read(value.get_array(), array)) return std::nullopt;
+      for (auto element : array) {
+        ondemand::value inner;
+        if (!read(element, inner) || !readValue(inner, depth + 1)) return std::nullopt;
+      }
+      break;
+    }
+    case ondemand::json_type::object: {
+      ondemand::object object;
+      if (!read(value.get_object(), object)) return std::nullopt;
+      for (auto field : object) {
+        std::string_view key;
+        if (!read(field.unescaped_key(), key) || !readValue(field.value(), depth + 1)) {
+          return std::nullopt;
+        }
+      }
+      break;
+    }
   }
-  return std::nullopt;
+  return std::monostate();
 }
 
 std::optional<Sample> readSample(ondemand::object object) {
   Held t, p, c, a;
   for (auto field : object) {
     std::string_view key;
-    if (field.error() != simdjson::SUCCESS || field.unescaped_key().get(key) != simdjson::SUCCESS) {
-      return std::nullopt;
-    }
+    if (!read(field.unescaped_key(), key)) return std::nullopt;
     // The key's text lives in the parser's buffer, which reading the value may reuse.
     Held* member = key == "t" ? &t : key == "p" ? &p : key == "c" ? &c : key == "a" ? &a : nullptr;
     const auto held = readValue(field.value(), 1);
@@ -126,8 +111,8 @@ void append(std::string& text, T number) {
   text.append(digits, end);
 }
 
-// The shortest form that reads back the same, but whole seconds without an exponent: people look
-// into this file.
+// The shortest form that reads back the same, but whole seconds without an exponent, for people who
+// read this file.
 void appendTime(std::string& text, double t) {
   constexpr double kExactlyHeld = 9007199254740992.0;
   if (std::trunc(t) == t && std::abs(t) < kExactlyHeld) {
@@ -165,13 +150,13 @@ std::optional<std::vector<Sample>> decodeSamples(std::string json) {
   ondemand::document document;
   ondemand::array array;
   if (parser.iterate(simdjson::padded_string_view(json)).get(document) != simdjson::SUCCESS ||
-      document.get_array().get(array) != simdjson::SUCCESS) {
+      !read(document.get_array(), array)) {
     return std::nullopt;
   }
   std::vector<Sample> samples;
   for (auto element : array) {
     ondemand::object object;
-    if (element.get_object().get(object) != simdjson::SUCCESS) return std::nullopt;
+    if (!read(element.get_object(), object)) return std::nullopt;
     const auto sample = readSample(object);
     if (!sample) return std::nullopt;
     samples.push_back(*sample);

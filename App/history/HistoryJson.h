@@ -1,6 +1,6 @@
 // The history file's text: a JSON array of {"t":…,"p":…,"c":…,"a":…}, compact. Reading is all or
-// nothing: one bad sample makes the file unreadable, so that a damaged file is kept for a look
-// instead of being half believed.
+// nothing: one bad sample makes the file unreadable, so that a damaged file is kept for
+// inspection instead of being read in part.
 #pragma once
 
 #include <optional>

@@ -45,8 +45,8 @@ class HistoryStore {
   /// Writes the file, whether or not anything changed, and makes its folder again where needed.
   void save(Date now);
 
-  /// Forgets all samples and removes the old files that were kept; the file itself follows at the
-  /// next save, whoever wrote it.
+  /// Forgets all samples and removes the old files that were kept. The next save replaces the file
+  /// itself, even if another program wrote it.
   void removeAll();
 
   /// The wall clock was set by `step` seconds, to `now`: the last save, and the samples recorded

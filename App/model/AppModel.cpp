@@ -16,7 +16,7 @@ constexpr double kRefreshInterval = 60;
 constexpr double kRefreshTolerance = 10;
 // Batteries report nonsense right after a wake; by then they have settled.
 constexpr double kWakeDelay = 3.0;
-// A sleep that was announced and of whose end nobody tells was called off.
+// An announced sleep without a wake after so long was called off.
 constexpr double kSleepCalledOff = 60;
 constexpr double kSnoozeSeconds = 3600;
 // More than the two clocks drift apart between two refreshes.
@@ -31,6 +31,13 @@ std::optional<NotificationSound> notificationSound(const std::string& name) {
 
 }  // namespace
 
+template <typename T>
+void AppModel::publish(T& held, std::type_identity_t<T> value, void (AppModel::*changed)()) {
+  if (value == held) return;
+  held = std::move(value);
+  Q_EMIT(this->*changed)();
+}
+
 AppModel::AppModel(const Ports& ports)
     : ports_(ports),
       lastNow_(ports_.clock.now()),
@@ -42,7 +49,7 @@ AppModel::AppModel(const Ports& ports)
       notifier_(std::make_shared<Notifier>(ports_.notificationCenter, ports_.mainBundle,
                                            ports_.mainQueue, ports_.dialogs)) {}
 
-// What runs later finds the model gone or itself on the main thread.
+// The work is dropped when the model is gone by then.
 std::function<void()> AppModel::onMain(std::function<void(AppModel&)> work) {
   return [self = QPointer<AppModel>(this), &queue = ports_.mainQueue, work = std::move(work)] {
     requireMainThread(queue);
@@ -62,25 +69,13 @@ void AppModel::start() {
   timer_ = ports_.mainQueue.every(kRefreshInterval, kRefreshTolerance,
                                   onMain([](AppModel& model) { model.tick(); }));
   observations_.push_back(ports_.processInfo.onPowerStateChange(refreshFor(Reason::event)));
-  observations_.push_back(
-      ports_.workspace.onWillSleep(onMain([](AppModel& model) { model.willSleep(); })));
-  observations_.push_back(
-      ports_.workspace.onDidWake(onMain([](AppModel& model) { model.didWake(); })));
-}
-
-void AppModel::willSleep() {
-  const int hold = holdTicks();
-  ports_.mainQueue.after(kSleepCalledOff,
-                         onMain([hold](AppModel& model) { model.releaseTicks(hold); }));
-  history_.save(readClock());
-}
-
-void AppModel::didWake() {
-  const int hold = holdTicks();
-  ports_.mainQueue.after(kWakeDelay, onMain([hold](AppModel& model) {
-                           model.refresh(Reason::wake);
-                           model.releaseTicks(hold);
-                         }));
+  observations_.push_back(ports_.workspace.onWillSleep(onMain([](AppModel& model) {
+    model.holdTicks(kSleepCalledOff, [](AppModel&) {});
+    model.history_.save(model.readClock());
+  })));
+  observations_.push_back(ports_.workspace.onDidWake(onMain([](AppModel& model) {
+    model.holdTicks(kWakeDelay, [](AppModel& later) { later.refresh(Reason::wake); });
+  })));
 }
 
 // The minute timer may fall due in the seconds before the wake refresh, and would announce what the
@@ -93,15 +88,14 @@ void AppModel::tick() {
   }
 }
 
-int AppModel::holdTicks() {
+void AppModel::holdTicks(double seconds, const std::function<void(AppModel&)>& atEnd) {
   holdingTicks_ = true;
-  return ++holds_;
-}
-
-void AppModel::releaseTicks(int hold) {
-  if (hold != holds_) return;
-  holdingTicks_ = false;
-  if (std::exchange(tickWaits_, false)) refresh(Reason::timer);
+  ports_.mainQueue.after(seconds, onMain([hold = ++holds_, atEnd](AppModel& model) {
+                           atEnd(model);
+                           if (hold != model.holds_) return;
+                           model.holdingTicks_ = false;
+                           if (std::exchange(model.tickWaits_, false)) model.refresh(Reason::timer);
+                         }));
 }
 
 void AppModel::refresh(Reason reason) {
@@ -109,7 +103,7 @@ void AppModel::refresh(Reason reason) {
   const Date now = readClock();
 
   trackPluggedSince(snapshot, now, reason);
-  setState(snapshot);
+  publish(state_, snapshot, &AppModel::stateChanged);
   // An event leaves it to the history whether the state moved enough for a sample.
   history_.record(snapshot, now, reason != Reason::event);
   bumpHistoryVersion();
@@ -119,7 +113,12 @@ void AppModel::refresh(Reason reason) {
   const bool deliverable = !prime && canDeliver(prefs, now);
   const auto alerts =
       engine_.run(snapshot, pluggedSince_, now, prefs, deliverable, prime, ports_.userDefaults);
-  withdrawWhatIsOver();
+  // "Battery is at 20%. Plug in soon." must not stay on the screen once the charger is in.
+  std::erase_if(posted_, [this](AlertKind kind) {
+    if (engine_.isOngoing(kind)) return false;
+    withdraw(kind);
+    return true;
+  });
   if (prime) return;
   for (const PendingAlert& alert : alerts) deliver(alert, prefs);
 }
@@ -134,7 +133,7 @@ void AppModel::snooze() {
 
 void AppModel::cancelSnooze() {
   Prefs::setSnoozeUntil(ports_.userDefaults, std::nullopt);
-  setSnoozeUntil(std::nullopt);
+  publish(snoozeUntil_, std::nullopt, &AppModel::snoozeUntilChanged);
 }
 
 void AppModel::exportHistoryCSV() {
@@ -142,10 +141,10 @@ void AppModel::exportHistoryCSV() {
       {.suggestedName = kExportName, .contentType = "text/csv", .extension = "csv"},
       [self = QPointer<AppModel>(this)](std::optional<std::string> path) {
         if (!self || !path) return;
-        const Ports& ports = self->ports_;
         if (const auto failure =
-                ports.fileManager.write(*path, self->history_.csv(), {.isDocument = true})) {
-          ports.dialogs.showError({"The history could not be saved to “%1”.", {*path}}, *failure);
+                self->ports_.fileManager.write(*path, self->history_.csv(), {.isDocument = true})) {
+          self->ports_.dialogs.showError({"The history could not be saved to “%1”.", {*path}},
+                                         *failure);
         }
       });
 }
@@ -156,27 +155,9 @@ void AppModel::resetHistory() {
   bumpHistoryVersion();
 }
 
-void AppModel::setState(BatteryState state) {
-  if (state == state_) return;
-  state_ = std::move(state);
-  Q_EMIT stateChanged();
-}
-
-void AppModel::setPluggedSince(std::optional<Date> since) {
-  if (since == pluggedSince_) return;
-  pluggedSince_ = since;
-  Q_EMIT pluggedSinceChanged();
-}
-
 void AppModel::bumpHistoryVersion() {
   ++historyVersion_;
   Q_EMIT historyVersionChanged();
-}
-
-void AppModel::setSnoozeUntil(std::optional<Date> deadline) {
-  if (deadline == snoozeUntil_) return;
-  snoozeUntil_ = deadline;
-  Q_EMIT snoozeUntilChanged();
 }
 
 Date AppModel::readClock() {
@@ -184,15 +165,16 @@ Date AppModel::readClock() {
   const double uptime = ports_.clock.uptime();
   const double step =
       (now - std::exchange(lastNow_, now)) - (uptime - std::exchange(lastUptime_, uptime));
-  if (std::abs(step) > kClockStep) moveAlong(step, now);
+  if (std::abs(step) > kClockStep) followClock(step, now);
   return now;
 }
 
 // Hours that only the clock has passed are not hours on the charger, and an hour of snooze stays an
 // hour.
-void AppModel::moveAlong(double step, Date now) {
+void AppModel::followClock(double step, Date now) {
   // What the history estimated may lie ahead of a clock that was wrong.
-  if (pluggedSince_) setPluggedSince(std::min(*pluggedSince_ + step, now));
+  if (pluggedSince_)
+    publish(pluggedSince_, std::min(*pluggedSince_ + step, now), &AppModel::pluggedSinceChanged);
   if (engine_.chargeLast != Date::distantPast()) engine_.chargeLast = engine_.chargeLast + step;
   history_.followClock(step, now);
   // A deadline that has expired moves too, or the clock would bring it back. One more than an hour
@@ -203,24 +185,25 @@ void AppModel::moveAlong(double step, Date now) {
     Prefs::setSnoozeUntil(ports_.userDefaults, *deadline + step);
   }
   launched_ = launched_ + step;
-  setSnoozeUntil(Prefs::snoozeUntil(ports_.userDefaults, now));
+  publish(snoozeUntil_, Prefs::snoozeUntil(ports_.userDefaults, now),
+          &AppModel::snoozeUntilChanged);
 }
 
 void AppModel::trackPluggedSince(const BatteryState& snapshot, Date now, Reason reason) {
   if (!snapshot.hasBattery || !snapshot.pluggedIn) {
-    setPluggedSince(std::nullopt);
+    publish(pluggedSince_, std::nullopt, &AppModel::pluggedSinceChanged);
     return;
   }
   if (pluggedSince_) return;
   // Only a launch or a wake can have missed the moment of plugging in.
   const bool mayHaveMissedIt = reason == Reason::launch || reason == Reason::wake;
   const auto estimate = mayHaveMissedIt ? history_.pluggedSinceEstimate(now) : std::nullopt;
-  setPluggedSince(estimate.value_or(now));
+  publish(pluggedSince_, estimate.value_or(now), &AppModel::pluggedSinceChanged);
 }
 
 bool AppModel::canDeliver(const Prefs& prefs, Date now) {
   if (Prefs::snoozeUntil(ports_.userDefaults, now)) return false;
-  setSnoozeUntil(std::nullopt);
+  publish(snoozeUntil_, std::nullopt, &AppModel::snoozeUntilChanged);
   return !prefs.inQuietHours(now, ports_.calendar);
 }
 
@@ -232,15 +215,6 @@ void AppModel::deliver(const PendingAlert& alert, const Prefs& prefs) {
                                              .body = alert.body,
                                              .categoryIdentifier = kAlertCategory,
                                              .sound = notificationSound(prefs.sound(alert.kind))}});
-}
-
-// "Battery is at 20%. Plug in soon." must not stay on the screen once the charger is in.
-void AppModel::withdrawWhatIsOver() {
-  std::erase_if(posted_, [this](AlertKind kind) {
-    if (engine_.isOngoing(kind)) return false;
-    withdraw(kind);
-    return true;
-  });
 }
 
 void AppModel::withdraw(AlertKind kind) {

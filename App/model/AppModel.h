@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <type_traits>
 #include <vector>
 
 #include "alerts/AlertEngine.h"
@@ -67,7 +68,7 @@ class AppModel final : public QObject {
   [[nodiscard]] const BatteryState& state() const { return state_; }
   /// Since when the machine is on external power with a battery present; else absent.
   [[nodiscard]] std::optional<Date> pluggedSince() const { return pluggedSince_; }
-  /// Moves whenever the history may have changed.
+  /// Grows whenever the history may have changed.
   [[nodiscard]] std::int64_t historyVersion() const { return historyVersion_; }
   /// The snooze deadline for display; cleared by the first delivering refresh after it.
   [[nodiscard]] std::optional<Date> snoozeUntil() const { return snoozeUntil_; }
@@ -75,13 +76,14 @@ class AppModel final : public QObject {
   [[nodiscard]] HistoryStore& history() { return history_; }
   [[nodiscard]] Notifier& notifier() { return *notifier_; }
 
-  /// Installs everything: notifications, the first refresh, the observations and the timer. Once.
+  /// Sets up the notifications, runs the first refresh, and starts the observations and the timer.
+  /// To be called once.
   void start();
 
   /// One refresh cycle.
   void refresh(Reason reason);
 
-  /// Holds all alerts back for one hour from now, and takes back those on show.
+  /// Holds all alerts back for one hour from now, and removes those on show.
   void snooze();
 
   /// Lets alerts through again.
@@ -100,32 +102,28 @@ class AppModel final : public QObject {
   void snoozeUntilChanged();
 
  private:
-  void setState(BatteryState state);
-  void setPluggedSince(std::optional<Date> since);
+  /// Stores a published value; emits `changed` if it is another.
+  template <typename T>
+  void publish(T& held, std::type_identity_t<T> value, void (AppModel::*changed)());
   void bumpHistoryVersion();
-  void setSnoozeUntil(std::optional<Date> deadline);
 
-  /// The time of day. Notices that the clock was set since it was last asked for.
+  /// The wall clock's time. Follows a clock that was set since the last call.
   Date readClock();
-  void moveAlong(double step, Date now);
+  void followClock(double step, Date now);
 
   [[nodiscard]] std::function<void()> onMain(std::function<void(AppModel&)> work);
-  void willSleep();
-  void didWake();
   void tick();
-  [[nodiscard]] int holdTicks();
-  void releaseTicks(int hold);
+  void holdTicks(double seconds, const std::function<void(AppModel&)>& atEnd);
 
   void trackPluggedSince(const BatteryState& snapshot, Date now, Reason reason);
   [[nodiscard]] bool canDeliver(const Prefs& prefs, Date now);
   void deliver(const PendingAlert& alert, const Prefs& prefs);
   void withdraw(AlertKind kind);
-  void withdrawWhatIsOver();
 
   const Ports ports_;
   Date lastNow_;
   double lastUptime_;
-  /// By the clock as it is set now.
+  /// When the model was made, by the clock as it is set now.
   Date launched_;
   BatteryState state_;
   std::optional<Date> pluggedSince_;
@@ -136,7 +134,7 @@ class AppModel final : public QObject {
   std::shared_ptr<Notifier> notifier_;
   AlertEngine engine_;
   std::set<AlertKind> posted_;
-  /// Counts the announcements of sleep and wake; only the newest one's hold ends the holding.
+  /// Counts how often ticks were held back; only the end of the newest hold releases them.
   int holds_ = 0;
   bool holdingTicks_ = false;
   bool tickWaits_ = false;

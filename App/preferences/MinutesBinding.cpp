@@ -2,13 +2,13 @@
 
 #include <limits>
 
-#include "preferences/PrefsKeys.h"
+#include "preferences/Prefs.h"
 
 namespace tollbeam {
 
 Date timeOfMinutes(std::int64_t minutes, Date now, const Calendar& calendar) {
   const std::int64_t hour = minutes / 60;
-  // No hour of a clock needs more, and a greater number must not become one when it is cut.
+  // A larger number must not become a valid hour by losing its high bits.
   if (hour < std::numeric_limits<int>::min() || hour > std::numeric_limits<int>::max()) return now;
   const TimeOfDay time{.hour = static_cast<int>(hour), .minute = static_cast<int>(minutes % 60)};
   return calendar.instant(calendar.day(now), time).value_or(now);

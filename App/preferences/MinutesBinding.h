@@ -1,7 +1,7 @@
-// A time of day kept as minutes after midnight, the way the settings show and change it. What is
-// shown is a time of today's clock: one that the clock jumps over today is shown as the first after
-// the jump, and a number that is no time of day as the time that it is now. Only the user's own
-// choice is ever written; showing writes nothing.
+// A time of day stored as minutes after midnight, as the settings show and change it. It is shown
+// as a time of today's clock: one that the clock jumps over today appears as the first after the
+// jump, and a number that is no time of day as the current time. Only the user's own choice is
+// written; showing writes nothing.
 #pragma once
 
 #include <string_view>
@@ -18,7 +18,7 @@ namespace tollbeam {
 
 class MinutesBinding {
  public:
-  /// All must outlive the binding. `key` holds a whole number.
+  /// All must outlive the binding. `key` is that of a whole number.
   MinutesBinding(UserDefaults& store, std::string_view key, const Calendar& calendar,
                  const Clock& clock)
       : store_(store), key_(key), calendar_(calendar), clock_(clock) {}

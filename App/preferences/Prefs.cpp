@@ -1,29 +1,17 @@
 #include "preferences/Prefs.h"
 
-#include "preferences/PrefsKeys.h"
-
 namespace tollbeam {
 
-namespace {
-
-Dictionary registeredDefaults() {
-  Dictionary all;
-  for (const PrefsKey& row : kPrefsKeys) {
-    if (const auto* flag = std::get_if<bool>(&row.registeredDefault)) {
-      all.insert_or_assign(std::string(row.key), *flag);
-    } else if (const auto* number = std::get_if<std::int64_t>(&row.registeredDefault)) {
-      all.insert_or_assign(std::string(row.key), *number);
-    } else if (const auto* text = std::get_if<std::string_view>(&row.registeredDefault)) {
-      all.insert_or_assign(std::string(row.key), std::string(*text));
-    }
-  }
-  return all;
-}
-
-}  // namespace
-
 const Dictionary& Prefs::defaults() {
-  static const Dictionary all = registeredDefaults();
+  static const Dictionary all = [] {
+    Dictionary defaults;
+    for (const PrefsKey& row : kPrefsKeys) {
+      defaults.insert_or_assign(
+          std::string(row.key),
+          std::visit([](auto value) { return Value(value); }, row.registeredDefault));
+    }
+    return defaults;
+  }();
   return all;
 }
 
@@ -62,11 +50,7 @@ std::optional<Date> Prefs::snoozeUntil(const UserDefaults& store, Date now) {
 }
 
 void Prefs::setSnoozeUntil(UserDefaults& store, std::optional<Date> deadline) {
-  if (deadline) {
-    store.set(kSnoozeUntilKey, deadline->secondsSince1970);
-  } else {
-    store.set(kSnoozeUntilKey, std::int64_t{0});
-  }
+  store.set(kSnoozeUntilKey, deadline ? Value(deadline->secondsSince1970) : Value(0));
 }
 
 }  // namespace tollbeam

@@ -3,10 +3,13 @@
 // clamped here: whatever number the store holds is used as it is.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <variant>
 
 #include "platform/Calendar.h"
 #include "platform/UserDefaults.h"
@@ -46,8 +49,8 @@ struct Prefs {
   /// The name of the kind's sound; the default's where there is no entry.
   [[nodiscard]] std::string sound(AlertKind kind) const;
 
-  /// The instant until which alerts are snoozed; absent when there is none or it has come (an
-  /// expired deadline stays in the store).
+  /// The instant until which alerts are snoozed; absent when there is none or it has passed
+  /// (an expired deadline stays in the store).
   [[nodiscard]] static std::optional<Date> snoozeUntil(const UserDefaults& store, Date now);
   static void setSnoozeUntil(UserDefaults& store, std::optional<Date> deadline);
 
@@ -57,5 +60,45 @@ struct Prefs {
 /// The sound that stands for the desktop's own notification sound, and the one for silence.
 inline constexpr const char* kDefaultSound = "default";
 inline constexpr const char* kNoSound = "none";
+
+/// A row of the one table of preference keys. A setting added there is registered, read and known
+/// everywhere.
+struct PrefsKey {
+  std::string_view key;
+  /// A flag, a whole number, or (for a sound) text.
+  std::variant<bool, std::int64_t, const char*> registeredDefault;
+  /// Where Prefs keeps it; for a sound, the entry of `sounds`.
+  std::variant<bool Prefs::*, std::int64_t Prefs::*, AlertKind> member;
+};
+
+constexpr std::int64_t minutesAfterMidnight(int hour, int minute) { return hour * 60 + minute; }
+
+inline constexpr std::array<PrefsKey, 20> kPrefsKeys = {{
+    {"limitEnabled", true, &Prefs::limitEnabled},
+    {"limit", std::int64_t{80}, &Prefs::limit},
+    {"repeatReminder", true, &Prefs::repeatReminder},
+    {"limitSound", kDefaultSound, AlertKind::chargeLimit},
+    {"lowEnabled", true, &Prefs::lowEnabled},
+    {"low", std::int64_t{20}, &Prefs::low},
+    {"lowSound", kDefaultSound, AlertKind::low},
+    {"longEnabled", true, &Prefs::longEnabled},
+    {"longHours", std::int64_t{8}, &Prefs::longHours},
+    {"longSound", kDefaultSound, AlertKind::tooLong},
+    {"lowPowerEnabled", true, &Prefs::lowPowerEnabled},
+    {"lowPowerAt", std::int64_t{30}, &Prefs::lowPowerAt},
+    {"lowPowerSound", kDefaultSound, AlertKind::lowPower},
+    {"healthEnabled", true, &Prefs::healthEnabled},
+    {"healthSound", kDefaultSound, AlertKind::health},
+    {"quietEnabled", false, &Prefs::quietEnabled},
+    {"quietStart", minutesAfterMidnight(22, 0), &Prefs::quietStart},
+    {"quietEnd", minutesAfterMidnight(7, 0), &Prefs::quietEnd},
+    {"showPercent", true, &Prefs::showPercent},
+    {"showTime", false, &Prefs::showTime},
+}};
+
+/// Seconds since 1970 until which alerts are snoozed; not registered, reads as 0.
+inline constexpr std::string_view kSnoozeUntilKey = "snoozeUntil";
+/// Whether worn health was announced (or known at a launch); not registered, reads as false.
+inline constexpr std::string_view kHealthAlertSentKey = "healthAlertSent";
 
 }  // namespace tollbeam

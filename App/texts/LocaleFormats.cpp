@@ -83,7 +83,7 @@ class Format {
 
 Format shortTime(const QLocale& locale) {
   QString format = locale.timeFormat(QLocale::ShortFormat);
-  // Some Qt versions hand out "B" (in the morning, at noon …), which none of them can fill in.
+  // Some Qt versions return "B" (in the morning, at noon …), which none of them can format.
   if (!format.contains(u'\'')) format.replace(u'B', QStringLiteral("AP"));
   Format result(format, QStringLiteral("hHmszAa"));
   result.drop(u's');
@@ -96,7 +96,7 @@ QString filledIn(const Format& format, TimeOfDay time, const QLocale& locale) {
 
 QDate date(CalendarDay day) { return {day.year, day.month, day.day}; }
 
-// "." in German, "日" in Japanese; not what belongs to the month or the year that follows.
+// "." in German, "日" in Japanese; without what belongs to the month or the year that follows.
 QString markAfterDay(const QString& text) {
   if (text.startsWith(u'.')) return QStringLiteral(".");
   const auto end = std::find_if_not(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });

@@ -1,5 +1,4 @@
-// Times and days in the short forms that the views need and QLocale has no name for, in the
-// locale's own order and digits.
+// Times and days in short forms that QLocale lacks, in the locale's own order and digits.
 #pragma once
 
 #include <QLocale>
@@ -23,8 +22,8 @@ namespace tollbeam {
 /// The weekday on its own, abbreviated, or a letter or two when `narrow`: "Mon", "M".
 [[nodiscard]] QString weekdayText(CalendarDay day, const QLocale& locale, bool narrow = false);
 
-/// Abbreviated weekday and day of the month, in the order in which the locale's long dates have
-/// them and with the mark that it puts after a day: "Mon 3", "Mo. 3.", "3日 (月)".
+/// Abbreviated weekday and day of the month, in the order of the locale's long dates, with
+/// the mark that it puts after a day: "Mon 3", "Mo. 3.", "3日 (月)".
 [[nodiscard]] QString weekdayAndDayText(CalendarDay day, const QLocale& locale);
 
 }  // namespace tollbeam

@@ -7,8 +7,14 @@
 namespace tollbeam {
 
 Translations::Translations(const QString& folder) {
-  const QStringList wanted = QLocale().uiLanguages();
-  for (QString language : wanted) {
+  const auto add = [this](const QString& file, const QString& from) {
+    auto translator = std::make_unique<QTranslator>();
+    if (!translator->load(file, from)) return false;
+    QCoreApplication::installTranslator(translator.get());
+    translators_.push_back(std::move(translator));
+    return true;
+  };
+  for (QString language : QLocale().uiLanguages()) {
     // A second language comes after English only for what English lacks.
     if (language == QStringLiteral("C") || language.startsWith(QStringLiteral("en"))) return;
     language.replace(u'-', u'_');
@@ -16,14 +22,6 @@ Translations::Translations(const QString& folder) {
     add(QStringLiteral("qtbase_") + language, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
     return;
   }
-}
-
-bool Translations::add(const QString& file, const QString& folder) {
-  auto translator = std::make_unique<QTranslator>();
-  if (!translator->load(file, folder)) return false;
-  QCoreApplication::installTranslator(translator.get());
-  translators_.push_back(std::move(translator));
-  return true;
 }
 
 }  // namespace tollbeam

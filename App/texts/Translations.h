@@ -1,4 +1,4 @@
-// The program's own language files, and the toolkit's for its dialogs.
+// The program's own translations, and the toolkit's for its dialogs.
 #pragma once
 
 #include <QString>
@@ -10,13 +10,11 @@ namespace tollbeam {
 
 class Translations {
  public:
-  /// Installs what there is in `folder` for the first of the user's languages that it has; English
-  /// needs no file. The texts stay translated while this lives.
+  /// Installs the file in `folder` for the first of the user's languages that has one; English
+  /// needs none. The texts stay translated until this object is destroyed.
   explicit Translations(const QString& folder);
 
  private:
-  bool add(const QString& file, const QString& folder);
-
   std::vector<std::unique_ptr<QTranslator>> translators_;
 };
 

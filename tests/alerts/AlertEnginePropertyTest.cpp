@@ -6,7 +6,7 @@
 #include <random>
 
 #include "alerts/AlertEngine.h"
-#include "preferences/PrefsKeys.h"
+#include "preferences/Prefs.h"
 #include "recorded/RecordedPlatform.h"
 
 namespace tollbeam {
@@ -165,7 +165,7 @@ TEST_P(Timelines, WornHealthIsAnnouncedOnceUntilItRecovered) {
   }
 }
 
-TEST_P(Timelines, NothingIsSaidWhilePrimingOrHeldBackOrWithoutABattery) {
+TEST_P(Timelines, NoAlertIsDueWhilePrimingOrHeldBackOrWithoutABattery) {
   for (unsigned seed = 0; seed < 250; ++seed) {
     for (const Step& step : Timeline(GetParam() * 1000 + seed).play(300)) {
       if (step.prime || !step.canDeliver || !step.state.hasBattery) {

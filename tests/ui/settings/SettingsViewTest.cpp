@@ -9,7 +9,7 @@
 #include <random>
 #include <tuple>
 
-#include "preferences/PrefsKeys.h"
+#include "preferences/Prefs.h"
 #include "recorded/RecordedPlatform.h"
 #include "support/ModelPorts.h"
 #include "support/Widgets.h"
