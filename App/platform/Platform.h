@@ -1,5 +1,3 @@
-// The operating system as the program sees it: one reference per port. Whoever builds it keeps the
-// backends alive for as long as anything uses it.
 #pragma once
 
 namespace tollbeam {
@@ -20,22 +18,23 @@ class SystemSounds;
 class UserDefaults;
 class Workspace;
 
+/// Every port, for the part of the program that hands them out. The backends outlive it.
 struct Platform {
-  MainQueue& mainQueue;
-  Clock& clock;
-  Calendar& calendar;
-  FileManager& fileManager;
-  UserDefaults& userDefaults;
-  MainBundle& mainBundle;
-  PowerSources& powerSources;
-  ProcessInfo& processInfo;
-  Workspace& workspace;
-  NotificationCenter& notificationCenter;
-  Dialogs& dialogs;
-  SystemSounds& systemSounds;
-  LoginItem& loginItem;
-  Appearance& appearance;
-  Compositor& compositor;
+  MainQueue& mainQueue;                    ///< see MainQueue
+  Clock& clock;                            ///< see Clock
+  Calendar& calendar;                      ///< see Calendar
+  FileManager& fileManager;                ///< see FileManager
+  UserDefaults& userDefaults;              ///< see UserDefaults
+  MainBundle& mainBundle;                  ///< see MainBundle
+  PowerSources& powerSources;              ///< see PowerSources
+  ProcessInfo& processInfo;                ///< see ProcessInfo
+  Workspace& workspace;                    ///< see Workspace
+  NotificationCenter& notificationCenter;  ///< see NotificationCenter
+  Dialogs& dialogs;                        ///< see Dialogs
+  SystemSounds& systemSounds;              ///< see SystemSounds
+  LoginItem& loginItem;                    ///< see LoginItem
+  Appearance& appearance;                  ///< see Appearance
+  Compositor& compositor;                  ///< see Compositor
 };
 
 }  // namespace tollbeam
