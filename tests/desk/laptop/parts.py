@@ -29,12 +29,14 @@ def program(name):
 
 
 def screen(desk):
-    """The X server chooses its own display number, so that desks never meet."""
+    """The X server chooses its own display number, so that desks never meet. It offers no OpenGL, which
+    no part of the desk draws with: it would only load a driver, and xfwm4 would probe it."""
     number = desk.path('display')
     write_cookie(desk.env['XAUTHORITY'])
     size = 'x'.join(str(int(n) * desk.options['scale']) for n in desk.options['size'].split('x'))
     desk.processes.start('screen', ['bash', '-c', 'exec Xvfb -displayfd 3 -screen 0 "$1" -auth "$XAUTHORITY" '
-                                    '-nolisten tcp -noreset 3>"$2"', 'screen', size + 'x24', number], desk.env)
+                                    '-nolisten tcp -noreset -extension GLX 3>"$2"', 'screen', size + 'x24', number],
+                         desk.env)
     display = ':' + wait_for(lambda: os.path.exists(number) and text_of(number), 'Xvfb')
     # A colour that is neither a panel's nor a window's, so that pictures show where those end.
     subprocess.run(['xsetroot', '-solid', '#4a6078'], env=dict(desk.env, DISPLAY=display), check=True)
@@ -132,10 +134,26 @@ def notelog(desk):
 
 def windows(desk):
     compositor = '--compositor=' + ('on' if desk.options['compositor'] else 'off')
-    command = {'xfwm4': ['xfwm4', compositor, '--vblank=off'], 'openbox': ['openbox']}[desk.options['wm']]
+    command = {'xfwm4': ['xfwm4', compositor], 'openbox': ['openbox']}[desk.options['wm']]
+    if desk.options['wm'] == 'xfwm4':
+        write_xfwm4_defaults(desk)
     desk.processes.start('windows', command, desk.gtk_env())
     wait_for(lambda: b'window id' in subprocess.run(['xprop', '-root', '_NET_SUPPORTING_WM_CHECK'], env=desk.env,
                                                     capture_output=True).stdout, command[0])
+
+
+def write_xfwm4_defaults(desk):
+    """xfwm4 stores every default that is not stored yet, and reads its whole theme again after most of them."""
+    def kind(name, value):
+        if name.startswith('title_shadow_'):
+            return 'string'
+        return 'bool' if value in ('true', 'false') else 'int' if value.lstrip('-').isdigit() else 'string'
+    with open('/usr/share/xfwm4/defaults') as f:
+        defaults = [line.strip().split('=') for line in f if '=' in line]
+    lines = ['<property name="%s" type="%s" value="%s"/>\n' % (name, kind(name, value), value) for name, value in defaults]
+    with open(desk.path('home', '.config', 'xfce4', 'xfconf', 'xfce-perchannel-xml', 'xfwm4.xml'), 'w') as f:
+        f.write('<channel name="xfwm4" version="1.0">\n<property name="general" type="empty">\n%s</property>\n</channel>\n'
+                % ''.join(lines))
 
 
 def notify(desk):
