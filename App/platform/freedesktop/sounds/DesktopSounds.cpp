@@ -1,12 +1,9 @@
 #include "platform/freedesktop/sounds/DesktopSounds.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStringList>
 #include <utility>
-
-#include "platform/freedesktop/sounds/DefaultSound.h"
 
 namespace tollbeam {
 
@@ -16,11 +13,11 @@ void start(const std::string& player, const QStringList& arguments) {
   QProcess process;
   process.setProgram(QString::fromStdString(player));
   process.setArguments(arguments);
-  // What sound libraries have to say interests nobody.
+  // Sound libraries print warnings of their own.
   process.setStandardInputFile(QProcess::nullDevice());
   process.setStandardOutputFile(QProcess::nullDevice());
   process.setStandardErrorFile(QProcess::nullDevice());
-  // Detached: a sound may outlive the program, and its end leaves nobody to be buried.
+  // Detached: it may outlive us, and leaves no zombie.
   process.startDetached();
 }
 
@@ -30,11 +27,9 @@ DesktopSounds::DesktopSounds(std::string player, std::string theme)
     : player_(std::move(player)), theme_(std::move(theme)) {}
 
 void DesktopSounds::play(const std::string& name) {
-  if (const auto file = fileOf(name)) {
-    start(player_, {QStringLiteral("file"), QString::fromStdString(*file)});
-  } else {
-    start(player_, {QStringLiteral("event"), QString::fromStdString(name)});
-  }
+  const auto file = fileOf(name);
+  start(player_, {file ? QStringLiteral("file") : QStringLiteral("event"),
+                  QString::fromStdString(file.value_or(name))});
 }
 
 void DesktopSounds::playDefault() {
@@ -43,7 +38,7 @@ void DesktopSounds::playDefault() {
 }
 
 std::optional<std::string> DesktopSounds::fileOf(const std::string& name) const {
-  // A name is no path: it leads nowhere outside our theme.
+  // A name is no path: it must not lead outside our theme.
   if (name.empty() || name.find('/') != std::string::npos) return std::nullopt;
   std::string file = theme_ + "/stereo/" + name + ".oga";
   if (!QFileInfo::exists(QString::fromStdString(file))) return std::nullopt;

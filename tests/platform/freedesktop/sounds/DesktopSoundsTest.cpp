@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/freedesktop/sounds/DefaultSound.h"
 #include "preferences/Prefs.h"
 #include "support/PrivateBus.h"
 #include "support/Sandbox.h"
@@ -16,7 +15,7 @@ namespace {
 
 using test::waitFor;
 
-/// A player that writes down what it is told to play, one word a line, and then an empty line.
+/// A player that logs its arguments, one a line, and then an empty line.
 class DesktopSoundsTest : public testing::Test {
  protected:
   DesktopSoundsTest() {
@@ -30,8 +29,8 @@ class DesktopSoundsTest : public testing::Test {
     test::put(player, "#!/bin/sh\n" + script + "\n");
     std::filesystem::permissions(player, std::filesystem::perms::owner_all);
   }
-  bool wasTold(const std::string& words) const {
-    return waitFor([&] { return test::bytesOf(log).value_or("") == words; });
+  bool logged(const std::string& text) const {
+    return waitFor([&] { return test::bytesOf(log).value_or("") == text; });
   }
 
   test::Folder folder;
@@ -47,55 +46,55 @@ TEST(DefaultSound, TheSettingAndTheEventAreTwoConstants) {
   EXPECT_STREQ(kDefaultSoundEvent, "message-new-instant");
 }
 
-TEST_F(DesktopSoundsTest, OurOwnAreFilesOfTheBundle) {
+TEST_F(DesktopSoundsTest, PlaysOurOwnSoundsFromTheBundle) {
   EXPECT_EQ(sounds.fileOf("Glass"), folder / "theme/stereo/Glass.oga");
   sounds.play("Glass");
-  EXPECT_TRUE(wasTold("file\n" + (folder / "theme/stereo/Glass.oga") + "\n\n"));
+  EXPECT_TRUE(logged("file\n" + (folder / "theme/stereo/Glass.oga") + "\n\n"));
 }
 
-TEST_F(DesktopSoundsTest, AnyOtherNameIsLeftToTheSoundTheme) {
+TEST_F(DesktopSoundsTest, LeavesOtherNamesToTheSoundTheme) {
   EXPECT_EQ(sounds.fileOf("No Such Sound"), std::nullopt);
   sounds.play("No Such Sound");
-  EXPECT_TRUE(wasTold("event\nNo Such Sound\n\n"));
+  EXPECT_TRUE(logged("event\nNo Such Sound\n\n"));
 }
 
-TEST_F(DesktopSoundsTest, TheDesktopsOwnFallsBackOnItsBell) {
+TEST_F(DesktopSoundsTest, TheDefaultSoundFallsBackOnTheBell) {
   sounds.playDefault();
-  EXPECT_TRUE(wasTold("event\nmessage-new-instant\nbell\n\n"));
+  EXPECT_TRUE(logged("event\nmessage-new-instant\nbell\n\n"));
 }
 
-TEST_F(DesktopSoundsTest, EachSoundIsPlayedOnce) {
+TEST_F(DesktopSoundsTest, PlaysEachSoundOnce) {
   sounds.play("one");
-  ASSERT_TRUE(wasTold("event\none\n\n"));
+  ASSERT_TRUE(logged("event\none\n\n"));
   sounds.play("one");
-  EXPECT_TRUE(wasTold("event\none\n\nevent\none\n\n"));
+  EXPECT_TRUE(logged("event\none\n\nevent\none\n\n"));
 }
 
-TEST_F(DesktopSoundsTest, ANameIsNoPath) {
+TEST_F(DesktopSoundsTest, TakesNoPathForAName) {
   EXPECT_EQ(sounds.fileOf("../../secret"), std::nullopt);
   EXPECT_EQ(sounds.fileOf(folder / "secret"), std::nullopt);
   EXPECT_EQ(sounds.fileOf(""), std::nullopt);
 }
 
-TEST_F(DesktopSoundsTest, NobodyWaitsForTheEndOfASound) {
-  putPlayer("while ! test -e " + (folder / "goOn") + "; do sleep 0.01; done; echo done >" + log);
+TEST_F(DesktopSoundsTest, DoesNotWaitForTheEndOfASound) {
+  putPlayer("while ! test -e " + (folder / "end") + "; do sleep 0.01; done; echo done >" + log);
   sounds.play("long");
   EXPECT_EQ(test::bytesOf(log), std::nullopt);
-  test::put(folder / "goOn", "");
-  EXPECT_TRUE(wasTold("done\n"));
+  test::put(folder / "end", "");
+  EXPECT_TRUE(logged("done\n"));
 }
 
-TEST_F(DesktopSoundsTest, WhatAPlayerSaysIsNotHeard) {
+TEST_F(DesktopSoundsTest, DiscardsTheOutputOfThePlayer) {
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
   putPlayer("echo out; echo err >&2; echo done >" + log);
   sounds.playDefault();
-  EXPECT_TRUE(wasTold("done\n"));
+  EXPECT_TRUE(logged("done\n"));
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST_F(DesktopSoundsTest, WithoutAPlayerThereIsSilence) {
+TEST_F(DesktopSoundsTest, IsSilentWithoutAPlayer) {
   DesktopSounds without(folder / "none", folder / "none");
   without.play("Glass");
   without.playDefault();

@@ -13,7 +13,7 @@
 
 namespace {
 
-// A sound server that does not answer in this time is left alone: late alert sounds only puzzle.
+// A sound server that does not answer in this time is given up: a late alert sound only confuses.
 constexpr unsigned kSecondsToBegin = 5;
 constexpr unsigned kSecondsToEnd = 60;
 
@@ -22,8 +22,8 @@ struct Playing {
   std::atomic<int> result = CA_ERROR_INTERNAL;
 };
 
-// Signals that our starter had blocked stay blocked over its exec, the alarm among them.
-void listenToSignals() {
+// Signals that the parent process had blocked stay blocked over exec, the alarm among them.
+void unblockSignals() {
   sigset_t none;
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -36,40 +36,40 @@ void onEnd(ca_context* /*context*/, std::uint32_t /*id*/, int error, void* data)
   playing.ended.count_down();
 }
 
-struct Wanted {
+struct Sound {
   const char* property;
-  /// What it may be, the most wanted first.
+  /// Of the property, the preferred one first.
   std::vector<const char*> values;
 };
 
-/// Begins to play the first value that is found; what the library says of the last one tried.
-int begin(ca_context* context, const Wanted& wanted, Playing& playing) {
+/// Begins to play the first value that is found. The library's result for the last one tried.
+int begin(ca_context* context, const Sound& sound, Playing& playing) {
   int result = CA_ERROR_NOTFOUND;
-  for (const char* value : wanted.values) {
-    ca_proplist* what = nullptr;
-    result = ca_proplist_create(&what);
+  for (const char* value : sound.values) {
+    ca_proplist* properties = nullptr;
+    result = ca_proplist_create(&properties);
     if (result != CA_SUCCESS) break;
-    ca_proplist_sets(what, wanted.property, value);
-    result = ca_context_play_full(context, 1, what, onEnd, &playing);
-    ca_proplist_destroy(what);
+    ca_proplist_sets(properties, sound.property, value);
+    result = ca_context_play_full(context, 1, properties, onEnd, &playing);
+    ca_proplist_destroy(properties);
     if (result == CA_SUCCESS || result == CA_ERROR_NOTAVAILABLE) break;
   }
   return result;
 }
 
-/// `driver`: absent for the one that the library prefers.
-int play(const char* driver, const Wanted& wanted) {
+/// `driver`: null for the one that the library prefers.
+int play(const char* driver, const Sound& sound) {
   ca_context* context = nullptr;
   if (const int result = ca_context_create(&context); result != CA_SUCCESS) return result;
   if (driver) ca_context_set_driver(context, driver);
-  // Our own theme leads on to the usual one, so that names of both are found where it is installed.
+  // Our own theme inherits the usual one, so that names of both are found where it is installed.
   ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Tollbeam", CA_PROP_APPLICATION_ID,
                           "org.tollbeam.Tollbeam", CA_PROP_APPLICATION_ICON_NAME,
                           "org.tollbeam.Tollbeam", CA_PROP_CANBERRA_XDG_THEME_NAME, "tollbeam",
                           nullptr);
   Playing playing;
   ::alarm(kSecondsToBegin);
-  int result = begin(context, wanted, playing);
+  int result = begin(context, sound, playing);
   if (result == CA_SUCCESS) {
     ::alarm(kSecondsToEnd);
     playing.ended.wait();
@@ -84,13 +84,13 @@ int play(const char* driver, const Wanted& wanted) {
 int main(int argc, char** argv) {
   const std::string_view kind = argc > 2 ? argv[1] : "";
   if (kind != "file" && kind != "event") return EXIT_FAILURE;
-  const Wanted wanted{kind == "file" ? CA_PROP_MEDIA_FILENAME : CA_PROP_EVENT_ID,
-                      {argv + 2, argv + argc}};
-  listenToSignals();
-  int result = play(nullptr, wanted);
-  // The library prefers a sound server, and asks nobody else when there is none.
+  const Sound sound{kind == "file" ? CA_PROP_MEDIA_FILENAME : CA_PROP_EVENT_ID,
+                    {argv + 2, argv + argc}};
+  unblockSignals();
+  int result = play(nullptr, sound);
+  // The library prefers a sound server, and tries nothing else when there is none.
   if (result == CA_ERROR_NOTAVAILABLE && !std::getenv("CANBERRA_DRIVER")) {
-    result = play("alsa", wanted);
+    result = play("alsa", sound);
   }
   return result == CA_SUCCESS ? EXIT_SUCCESS : EXIT_FAILURE;
 }
