@@ -1,4 +1,4 @@
-// The desktop's own permission store, started on a private bus with an empty memory.
+// The desktop's own permission store, started empty on a private bus.
 #pragma once
 
 #include <signal.h>
@@ -22,7 +22,7 @@ class PermissionStore {
 
   [[nodiscard]] static bool isInstalled() { return QFileInfo::exists(program()); }
 
-  /// False when it does not come up.
+  /// False when it could not be started.
   [[nodiscard]] bool start() {
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus_.address());
@@ -42,9 +42,9 @@ class PermissionStore {
     waitFor([this] { return !connection_.interface()->isServiceRegistered(name()); });
   }
 
-  /// Holds every answer back until `goOn`.
+  /// Delays every answer until `resume`.
   void hang() { ::kill(static_cast<pid_t>(process_.processId()), SIGSTOP); }
-  void goOn() { ::kill(static_cast<pid_t>(process_.processId()), SIGCONT); }
+  void resume() { ::kill(static_cast<pid_t>(process_.processId()), SIGCONT); }
 
   /// What a settings program does.
   void set(const char* application, const QStringList& permissions) {
@@ -52,7 +52,7 @@ class PermissionStore {
     call << table() << true << id() << QString::fromLatin1(application) << permissions;
     connection_.call(call);
   }
-  void forgetAll() {
+  void clear() {
     QDBusMessage call = method("Delete");
     call << table() << id();
     connection_.call(call);

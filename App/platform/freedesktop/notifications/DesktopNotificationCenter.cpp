@@ -1,7 +1,8 @@
 #include "platform/freedesktop/notifications/DesktopNotificationCenter.h"
 
-#include <algorithm>
 #include <utility>
+
+#include "platform/freedesktop/notifications/DoNotDisturb.h"
 
 namespace tollbeam {
 
@@ -9,12 +10,12 @@ DesktopNotificationCenter::DesktopNotificationCenter(Bus& sessionBus, MainQueue&
                                                      Options options)
     : queue_(queue),
       permission_(sessionBus, options.look.desktopEntry, options.patience),
-      doNotDisturb_(sessionBus),
       server_(sessionBus, std::move(options.look)),
       self_(std::make_shared<DesktopNotificationCenter*>(this)) {
-  server_.onSilentServer = [this, play = std::move(options.playSound)](const auto& sound) {
+  server_.onSilentServer = [this, &sessionBus,
+                            play = std::move(options.playSound)](const auto& sound) {
     if (!play) return;
-    doNotDisturb_.ask([play, sound](bool on) {
+    askDoNotDisturb(sessionBus, &server_, [play, sound](bool on) {
       if (!on) play(sound);
     });
   };
@@ -45,40 +46,36 @@ void DesktopNotificationCenter::requestAuthorization(
 }
 
 void DesktopNotificationCenter::add(const NotificationRequest& request) {
-  const Turn turn = ++turns_[request.identifier];
-  permission_.whenKnown([this, audible = withItsSound(request), turn](AuthorizationStatus status) {
-    if (status != AuthorizationStatus::denied) askDelegate(audible, turn);
+  NotificationRequest audible = request;
+  // Two alerts of one refresh are one event to the user.
+  if (request.content.sound && std::exchange(hasSoundThisTurn_, true)) {
+    audible.content.sound.reset();
+  } else if (request.content.sound) {
+    queue_.async([weak = std::weak_ptr(self_)] {
+      if (const auto self = weak.lock()) (*self)->hasSoundThisTurn_ = false;
+    });
+  }
+  const Version version = ++versions_[request.identifier];
+  permission_.whenKnown([this, audible, version](AuthorizationStatus status) {
+    if (status != AuthorizationStatus::denied) askDelegate(audible, version);
   });
 }
 
-// Two alerts of one refresh are one event to the user.
-NotificationRequest DesktopNotificationCenter::withItsSound(NotificationRequest request) {
-  if (!request.content.sound) return request;
-  if (std::exchange(sounds_, true)) {
-    request.content.sound.reset();
-  } else {
-    queue_.async([weak = std::weak_ptr(self_)] {
-      if (const auto self = weak.lock()) (*self)->sounds_ = false;
-    });
-  }
-  return request;
-}
-
 void DesktopNotificationCenter::remove(const std::string& identifier) {
-  ++turns_[identifier];
+  ++versions_[identifier];
   server_.withdraw(identifier);
 }
 
-void DesktopNotificationCenter::askDelegate(const NotificationRequest& request, Turn turn) {
+void DesktopNotificationCenter::askDelegate(const NotificationRequest& request, Version version) {
   const auto delegate = delegate_.lock();
   if (!delegate) {
-    present(request, turn, {.banner = true, .sound = true});
+    present(request, version, {.banner = true, .sound = true});
     return;
   }
   delegate->willPresentNotification(request, [&queue = queue_, weak = std::weak_ptr(self_), request,
-                                              turn](PresentationOptions options) {
-    auto answered = [weak, request, turn, options] {
-      if (const auto self = weak.lock()) (*self)->present(request, turn, options);
+                                              version](PresentationOptions options) {
+    auto answered = [weak, request, version, options] {
+      if (const auto self = weak.lock()) (*self)->present(request, version, options);
     };
     if (queue.isCurrent()) {
       answered();
@@ -88,21 +85,18 @@ void DesktopNotificationCenter::askDelegate(const NotificationRequest& request, 
   });
 }
 
-void DesktopNotificationCenter::present(const NotificationRequest& request, Turn turn,
+void DesktopNotificationCenter::present(const NotificationRequest& request, Version version,
                                         PresentationOptions options) {
-  if (!options.banner || turns_[request.identifier] != turn) return;
+  if (!options.banner || versions_[request.identifier] != version) return;
   const NotificationContent& content = request.content;
-  server_.show(request.identifier, {.title = content.title,
-                                    .body = content.body,
-                                    .actions = actionsOf(content.categoryIdentifier),
-                                    .sound = options.sound ? content.sound : std::nullopt});
-}
-
-std::vector<NotificationAction> DesktopNotificationCenter::actionsOf(
-    const std::string& category) const {
-  const auto found = std::find_if(categories_.begin(), categories_.end(),
-                                  [&](const auto& one) { return one.identifier == category; });
-  return found == categories_.end() ? std::vector<NotificationAction>{} : found->actions;
+  Bubble bubble{.title = content.title,
+                .body = content.body,
+                .actions = {},
+                .sound = options.sound ? content.sound : std::nullopt};
+  for (const auto& category : categories_) {
+    if (category.identifier == content.categoryIdentifier) bubble.actions = category.actions;
+  }
+  server_.show(request.identifier, std::move(bubble));
 }
 
 }  // namespace tollbeam

@@ -1,7 +1,7 @@
 // Notifications through the desktop's server, with the permission that the user gave in the
-// desktop's settings. A request goes through three gates: permission, the delegate, the server; one
-// that was replaced or removed on the way is dropped. Requests that come together make one sound,
-// the first one's. Bubbles that are on show at the end are taken down. Main thread only.
+// desktop's settings. A request passes the permission, the delegate and the server in turn; one
+// that is replaced or removed meanwhile is dropped. Requests of one turn of the main queue make one
+// sound, the first one's. The end takes down what is on show. Main thread only.
 #pragma once
 
 #include <chrono>
@@ -14,7 +14,6 @@
 
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
-#include "platform/freedesktop/notifications/DoNotDisturb.h"
 #include "platform/freedesktop/notifications/NotificationPermission.h"
 #include "platform/freedesktop/notifications/NotificationServer.h"
 
@@ -24,9 +23,10 @@ class DesktopNotificationCenter final : public NotificationCenter {
  public:
   struct Options {
     NotificationLook look = {};
-    /// Plays a sound where the server plays none and may be disturbed; may be empty.
+    /// Plays a sound where the server plays none, unless the user does not want to be disturbed;
+    /// may be empty.
     std::function<void(const NotificationSound& sound)> playSound = {};
-    /// How long a permission store may take to answer.
+    /// A permission store that takes longer counts as none.
     std::chrono::milliseconds patience = std::chrono::seconds(2);
   };
 
@@ -41,24 +41,21 @@ class DesktopNotificationCenter final : public NotificationCenter {
   void remove(const std::string& identifier) override;
 
  private:
-  using Turn = std::uint64_t;
+  using Version = std::uint64_t;
 
-  [[nodiscard]] NotificationRequest withItsSound(NotificationRequest request);
-  void askDelegate(const NotificationRequest& request, Turn turn);
-  void present(const NotificationRequest& request, Turn turn, PresentationOptions options);
-  [[nodiscard]] std::vector<NotificationAction> actionsOf(const std::string& category) const;
+  void askDelegate(const NotificationRequest& request, Version version);
+  void present(const NotificationRequest& request, Version version, PresentationOptions options);
 
   MainQueue& queue_;
   std::weak_ptr<NotificationCenterDelegate> delegate_;
   std::vector<NotificationCategory> categories_;
-  /// Which request of an identifier is the newest; an older one has lost its place.
-  std::map<std::string, Turn> turns_;
+  /// Incremented when a request of the identifier is added or removed: earlier ones are dropped.
+  std::map<std::string, Version> versions_;
   NotificationPermission permission_;
-  DoNotDisturb doNotDisturb_;
   NotificationServer server_;
   /// A request of this turn of the main queue has a sound.
-  bool sounds_ = false;
-  /// Gone with this object: what the delegate answers later finds nobody.
+  bool hasSoundThisTurn_ = false;
+  /// Expires with this object: later answers of the delegate are dropped.
   std::shared_ptr<DesktopNotificationCenter*> self_;
 };
 

@@ -4,7 +4,7 @@
 #include <QUrl>
 #include <QVariantMap>
 
-#include "platform/freedesktop/sounds/DefaultSound.h"
+#include "platform/freedesktop/sounds/DesktopSounds.h"
 #include "texts/Translated.h"
 
 namespace tollbeam {
@@ -12,7 +12,7 @@ namespace tollbeam {
 namespace {
 
 constexpr uchar kNormalUrgency = 1;
-// The server's own: it knows how long its user wants to read.
+// The server's own timeout, which its user may have set.
 constexpr int kServerDecides = -1;
 
 QString escaped(QString text) {
@@ -68,8 +68,8 @@ QVariantList notifyArguments(const Bubble& bubble, const NotificationLook& look,
       {QStringLiteral("category"), QStringLiteral("device")},
       {QStringLiteral("image-path"), icon},
   };
-  // A server that does not say it can is asked for silence, in case it can: the sound is ours then,
-  // and must not be heard twice.
+  // We play the sound of a server that does not claim to: it is asked for silence, in case it does
+  // and the sound would be heard twice.
   addSound(hints, server.sound ? bubble.sound : std::nullopt, look);
   return {QString::fromStdString(look.applicationName),
           replacesId,

@@ -1,5 +1,5 @@
-// What one notification is on the wire of org.freedesktop.Notifications: a pure function of what is
-// to be shown and of what the server can do, so that every hint is tested without a bus.
+// The arguments of one call of org.freedesktop.Notifications.Notify: a pure function of the content
+// and of the server's capabilities, so that every hint is tested without a bus.
 #pragma once
 
 #include <QStringList>
@@ -12,7 +12,7 @@
 
 namespace tollbeam {
 
-/// What GetCapabilities said.
+/// Of those that GetCapabilities lists, the ones that matter to us.
 struct ServerCapabilities {
   bool actions = false;
   bool bodyMarkup = false;
@@ -29,8 +29,8 @@ struct NotificationLook {
   /// A name in the icon theme or an absolute path.
   std::string icon = "org.tollbeam.Tollbeam";
   std::string desktopEntry = "org.tollbeam.Tollbeam";
-  /// The file of a named sound, for sounds that are not in the desktop's sound theme; may be empty,
-  /// and answers absent to leave a name to the server.
+  /// The file of a named sound that is not in the desktop's sound theme; absent for a name that the
+  /// server should look up. May be empty.
   std::function<std::optional<std::string>(const std::string& name)> soundFile = {};
 };
 

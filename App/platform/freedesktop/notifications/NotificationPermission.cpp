@@ -2,11 +2,11 @@
 
 #include <QDBusArgument>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QMap>
 #include <QStringList>
 #include <utility>
+
+#include "platform/freedesktop/bus/WhenFinished.h"
 
 namespace tollbeam {
 
@@ -24,7 +24,7 @@ QDBusMessage method(const char* name) {
 }
 
 AuthorizationStatus statusIn(const QDBusMessage& reply, const QString& applicationId) {
-  // First the permissions by application, a{sas}, then data that is none of ours.
+  // First the permissions by application, a{sas}, then data that we do not use.
   const auto argument = reply.arguments().value(0).value<QDBusArgument>();
   if (argument.currentSignature() != QLatin1String("a{sas}")) {
     return AuthorizationStatus::notDetermined;
@@ -35,7 +35,7 @@ AuthorizationStatus statusIn(const QDBusMessage& reply, const QString& applicati
   return AuthorizationStatus::notDetermined;
 }
 
-/// Absent when the store said nothing.
+/// Absent when the store did not answer.
 std::optional<AuthorizationStatus> statusFor(const QDBusError& error) {
   if (error.name() == QLatin1String("org.freedesktop.portal.Error.NotFound")) {
     return AuthorizationStatus::notDetermined;
@@ -44,7 +44,7 @@ std::optional<AuthorizationStatus> statusFor(const QDBusError& error) {
       error.type() == QDBusError::Disconnected) {
     return std::nullopt;
   }
-  // No store, or one that will not talk to us: nobody keeps us from notifying.
+  // No store, or one that refuses us: nothing forbids notifications.
   return AuthorizationStatus::authorized;
 }
 
@@ -57,10 +57,10 @@ NotificationPermission::NotificationPermission(Bus& bus, const std::string& appl
       patience_(static_cast<int>(patience.count())),
       owner_(bus_, kService, Activation::forbidden) {
   connect(&owner_, &ServiceOwner::changed, this, [this] {
-    // A store that came after we did without one, or another than the one that we asked.
-    if (status_ && !owner_.name().isEmpty()) lookUp([](AuthorizationStatus) {});
+    // Another store than the one that was asked, or the first one.
+    if (status_ && !owner_.name().isEmpty()) askAgain([](AuthorizationStatus) {});
   });
-  // Nothing is believed on the word of the signal: it only makes us ask the store.
+  // The signal may come from anyone: it only makes us ask the store.
   bus_.listen(kPath, kService, QStringLiteral("Changed"), {}, this,
               SLOT(changed(QString, QString)));
 }
@@ -69,14 +69,27 @@ void NotificationPermission::whenKnown(Known known) {
   if (status_) {
     known(*status_);
   } else {
-    lookUp(std::move(known));
+    askAgain(std::move(known));
   }
 }
 
-void NotificationPermission::askAgain(Known known) { lookUp(std::move(known)); }
+void NotificationPermission::askAgain(Known known) {
+  QDBusMessage message = method("Lookup");
+  message << kTable << kId;
+  // Goes by this answer: an earlier one may still be on its way.
+  whenFinished(bus_.asyncCall(message, patience_), this,
+               [this, known = std::move(known)](const QDBusPendingCall& call) {
+                 const auto status = call.isError()
+                                         ? statusFor(call.error())
+                                         : std::optional(statusIn(call.reply(), applicationId_));
+                 if (status) status_ = status;
+                 // A store that never answered forbids nothing, as on a desktop without one.
+                 known(status_.value_or(AuthorizationStatus::authorized));
+               });
+}
 
 void NotificationPermission::request(std::function<void(bool granted)> answer) {
-  lookUp([this, answer = std::move(answer)](AuthorizationStatus status) {
+  askAgain([this, answer = std::move(answer)](AuthorizationStatus status) {
     if (status == AuthorizationStatus::notDetermined) {
       grant(answer);
     } else {
@@ -85,41 +98,20 @@ void NotificationPermission::request(std::function<void(bool granted)> answer) {
   });
 }
 
-void NotificationPermission::lookUp(Known known) {
-  QDBusMessage message = method("Lookup");
-  message << kTable << kId;
-  auto* call = new QDBusPendingCallWatcher(bus_.asyncCall(message, patience_), this);
-  connect(call, &QDBusPendingCallWatcher::finished, this,
-          [this, known = std::move(known)](QDBusPendingCallWatcher* finished) {
-            lookedUp(finished, known);
-          });
-}
-
-void NotificationPermission::lookedUp(QDBusPendingCallWatcher* call, const Known& known) {
-  call->deleteLater();
-  const auto status = call->isError() ? statusFor(call->error())
-                                      : std::optional(statusIn(call->reply(), applicationId_));
-  if (status) status_ = status;
-  // With nobody to ask, notifying is no worse than on a desktop without a store.
-  known(status_.value_or(AuthorizationStatus::authorized));
-}
-
 void NotificationPermission::grant(std::function<void(bool granted)> answer) {
   constexpr bool kCreateTable = true;
   QDBusMessage message = method("SetPermission");
   message << kTable << kCreateTable << kId << applicationId_ << QStringList{kYes};
-  auto* call = new QDBusPendingCallWatcher(bus_.asyncCall(message, patience_), this);
-  connect(call, &QDBusPendingCallWatcher::finished, this,
-          [this, answer = std::move(answer)](QDBusPendingCallWatcher* finished) {
-            finished->deleteLater();
-            if (!finished->isError()) status_ = AuthorizationStatus::authorized;
-            // If it could not be written down we are shown all the same, and asked again later.
-            answer(true);
-          });
+  whenFinished(bus_.asyncCall(message, patience_), this,
+               [this, answer = std::move(answer)](const QDBusPendingCall& call) {
+                 if (!call.isError()) status_ = AuthorizationStatus::authorized;
+                 // A grant that was not stored is in force all the same, and asked for again later.
+                 answer(true);
+               });
 }
 
 void NotificationPermission::changed(const QString& table, const QString& id) {
-  if (status_ && table == kTable && id == kId) lookUp([](AuthorizationStatus) {});
+  if (status_ && table == kTable && id == kId) askAgain([](AuthorizationStatus) {});
 }
 
 }  // namespace tollbeam

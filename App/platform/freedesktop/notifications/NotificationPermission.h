@@ -1,6 +1,7 @@
-// Whether the user lets us notify, as the desktop's permission store remembers it: "yes", "no", or
-// no entry while nobody was asked. A desktop without a store lets everyone notify. The store is
-// asked when somebody first wants to know and followed from then on. Main thread only.
+// Whether the user permits our notifications, as the desktop's permission store remembers it:
+// "yes", "no", or no entry while the user has not been asked. A desktop without a store permits
+// all. The store is asked when the status is first needed and followed from then on. Main thread
+// only.
 #pragma once
 
 #include <QDBusVariant>
@@ -12,8 +13,6 @@
 
 #include "platform/NotificationCenter.h"
 #include "platform/freedesktop/bus/ServiceOwner.h"
-
-class QDBusPendingCallWatcher;
 
 namespace tollbeam {
 
@@ -34,14 +33,11 @@ class NotificationPermission : public QObject {
   /// Asks the store again; never calls `known` before it returns.
   void askAgain(Known known);
 
-  /// Asks for the permission, for a user who has just said that he wants it: grants it unless he
-  /// has refused it elsewhere. Never calls `answer` before it returns.
+  /// Grants the permission, for a user who has just switched alerts on, unless the desktop's
+  /// settings refuse it. Never calls `answer` before it returns.
   void request(std::function<void(bool granted)> answer);
 
  private:
-  /// `known` gets the answer to this very question: an earlier one may still be on its way.
-  void lookUp(Known known);
-  void lookedUp(QDBusPendingCallWatcher* call, const Known& known);
   void grant(std::function<void(bool granted)> answer);
 
   // The parameters are those of the store's signal, which the bus matches by signature.

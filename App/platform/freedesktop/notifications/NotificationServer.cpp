@@ -1,11 +1,12 @@
 #include "platform/freedesktop/notifications/NotificationServer.h"
 
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <algorithm>
 #include <limits>
 #include <utility>
 #include <vector>
+
+#include "platform/freedesktop/bus/WhenFinished.h"
 
 namespace tollbeam {
 
@@ -14,15 +15,16 @@ namespace {
 const QString kService = QStringLiteral("org.freedesktop.Notifications");
 const QString kPath = QStringLiteral("/org/freedesktop/Notifications");
 
-// A server that does not say what it can in this time is taken for one that can the usual.
+// In milliseconds, as those below. A server that does not list its capabilities in this time is
+// taken for one with the usual ones.
 constexpr int kCapabilitiesTimeout = 5000;
 
-// A server that hangs has the call and shows the bubble when it goes on; its number must not be
-// lost by then. So a call without an answer means that the server left the bus.
+// A server that hangs has the call already and shows the bubble when it goes on: we must learn its
+// number even then. So a call ends without an answer only when the server leaves the bus.
 constexpr int kNever = std::numeric_limits<int>::max();
 
-// For each of the two things that the end waits for.
-constexpr int kLastWords = 500;
+// For each of the two calls that the end waits for.
+constexpr int kLastCallTimeout = 500;
 
 QDBusMessage method(const char* name) {
   return QDBusMessage::createMethodCall(kService, kPath, kService, QLatin1String(name));
@@ -33,7 +35,7 @@ QDBusMessage method(const char* name) {
 NotificationServer::NotificationServer(Bus& bus, NotificationLook look)
     : bus_(bus), look_(std::move(look)), owner_(bus_, kService, Activation::forbidden) {
   connect(&owner_, &ServiceOwner::changed, this, &NotificationServer::ownerChanged);
-  // A server that the bus has yet to start comes only when it is called.
+  // The bus starts some servers only when they are called.
   connect(&bus_, &Bus::restored, this, [this] {
     if (isAnyWaiting()) ask();
   });
@@ -45,32 +47,32 @@ NotificationServer::NotificationServer(Bus& bus, NotificationLook look)
 
 NotificationServer::~NotificationServer() {
   if (slots_.empty() || !bus_.isConnected()) return;
-  // Whoever answers this has answered what came before it, and so told the last bubble's number.
+  // Servers answer in order: after this answer every bubble's number is known.
   const bool isAnyCalling = std::any_of(slots_.begin(), slots_.end(),
                                         [](const auto& entry) { return entry.second.call; });
   if (isAnyCalling) {
     auto question = method("GetCapabilities");
     question.setAutoStartService(false);
-    bus_.connection().call(question, QDBus::Block, kLastWords);
+    bus_.connection().call(question, QDBus::Block, kLastCallTimeout);
   }
   for (const auto& [identifier, slot] : slots_) {
     const bool isAnswered = slot.call && slot.call->isFinished() && slot.call->isValid();
     const uint id = isAnswered ? QDBusPendingReply<uint>(*slot.call).value() : slot.id;
     if (id != 0) close(id);
   }
-  // The bus reads in order.
+  // The bus reads in order: after this answer it has the calls above.
   const auto busService = QStringLiteral("org.freedesktop.DBus");
   bus_.connection().call(
       QDBusMessage::createMethodCall(busService, QStringLiteral("/org/freedesktop/DBus"),
                                      busService, QStringLiteral("GetId")),
-      QDBus::Block, kLastWords);
+      QDBus::Block, kLastCallTimeout);
 }
 
 void NotificationServer::show(const std::string& identifier, Bubble bubble) {
   Slot& slot = slots_[identifier];
   slot.waiting = Waiting{std::move(bubble)};
   slot.withdrawn = false;
-  // With no server, too: asking starts one where the desktop has one to start.
+  // Also with no server: the call starts one where the desktop can.
   if (presence_ == Presence::unknown || presence_ == Presence::absent) ask();
   showNext(identifier);
 }
@@ -90,18 +92,13 @@ void NotificationServer::withdraw(const std::string& identifier) {
 
 void NotificationServer::ask() {
   presence_ = Presence::asking;
-  auto* call = new QDBusPendingCallWatcher(
-      bus_.asyncCall(method("GetCapabilities"), kCapabilitiesTimeout), this);
-  connect(call, &QDBusPendingCallWatcher::finished, this,
-          [this, generation = generation_](QDBusPendingCallWatcher* finished) {
-            asked(finished, generation);
-          });
+  whenFinished(bus_.asyncCall(method("GetCapabilities"), kCapabilitiesTimeout), this,
+               [this, generation = generation_](const QDBusPendingReply<QStringList>& reply) {
+                 if (generation == generation_) takeCapabilities(reply);
+               });
 }
 
-void NotificationServer::asked(QDBusPendingCallWatcher* call, int generation) {
-  call->deleteLater();
-  if (generation != generation_) return;
-  const QDBusPendingReply<QStringList> reply = *call;
+void NotificationServer::takeCapabilities(const QDBusPendingReply<QStringList>& reply) {
   if (reply.isError() && isServerMissing(reply.error())) {
     presence_ = Presence::absent;
     return;
@@ -109,7 +106,9 @@ void NotificationServer::asked(QDBusPendingCallWatcher* call, int generation) {
   presence_ = Presence::present;
   capabilities_ = reply.isError() ? ServerCapabilities{.actions = true}
                                   : ServerCapabilities::from(reply.value());
-  showAllWaiting();
+  std::vector<std::string> identifiers;
+  for (const auto& [identifier, slot] : slots_) identifiers.push_back(identifier);
+  for (const auto& identifier : identifiers) showNext(identifier);
 }
 
 void NotificationServer::showNext(const std::string& identifier) {
@@ -121,21 +120,19 @@ void NotificationServer::showNext(const std::string& identifier) {
   QDBusMessage message = method("Notify");
   message.setArguments(notifyArguments(next.bubble, look_, capabilities_, slot.id));
   slot.call = bus_.asyncCall(message, kNever);
-  auto* call = new QDBusPendingCallWatcher(*slot.call, this);
-  connect(call, &QDBusPendingCallWatcher::finished, this,
-          [this, identifier, next, generation = generation_](QDBusPendingCallWatcher* finished) {
-            shown(identifier, next, finished, generation);
-          });
+  whenFinished(
+      *slot.call, this,
+      [this, identifier, next, generation = generation_](const QDBusPendingReply<uint>& reply) {
+        shown(identifier, next, reply, generation);
+      });
 }
 
 void NotificationServer::shown(const std::string& identifier, Waiting waited,
-                               QDBusPendingCallWatcher* call, int generation) {
-  call->deleteLater();
+                               const QDBusPendingReply<uint>& reply, int generation) {
   const auto found = slots_.find(identifier);
   if (found == slots_.end()) return;
   Slot& slot = found->second;
   slot.call.reset();
-  const QDBusPendingReply<uint> reply = *call;
   const bool sameServer = generation == generation_;
   if (reply.isError()) {
     const bool died = reply.error().type() == QDBusError::NoReply;
@@ -158,15 +155,9 @@ void NotificationServer::shown(const std::string& identifier, Waiting waited,
     slots_.erase(found);
     return;
   }
-  // The next server may have come before this one was known to have failed.
+  // The next server may have come before the failure of this one was known.
   if (presence_ == Presence::unknown) ask();
   showNext(identifier);
-}
-
-void NotificationServer::showAllWaiting() {
-  std::vector<std::string> identifiers;
-  for (const auto& [identifier, slot] : slots_) identifiers.push_back(identifier);
-  for (const auto& identifier : identifiers) showNext(identifier);
 }
 
 bool NotificationServer::isAnyWaiting() const {
@@ -177,7 +168,7 @@ bool NotificationServer::isAnyWaiting() const {
 void NotificationServer::close(uint id) {
   QDBusMessage message = method("CloseNotification");
   message << id;
-  // A server that is not there shows nothing to close.
+  // A missing server has nothing to close.
   message.setAutoStartService(false);
   bus_.connection().send(message);
 }
@@ -190,7 +181,7 @@ void NotificationServer::ownerChanged() {
   if (presence_ == Presence::unknown && isAnyWaiting()) ask();
 }
 
-// A failed start has more error names than one could list, but it leaves the name without an owner.
+// The errors of a failed start are too many to list, but all leave the name without an owner.
 bool NotificationServer::isServerMissing(const QDBusError& error) const {
   return owner_.name().isEmpty() || error.type() == QDBusError::Disconnected;
 }
@@ -204,7 +195,7 @@ std::map<std::string, NotificationServer::Slot>::iterator NotificationServer::sl
 
 void NotificationServer::actionInvoked(uint id, const QString& action, const QDBusMessage& signal) {
   if (slotOf(id, signal) == slots_.end()) return;
-  // The user has answered. Not every server takes the bubble down by itself then.
+  // The user has answered. Some servers keep the bubble on show.
   close(id);
   if (onAction) onAction(action.toStdString());
 }

@@ -3,14 +3,13 @@
 //
 // Servers come and go. A bubble's number means something only to the server that gave it: a new
 // server starts counting again, so all numbers are forgotten with the old one, or we would replace
-// a stranger's bubble. What could not be shown for want of a server waits for one, the newest of
-// each identifier; what two servers did not survive is dropped. Nothing but the end waits for the
-// bus. Main thread only.
+// another program's bubble. Without a server the newest bubble of each identifier waits for one;
+// one with which two servers died is dropped. Only the end blocks. Main thread only.
 #pragma once
 
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QDBusPendingCall>
+#include <QDBusPendingReply>
 #include <QObject>
 #include <functional>
 #include <map>
@@ -20,8 +19,6 @@
 #include "platform/freedesktop/bus/ServiceOwner.h"
 #include "platform/freedesktop/notifications/NotificationCall.h"
 
-class QDBusPendingCallWatcher;
-
 namespace tollbeam {
 
 class NotificationServer : public QObject {
@@ -30,8 +27,8 @@ class NotificationServer : public QObject {
  public:
   /// `bus` outlives this object.
   NotificationServer(Bus& bus, NotificationLook look);
-  /// Takes down what is on show: its buttons would do nothing from now on. Returns when the bus has
-  /// the calls, or after a second at most, because what is still queued ends with the process.
+  /// Takes down the bubbles on show: their buttons would do nothing from now on. Blocks until the
+  /// bus has the calls, a second at most: calls that are still queued are lost with the process.
   ~NotificationServer() override;
 
   /// The user chose an action of a bubble of ours.
@@ -48,13 +45,14 @@ class NotificationServer : public QObject {
  private:
   struct Waiting {
     Bubble bubble;
-    /// The server that was to show it left the bus meanwhile. Nobody knows why: it is tried once
-    /// more, and a second time it may have been this bubble's doing.
+    /// The server left the bus while it showed this bubble, perhaps because of it: the bubble is
+    /// tried once more and then dropped.
     bool diedWithServer = false;
   };
 
-  /// One identifier's bubble. At most one call is under way; the newest bubble waits behind it.
+  /// The bubble of one identifier. At most one call is under way; the newest bubble waits for it.
   struct Slot {
+    /// The server's number of the bubble on show; 0 when there is none.
     uint id = 0;
     std::optional<QDBusPendingCall> call;
     bool withdrawn = false;
@@ -66,11 +64,10 @@ class NotificationServer : public QObject {
   enum class Presence { unknown, asking, absent, present };
 
   void ask();
-  void asked(QDBusPendingCallWatcher* call, int generation);
+  void takeCapabilities(const QDBusPendingReply<QStringList>& reply);
   void showNext(const std::string& identifier);
-  void shown(const std::string& identifier, Waiting waited, QDBusPendingCallWatcher* call,
+  void shown(const std::string& identifier, Waiting waited, const QDBusPendingReply<uint>& reply,
              int generation);
-  void showAllWaiting();
   [[nodiscard]] bool isAnyWaiting() const;
   void close(uint id);
   void ownerChanged();
@@ -85,7 +82,7 @@ class NotificationServer : public QObject {
   NotificationLook look_;
   ServiceOwner owner_;
   Presence presence_ = Presence::unknown;
-  /// Counts the servers that we have met; an answer of an earlier one says nothing any more.
+  /// Incremented for each server; replies from earlier ones are stale.
   int generation_ = 0;
   ServerCapabilities capabilities_;
   std::map<std::string, Slot> slots_;

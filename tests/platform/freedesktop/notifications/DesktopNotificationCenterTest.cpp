@@ -9,6 +9,7 @@
 #include <optional>
 #include <thread>
 
+#include "platform/freedesktop/notifications/DoNotDisturb.h"
 #include "platform/freedesktop/notifications/RecordingServer.h"
 #include "platform/freedesktop/session/QtMainQueue.h"
 #include "support/PermissionStore.h"
@@ -56,7 +57,7 @@ NotificationRequest request(const std::string& identifier, const std::string& ti
 
 const auto notifications = QStringLiteral("org.freedesktop.Notifications");
 
-/// Calls, and waits for the answer: what came to the connection before it has been handled by then.
+/// Calls and waits for the answer: every message that arrived before it has been handled by then.
 bool callAndWait(const Bus& connection, const QString& name, const char* member) {
   bool answered = false;
   const QDBusPendingCallWatcher call(connection.asyncCall(QDBusMessage::createMethodCall(
@@ -89,8 +90,8 @@ class DesktopNotificationCenterTest : public testing::Test {
     ASSERT_TRUE(waitFor([&] { return !server.shown.empty(); }));
     settle();
   }
-  /// What was on its way to and from the server has arrived: a call went there and back, and
-  /// another went after its answer.
+  /// Waits until every message to and from the server has arrived: one call is answered, and
+  /// another that was made after its answer has taken effect.
   void settle() {
     auto silent = request("settle", "settle");
     silent.content.sound.reset();
@@ -115,11 +116,10 @@ class DesktopNotificationCenterTest : public testing::Test {
     named.content.sound = NotificationSound{.name = "Glass"};
     center.add(named);
   }
-  /// Sounds that were to be played have been, or will not be.
+  /// Waits until every sound that is to be played has been played.
   void settleSounds() {
     bool asked = false;
-    DoNotDisturb after(connection);
-    after.ask([&](bool) { asked = true; });
+    askDoNotDisturb(connection, &server, [&](bool) { asked = true; });
     ASSERT_TRUE(waitFor([&] { return asked; }));
   }
 
@@ -134,6 +134,18 @@ class DesktopNotificationCenterTest : public testing::Test {
       DesktopNotificationCenter::Options{
           .playSound = [this](const auto& sound) { played.push_back(sound); },
           .patience = std::chrono::seconds(2)}};
+};
+
+class NotificationCenterWithStoreTest : public DesktopNotificationCenterTest {
+ protected:
+  void SetUp() override {
+    if (!test::PermissionStore::isInstalled()) {
+      GTEST_SKIP() << "xdg-permission-store is not installed";
+    }
+    ASSERT_TRUE(store.start());
+  }
+
+  test::PermissionStore store{bus};
 };
 
 }  // namespace
@@ -151,7 +163,7 @@ TEST_F(DesktopNotificationCenterTest, ShowsARequestWithTheActionsOfItsCategory) 
   EXPECT_EQ(server.timesAsked, 1);
 }
 
-TEST_F(DesktopNotificationCenterTest, ARequestReplacesTheOneOfItsIdentifier) {
+TEST_F(DesktopNotificationCenterTest, ReplacesTheRequestOfTheSameIdentifier) {
   server.start();
   addShown("low", "15%");
   add("low", "10%");
@@ -159,7 +171,7 @@ TEST_F(DesktopNotificationCenterTest, ARequestReplacesTheOneOfItsIdentifier) {
   EXPECT_TRUE(shows({QStringLiteral("10%"), QStringLiteral("8 hours")}));
 }
 
-TEST_F(DesktopNotificationCenterTest, QuickSuccessorsReplaceOneThatHasNoIdYet) {
+TEST_F(DesktopNotificationCenterTest, ReplacesABubbleThatHasNoIdYet) {
   server.start();
   server.holdsAnswers = true;
   add("low", "1");
@@ -174,7 +186,7 @@ TEST_F(DesktopNotificationCenterTest, QuickSuccessorsReplaceOneThatHasNoIdYet) {
   EXPECT_EQ(server.calls[2].replacesId, 1U);
 }
 
-TEST_F(DesktopNotificationCenterTest, AnActionReachesTheDelegate) {
+TEST_F(DesktopNotificationCenterTest, PassesAnActionToTheDelegate) {
   server.start();
   addShown("low", "15%");
   server.choose(server.shown.begin()->first, "SNOOZE");
@@ -185,7 +197,7 @@ TEST_F(DesktopNotificationCenterTest, AnActionReachesTheDelegate) {
   EXPECT_EQ(delegate->actions, (std::vector<std::string>{"SNOOZE", "default"}));
 }
 
-TEST_F(DesktopNotificationCenterTest, AnAnsweredBubbleIsTakenDownWhereTheServerKeepsIt) {
+TEST_F(DesktopNotificationCenterTest, ClosesAnAnsweredBubbleThatTheServerKeeps) {
   server.start();
   addShown("low", "15%");
   Q_EMIT server.ActionInvoked(server.shown.begin()->first, QStringLiteral("SNOOZE"));
@@ -193,25 +205,25 @@ TEST_F(DesktopNotificationCenterTest, AnAnsweredBubbleIsTakenDownWhereTheServerK
   EXPECT_EQ(delegate->actions, (std::vector<std::string>{"SNOOZE"}));
 }
 
-TEST_F(DesktopNotificationCenterTest, OnlyActionsOnOurBubblesFromTheServerCount) {
+TEST_F(DesktopNotificationCenterTest, IgnoresForgedActionsAndThoseOnOtherBubbles) {
   server.start();
   addShown("low", "15%");
   const uint ours = server.shown.begin()->first;
-  // Another program on the bus that says the same.
+  // The same signal from another program on the bus.
   QDBusMessage forged = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/Notifications"),
                                                    QStringLiteral("org.freedesktop.Notifications"),
                                                    QStringLiteral("ActionInvoked"));
   forged << ours << QStringLiteral("forged");
   bus.connect().send(forged);
   Q_EMIT server.ActionInvoked(ours + 1000, QStringLiteral("stranger"));
-  Q_EMIT server.ActionInvoked(0, QStringLiteral("nobody"));
+  Q_EMIT server.ActionInvoked(0, QStringLiteral("none"));
   settle();
   server.choose(ours, "SNOOZE");
   EXPECT_TRUE(waitFor([&] { return !delegate->actions.empty(); }));
   EXPECT_EQ(delegate->actions, (std::vector<std::string>{"SNOOZE"}));
 }
 
-TEST_F(DesktopNotificationCenterTest, AClosedBubbleIsNotReplaced) {
+TEST_F(DesktopNotificationCenterTest, DoesNotReplaceAClosedBubble) {
   server.start();
   addShown("low", "15%");
   server.close(server.shown.begin()->first, 1);
@@ -222,41 +234,42 @@ TEST_F(DesktopNotificationCenterTest, AClosedBubbleIsNotReplaced) {
   EXPECT_EQ(server.calls.at(before).replacesId, 0U);
 }
 
-TEST_F(DesktopNotificationCenterTest, AfterARestartNoStrangersBubbleIsReplaced) {
+TEST_F(DesktopNotificationCenterTest, ReplacesNoOtherProgramsBubbleAfterARestart) {
   server.start();
   addShown("low", "15%");
   const uint ours = server.shown.begin()->first;
   server.stop();
   server.capabilities = {QStringLiteral("body")};
   server.start();
-  // Somebody else's bubble gets the number that ours had.
+  // A bubble of another program gets the number that ours had.
   DesktopNotificationCenter stranger(bus.join(), queue, {});
   stranger.add(request("stranger", "stranger"));
   ASSERT_TRUE(waitFor([&] { return server.shown.contains(ours); }));
   add("low", "<10%>");
   ASSERT_TRUE(waitFor([&] { return server.shown.size() == 2; }));
   EXPECT_EQ(server.shown[ours].summary, QLatin1String("stranger"));
-  // What the new server can do was asked again.
+  // The new server was asked for its capabilities.
   EXPECT_EQ(server.timesAsked, 3);
   EXPECT_TRUE(server.calls.back().actions.isEmpty());
-  // Nor does the stranger's button count as ours.
+  // Actions on the other program's bubble are not ours.
   server.choose(ours, "SNOOZE");
   settle();
   EXPECT_TRUE(delegate->actions.empty());
 }
 
-TEST_F(DesktopNotificationCenterTest, ARestartAloneAsksNothing) {
+TEST_F(DesktopNotificationCenterTest, ARestartOfTheServerCausesNoCall) {
   server.start();
   addShown("low", "15%");
   server.stop();
   server.start();
-  // The restart is known now, and a question about it would stand before the test's own.
+  // The restart is known once the bus answers, and a call because of it would precede the test's
+  // own.
   ASSERT_TRUE(callAndWait(connection, QStringLiteral("org.freedesktop.DBus"), "GetId"));
   ASSERT_TRUE(callAndWait(connection, notifications, "GetCapabilities"));
   EXPECT_EQ(server.timesAsked, 2);
 }
 
-TEST_F(DesktopNotificationCenterTest, WithoutAServerTheNewestOfEachWaits) {
+TEST_F(DesktopNotificationCenterTest, ShowsTheNewestOfEachIdentifierOnceAServerStarts) {
   add("low", "15%");
   add("low", "10%");
   add("tooLong", "8 hours");
@@ -267,7 +280,7 @@ TEST_F(DesktopNotificationCenterTest, WithoutAServerTheNewestOfEachWaits) {
   EXPECT_EQ(server.calls.size(), 2U);
 }
 
-TEST_F(DesktopNotificationCenterTest, WhatWaitsIsTakenBackEvenLongAfter) {
+TEST_F(DesktopNotificationCenterTest, RemovesAWaitingRequest) {
   add("low", "15%");
   bool answered = false;
   center.getAuthorizationStatus([&](auto) { answered = true; });
@@ -279,7 +292,7 @@ TEST_F(DesktopNotificationCenterTest, WhatWaitsIsTakenBackEvenLongAfter) {
   EXPECT_EQ(server.calls.size(), 1U);
 }
 
-TEST_F(DesktopNotificationCenterTest, AShownRequestIsTakenBack) {
+TEST_F(DesktopNotificationCenterTest, RemovesAShownRequest) {
   server.start();
   addShown("low", "15%");
   server.closeRequests.clear();
@@ -293,7 +306,7 @@ TEST_F(DesktopNotificationCenterTest, AShownRequestIsTakenBack) {
   EXPECT_EQ(server.closeRequests.size(), 2U);
 }
 
-TEST_F(DesktopNotificationCenterTest, ARequestIsTakenBackWhileItIsBeingShown) {
+TEST_F(DesktopNotificationCenterTest, RemovesARequestThatTheServerHasNotAnsweredYet) {
   server.start();
   server.holdsAnswers = true;
   add("low", "15%");
@@ -304,7 +317,7 @@ TEST_F(DesktopNotificationCenterTest, ARequestIsTakenBackWhileItIsBeingShown) {
   EXPECT_EQ(server.closeRequests, Ids{1});
 }
 
-TEST_F(DesktopNotificationCenterTest, ARequestAfterOneTakenBackStays) {
+TEST_F(DesktopNotificationCenterTest, KeepsARequestAddedAfterARemovedOne) {
   server.start();
   server.holdsAnswers = true;
   add("low", "15%");
@@ -316,7 +329,7 @@ TEST_F(DesktopNotificationCenterTest, ARequestAfterOneTakenBackStays) {
   EXPECT_TRUE(server.closeRequests.empty());
 }
 
-TEST_F(DesktopNotificationCenterTest, WhatADyingServerDidNotShowTheNextOneShows) {
+TEST_F(DesktopNotificationCenterTest, ShowsOnTheNextServerWhatADyingOneDidNot) {
   server.start();
   server.holdsAnswers = true;
   add("low", "15%");
@@ -328,7 +341,7 @@ TEST_F(DesktopNotificationCenterTest, WhatADyingServerDidNotShowTheNextOneShows)
   EXPECT_EQ(server.calls[1].replacesId, 0U);
 }
 
-TEST_F(DesktopNotificationCenterTest, WhatTwoServersDiedOfIsNotShownToAThird) {
+TEST_F(DesktopNotificationCenterTest, DropsABubbleWithWhichTwoServersDied) {
   server.start();
   server.holdsAnswers = true;
   add("low", "deadly");
@@ -342,12 +355,12 @@ TEST_F(DesktopNotificationCenterTest, WhatTwoServersDiedOfIsNotShownToAThird) {
   ASSERT_TRUE(shows({QStringLiteral("8 hours")}));
   settle();
   EXPECT_EQ(server.titles(), Titles{QStringLiteral("8 hours")});
-  // The next one of its identifier is a new one.
+  // The next request of this identifier is shown.
   add("low", "15%");
   EXPECT_TRUE(shows({QStringLiteral("8 hours"), QStringLiteral("15%")}));
 }
 
-TEST_F(DesktopNotificationCenterTest, AServerThatDoesNotSayWhatItCanIsTakenForAUsualOne) {
+TEST_F(DesktopNotificationCenterTest, AssumesTheUsualCapabilitiesWhenTheServerListsNone) {
   server.hidesCapabilities = true;
   server.start();
   add("low", "15%");
@@ -357,8 +370,8 @@ TEST_F(DesktopNotificationCenterTest, AServerThatDoesNotSayWhatItCanIsTakenForAU
 }
 
 // A service file for a program that never takes the name, as for a masked unit: the bus gives up
-// before we do, or long after we have stopped asking what the server can.
-TEST(NotificationServerActivation, WhatNoServerCouldBeStartedForWaitsForOne) {
+// before we do, or long after our call for the capabilities has timed out.
+TEST(NotificationServerActivation, KeepsTheRequestWhenNoServerCanBeStarted) {
   for (const int milliseconds : {300, 5500}) {
     test::PrivateBus bus({notifications, QStringLiteral("/bin/sleep 60"), milliseconds});
     Bus& connection = bus.join();
@@ -368,7 +381,7 @@ TEST(NotificationServerActivation, WhatNoServerCouldBeStartedForWaitsForOne) {
     bool known = false;
     center.getAuthorizationStatus([&](auto) { known = true; });
     ASSERT_TRUE(waitFor([&] { return known; }));
-    // Twice: an answer that was misunderstood would be followed by another attempt.
+    // Twice: after a misread answer there would be another attempt.
     ASSERT_TRUE(callAndWait(connection, notifications, "GetCapabilities"));
     ASSERT_TRUE(callAndWait(connection, notifications, "GetCapabilities"));
     test::RecordingServer server(bus);
@@ -378,8 +391,8 @@ TEST(NotificationServerActivation, WhatNoServerCouldBeStartedForWaitsForOne) {
   }
 }
 
-// The server is a program that only leaves a mark, so that the attempt to start it is seen.
-TEST(NotificationServerActivation, WhatWaitsStartsAServerOnARestartedBus) {
+// The server is a program that only makes a file, which shows the attempt to start it.
+TEST(NotificationServerActivation, StartsAServerForAWaitingRequestOnARestartedBus) {
   const QTemporaryDir folder;
   const QString mark = folder.filePath(QStringLiteral("started"));
   test::PrivateBus bus({notifications, QStringLiteral("/usr/bin/touch ") + mark});
@@ -393,7 +406,7 @@ TEST(NotificationServerActivation, WhatWaitsStartsAServerOnARestartedBus) {
   EXPECT_TRUE(waitFor([&] { return QFile::exists(mark); }));
 }
 
-TEST_F(DesktopNotificationCenterTest, WhatAReplacedServerTookAlongTheNextOneShows) {
+TEST_F(DesktopNotificationCenterTest, ShowsOnTheNextServerWhatAReplacedOneDidNot) {
   server.start();
   server.holdsAnswers = true;
   add("low", "15%");
@@ -405,7 +418,7 @@ TEST_F(DesktopNotificationCenterTest, WhatAReplacedServerTookAlongTheNextOneShow
   EXPECT_TRUE(waitFor([&] { return next.titles() == std::vector{QStringLiteral("15%")}; }));
 }
 
-TEST_F(DesktopNotificationCenterTest, WhatFellDueWithoutABusIsShownOnTheNext) {
+TEST_F(DesktopNotificationCenterTest, ShowsOnTheNextBusWhatWasAddedWithoutOne) {
   server.start();
   addShown("low", "15%");
   bus.stop();
@@ -420,7 +433,7 @@ TEST_F(DesktopNotificationCenterTest, WhatFellDueWithoutABusIsShownOnTheNext) {
   EXPECT_TRUE(waitFor([&] { return !delegate->actions.empty(); }));
 }
 
-TEST_F(DesktopNotificationCenterTest, WhatABusTookAlongIsShownOnTheNext) {
+TEST_F(DesktopNotificationCenterTest, ShowsOnTheNextBusWhatTheOldOneLost) {
   server.start();
   server.holdsAnswers = true;
   add("low", "15%");
@@ -432,7 +445,7 @@ TEST_F(DesktopNotificationCenterTest, WhatABusTookAlongIsShownOnTheNext) {
   EXPECT_TRUE(shows({QStringLiteral("15%")}));
 }
 
-TEST_F(DesktopNotificationCenterTest, ARefusedRequestIsDroppedAndTheNextOneShown) {
+TEST_F(DesktopNotificationCenterTest, DropsARefusedRequestAndShowsTheNext) {
   server.start();
   server.fails = QStringLiteral("org.freedesktop.Notifications.Error.ExcessNotificationGeneration");
   add("low", "15%");
@@ -455,7 +468,7 @@ TEST_F(DesktopNotificationCenterTest, TheDelegateDecidesHowARequestIsPresented) 
   EXPECT_EQ(server.calls[0].hints.value(QStringLiteral("suppress-sound")), QVariant(true));
 }
 
-TEST_F(DesktopNotificationCenterTest, WithoutADelegateRequestsAreShown) {
+TEST_F(DesktopNotificationCenterTest, ShowsRequestsWithoutADelegate) {
   server.start();
   delegate.reset();
   add("low", "15%");
@@ -479,7 +492,7 @@ TEST_F(DesktopNotificationCenterTest, TheDelegateMayAnswerLaterAndOnAnotherThrea
   EXPECT_EQ(server.calls.size(), 1U);
 }
 
-TEST_F(DesktopNotificationCenterTest, AnAnswerAfterTheEndFindsNobody) {
+TEST_F(DesktopNotificationCenterTest, IgnoresAnAnswerOfTheDelegateAfterItsEnd) {
   server.start();
   delegate->keeps = true;
   {
@@ -494,7 +507,7 @@ TEST_F(DesktopNotificationCenterTest, AnAnswerAfterTheEndFindsNobody) {
   EXPECT_TRUE(shows({QStringLiteral("8 hours")}));
 }
 
-TEST_F(DesktopNotificationCenterTest, TheEndMayComeAtAnyPoint) {
+TEST_F(DesktopNotificationCenterTest, CanEndAtAnyPoint) {
   server.start();
   server.holdsAnswers = true;
   {
@@ -511,7 +524,7 @@ TEST_F(DesktopNotificationCenterTest, TheEndMayComeAtAnyPoint) {
   addShown("tooLong", "8 hours");
 }
 
-TEST_F(DesktopNotificationCenterTest, SoundsThatTheServerDoesNotPlayAreOurs) {
+TEST_F(DesktopNotificationCenterTest, PlaysTheSoundsThatTheServerDoesNot) {
   server.capabilities = {QStringLiteral("actions")};
   server.start();
   addShown("low", "15%");
@@ -530,7 +543,7 @@ TEST_F(DesktopNotificationCenterTest, SoundsThatTheServerDoesNotPlayAreOurs) {
   }
 }
 
-TEST_F(DesktopNotificationCenterTest, AReplacedRequestSoundsAgain) {
+TEST_F(DesktopNotificationCenterTest, PlaysTheSoundOfAReplacementToo) {
   server.capabilities = {QStringLiteral("actions")};
   server.start();
   addShown("low", "15%");
@@ -539,7 +552,7 @@ TEST_F(DesktopNotificationCenterTest, AReplacedRequestSoundsAgain) {
   EXPECT_TRUE(waitFor([&] { return played.size() == 2; }));
 }
 
-TEST_F(DesktopNotificationCenterTest, OfRequestsThatComeTogetherTheServerSoundsOne) {
+TEST_F(DesktopNotificationCenterTest, SendsOneSoundForRequestsThatComeTogether) {
   server.start();
   addSilentAndTwoWithSound();
   ASSERT_TRUE(waitFor([&] { return server.calls.size() == 3; }));
@@ -550,7 +563,7 @@ TEST_F(DesktopNotificationCenterTest, OfRequestsThatComeTogetherTheServerSoundsO
   EXPECT_EQ(suppressed, (std::vector<bool>{true, false, true}));
 }
 
-TEST_F(DesktopNotificationCenterTest, OfRequestsThatComeTogetherWeSoundOne) {
+TEST_F(DesktopNotificationCenterTest, PlaysOneSoundForRequestsThatComeTogether) {
   server.capabilities = {QStringLiteral("actions")};
   server.start();
   addSilentAndTwoWithSound();
@@ -560,7 +573,7 @@ TEST_F(DesktopNotificationCenterTest, OfRequestsThatComeTogetherWeSoundOne) {
   EXPECT_EQ(played, std::vector<NotificationSound>{{}});
 }
 
-TEST_F(DesktopNotificationCenterTest, WhoDoesNotWantToBeDisturbedHearsNothing) {
+TEST_F(DesktopNotificationCenterTest, PlaysNothingDuringDoNotDisturb) {
   server.capabilities = {QStringLiteral("actions")};
   server.start();
   server.inhibited = true;
@@ -572,21 +585,21 @@ TEST_F(DesktopNotificationCenterTest, WhoDoesNotWantToBeDisturbedHearsNothing) {
   EXPECT_TRUE(waitFor([&] { return played.size() == 1; }));
 }
 
-TEST_F(DesktopNotificationCenterTest, BubblesDoNotOutliveTheProgram) {
+TEST_F(DesktopNotificationCenterTest, ClosesItsBubblesAtTheEnd) {
   server.start();
   {
     DesktopNotificationCenter ending(bus.join(), queue, {});
     ending.add(request("low", "15%"));
     ending.add(request("tooLong", "8 hours"));
     ASSERT_TRUE(waitFor([&] { return server.shown.size() == 2; }));
-    // The first bubble's number has come back when it is replaced.
+    // The first bubble's number has arrived when it is replaced.
     ending.add(request("low", "10%"));
     ASSERT_TRUE(shows({QStringLiteral("10%"), QStringLiteral("8 hours")}));
   }
   EXPECT_TRUE(shows({}));
 }
 
-TEST_F(DesktopNotificationCenterTest, ABubbleWhoseNumberIsOnItsWayDoesNotOutliveTheProgram) {
+TEST_F(DesktopNotificationCenterTest, ClosesABubbleAtTheEndWhoseIdHasNotArrived) {
   server.start();
   {
     DesktopNotificationCenter ending(bus.join(), queue, {});
@@ -596,7 +609,7 @@ TEST_F(DesktopNotificationCenterTest, ABubbleWhoseNumberIsOnItsWayDoesNotOutlive
   EXPECT_TRUE(shows({}));
 }
 
-TEST_F(DesktopNotificationCenterTest, ARequestThatTheServerRefusesIsSilent) {
+TEST_F(DesktopNotificationCenterTest, PlaysNoSoundForARefusedRequest) {
   server.capabilities = {QStringLiteral("actions")};
   server.start();
   server.fails = QStringLiteral("org.freedesktop.Notifications.Error.ExcessNotificationGeneration");
@@ -607,7 +620,7 @@ TEST_F(DesktopNotificationCenterTest, ARequestThatTheServerRefusesIsSilent) {
   EXPECT_TRUE(played.empty());
 }
 
-TEST_F(DesktopNotificationCenterTest, SoundsThatTheServerPlaysAreNot) {
+TEST_F(DesktopNotificationCenterTest, PlaysNoSoundThatTheServerPlays) {
   server.start();
   addShown("low", "15%");
   EXPECT_EQ(server.calls[0].hints.value(QStringLiteral("sound-name")),
@@ -627,17 +640,12 @@ TEST_F(DesktopNotificationCenterTest, SoundsThatTheServerPlaysAreNot) {
   EXPECT_TRUE(played.empty());
 }
 
-TEST_F(DesktopNotificationCenterTest, WithoutPermissionNothingIsShown) {
-  if (!test::PermissionStore::isInstalled()) {
-    GTEST_SKIP() << "xdg-permission-store is not installed";
-  }
-  test::PermissionStore store(bus);
-  ASSERT_TRUE(store.start());
+TEST_F(NotificationCenterWithStoreTest, ShowsNothingWithoutPermission) {
   server.start();
   store.set("org.tollbeam.Tollbeam", {QStringLiteral("no")});
   add("low", "15%");
   std::optional<AuthorizationStatus> status;
-  center.getAuthorizationStatus([&](auto told) { status = told; });
+  center.getAuthorizationStatus([&](auto answer) { status = answer; });
   ASSERT_TRUE(waitFor([&] { return status.has_value(); }));
   EXPECT_EQ(status, AuthorizationStatus::denied);
   store.set("org.tollbeam.Tollbeam", {QStringLiteral("yes")});
@@ -648,30 +656,20 @@ TEST_F(DesktopNotificationCenterTest, WithoutPermissionNothingIsShown) {
   EXPECT_EQ(delegate->asked.front(), "tooLong");
 }
 
-TEST_F(DesktopNotificationCenterTest, WhileNobodyWasAskedRequestsAreShown) {
-  if (!test::PermissionStore::isInstalled()) {
-    GTEST_SKIP() << "xdg-permission-store is not installed";
-  }
-  test::PermissionStore store(bus);
-  ASSERT_TRUE(store.start());
+TEST_F(NotificationCenterWithStoreTest, ShowsRequestsWhilePermissionIsNotDetermined) {
   server.start();
   add("low", "15%");
   EXPECT_TRUE(shows({QStringLiteral("15%")}));
 }
 
-TEST_F(DesktopNotificationCenterTest, AHungStoreOnlyDelaysARequest) {
-  if (!test::PermissionStore::isInstalled()) {
-    GTEST_SKIP() << "xdg-permission-store is not installed";
-  }
-  test::PermissionStore store(bus);
-  ASSERT_TRUE(store.start());
+TEST_F(NotificationCenterWithStoreTest, ShowsARequestLaterWhenTheStoreHangs) {
   store.hang();
   server.start();
   add("low", "15%");
   add("low", "10%");
   EXPECT_TRUE(shows({QStringLiteral("10%")}));
   EXPECT_EQ(server.calls.size(), 1U);
-  store.goOn();
+  store.resume();
 }
 
 }  // namespace tollbeam

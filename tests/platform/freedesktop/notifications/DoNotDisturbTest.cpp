@@ -12,6 +12,7 @@
 
 namespace tollbeam {
 
+using namespace std::chrono_literals;
 using test::waitFor;
 
 /// What dunst adds to a server.
@@ -52,7 +53,8 @@ class DoNotDisturbTest : public testing::Test {
  protected:
   std::optional<bool> answer() {
     std::optional<bool> said;
-    doNotDisturb.ask([&](bool on) { said = on; });
+    askDoNotDisturb(
+        connection, &context, [&](bool on) { said = on; }, 300ms);
     EXPECT_FALSE(said) << "before the question was out";
     EXPECT_TRUE(waitFor([&] { return said.has_value(); }));
     return said;
@@ -60,12 +62,13 @@ class DoNotDisturbTest : public testing::Test {
 
   test::PrivateBus bus;
   test::RecordingServer server{bus};
-  DoNotDisturb doNotDisturb{bus.join(), std::chrono::milliseconds(300)};
+  Bus& connection = bus.join();
+  QObject context;
 };
 
 TEST_F(DoNotDisturbTest, IsOffWithoutAServer) { EXPECT_EQ(answer(), false); }
 
-TEST_F(DoNotDisturbTest, IsWhatAServerSaysOfBeingInhibited) {
+TEST_F(DoNotDisturbTest, IsTheInhibitedPropertyOfTheServer) {
   server.start();
   EXPECT_EQ(answer(), false);
   server.inhibited = true;
@@ -80,7 +83,7 @@ TEST_F(DoNotDisturbTest, IsOnWhileDunstIsPaused) {
   EXPECT_EQ(answer(), false);
 }
 
-TEST_F(DoNotDisturbTest, IsXfcesSettingWithXfcesServerOnly) {
+TEST_F(DoNotDisturbTest, IsTheSettingOfXfceOnlyWithItsServer) {
   Xfconf settings(bus.connect());
   server.start();
   EXPECT_EQ(answer(), false);
@@ -92,7 +95,7 @@ TEST_F(DoNotDisturbTest, IsXfcesSettingWithXfcesServerOnly) {
   EXPECT_EQ(answer(), false) << "no flag";
 }
 
-TEST_F(DoNotDisturbTest, IsOffWhenNoAnswerComes) {
+TEST_F(DoNotDisturbTest, IsOffWhenTheServerDoesNotAnswer) {
   server.hidesName = true;
   server.start();
   EXPECT_EQ(answer(), false);

@@ -25,7 +25,7 @@ QVariant hint(const QVariantList& arguments, const char* name) {
 
 }  // namespace
 
-TEST(NotificationCall, SaysWhoWhatAndHow) {
+TEST(NotificationCall, SendsTheApplicationTheContentAndTheHints) {
   const auto call = notifyArguments(bubble(), {}, kFull, 7);
   ASSERT_EQ(call.size(), 8);
   EXPECT_EQ(call[appName], QLatin1String("Tollbeam"));
@@ -41,14 +41,14 @@ TEST(NotificationCall, SaysWhoWhatAndHow) {
   EXPECT_EQ(hint(call, "image-path"), QLatin1String("org.tollbeam.Tollbeam"));
 }
 
-TEST(NotificationCall, ActionsAreButtonsWhereTheServerHasThem) {
+TEST(NotificationCall, SendsActionsOnlyToAServerThatHasThem) {
   EXPECT_EQ(notifyArguments(bubble(), {}, kFull, 0)[actions].toStringList(),
             (QStringList{QStringLiteral("default"), QString(), QStringLiteral("SNOOZE"),
                          QStringLiteral("Snooze 1 hour")}));
   EXPECT_TRUE(notifyArguments(bubble(), {}, {}, 0)[actions].toStringList().isEmpty());
 }
 
-TEST(NotificationCall, OnlyAMarkupBodyIsEscaped) {
+TEST(NotificationCall, EscapesTheBodyOnlyWhereTheServerReadsMarkup) {
   Bubble markup = bubble();
   markup.title = "<1 & 2>";
   markup.body = "<b> & &lt;";
@@ -68,7 +68,7 @@ TEST(NotificationCall, ASilentRequestSuppressesTheSound) {
   }
 }
 
-TEST(NotificationCall, ASoundGoesToAServerThatPlaysIt) {
+TEST(NotificationCall, SendsTheSoundToAServerThatPlaysIt) {
   Bubble named = bubble();
   named.sound = NotificationSound{.name = "No Such Sound"};
   EXPECT_EQ(hint(notifyArguments(named, {}, kFull, 0), "sound-name"),
@@ -78,7 +78,7 @@ TEST(NotificationCall, ASoundGoesToAServerThatPlaysIt) {
   EXPECT_FALSE(hint(usual, "suppress-sound").isValid());
 }
 
-TEST(NotificationCall, AServerThatPlaysNoSoundIsAskedForSilence) {
+TEST(NotificationCall, SuppressesTheSoundOfAServerThatDoesNotClaimToPlayIt) {
   Bubble named = bubble();
   named.sound = NotificationSound{.name = "Glass"};
   for (const Bubble& each : {bubble(), named}) {
@@ -89,7 +89,7 @@ TEST(NotificationCall, AServerThatPlaysNoSoundIsAskedForSilence) {
   }
 }
 
-TEST(NotificationCall, ASoundOfOurOwnIsSentAsAFile) {
+TEST(NotificationCall, SendsASoundOfOurOwnAsAFile) {
   const NotificationLook look{.soundFile = [](const std::string& name) {
     return name == "Glass" ? std::optional<std::string>("/sounds/Glass.oga") : std::nullopt;
   }};
@@ -102,13 +102,13 @@ TEST(NotificationCall, ASoundOfOurOwnIsSentAsAFile) {
   EXPECT_EQ(hint(notifyArguments(named, look, kFull, 0), "sound-name"), QLatin1String("bell"));
 }
 
-TEST(NotificationCall, AnIconFileIsSentAsAnAddress) {
+TEST(NotificationCall, SendsAnIconFileAsAUrl) {
   const auto call = notifyArguments(bubble(), {.icon = "/my apps/icon.svg"}, kFull, 0);
   EXPECT_EQ(call[appIcon], QLatin1String("file:///my%20apps/icon.svg"));
   EXPECT_EQ(hint(call, "image-path"), QLatin1String("file:///my%20apps/icon.svg"));
 }
 
-TEST(NotificationCall, CapabilitiesAreKnownByName) {
+TEST(NotificationCall, ReadsTheNamesOfCapabilities) {
   EXPECT_EQ(ServerCapabilities::from({QStringLiteral("body"), QStringLiteral("actions"),
                                       QStringLiteral("body-markup"), QStringLiteral("sound")}),
             kFull);

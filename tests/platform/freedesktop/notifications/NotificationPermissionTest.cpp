@@ -26,15 +26,15 @@ class NotificationPermissionTest : public testing::Test {
 
   std::optional<Status> status() {
     std::optional<Status> answer;
-    permission.askAgain([&](Status told) { answer = told; });
+    permission.askAgain([&](Status answered) { answer = answered; });
     EXPECT_EQ(answer, std::nullopt);
     waitFor([&] { return answer.has_value(); });
     return answer;
   }
-  /// What a request that is added now would go by.
+  /// The status that a request added now would meet.
   std::optional<Status> known() {
     std::optional<Status> answer;
-    permission.whenKnown([&](Status told) { answer = told; });
+    permission.whenKnown([&](Status answered) { answer = answered; });
     waitFor([&] { return answer.has_value(); });
     return answer;
   }
@@ -53,19 +53,19 @@ class NotificationPermissionTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(NotificationPermissionTest, WithoutAStoreEveryoneMayNotify) {
+TEST_F(NotificationPermissionTest, IsAuthorizedWithoutAStore) {
   EXPECT_EQ(status(), Status::authorized);
   EXPECT_EQ(request(), true);
 }
 
-TEST_F(NotificationPermissionTest, AnEmptyStoreHasNotBeenAsked) {
+TEST_F(NotificationPermissionTest, IsNotDeterminedWhileTheStoreIsEmpty) {
   startStore();
   EXPECT_EQ(status(), Status::notDetermined);
   store.set("org.example.Other", kNo);
   EXPECT_EQ(status(), Status::notDetermined);
 }
 
-TEST_F(NotificationPermissionTest, TheUsersWordInTheStoreCounts) {
+TEST_F(NotificationPermissionTest, IsWhatTheStoreHolds) {
   startStore();
   store.set(kUs, kNo);
   EXPECT_EQ(status(), Status::denied);
@@ -77,7 +77,7 @@ TEST_F(NotificationPermissionTest, TheUsersWordInTheStoreCounts) {
   EXPECT_EQ(status(), Status::notDetermined);
 }
 
-TEST_F(NotificationPermissionTest, AGrantIsWrittenDown) {
+TEST_F(NotificationPermissionTest, StoresAGrant) {
   startStore();
   EXPECT_EQ(request(), true);
   EXPECT_EQ(store.permissions(kUs), kYes);
@@ -85,30 +85,30 @@ TEST_F(NotificationPermissionTest, AGrantIsWrittenDown) {
   EXPECT_EQ(status(), Status::authorized);
 }
 
-TEST_F(NotificationPermissionTest, ARefusalIsNotOverwritten) {
+TEST_F(NotificationPermissionTest, DoesNotOverwriteARefusal) {
   startStore();
   store.set(kUs, kNo);
   EXPECT_EQ(request(), false);
   EXPECT_EQ(store.permissions(kUs), kNo);
 }
 
-TEST_F(NotificationPermissionTest, ChangesInTheSettingsAreFollowed) {
+TEST_F(NotificationPermissionTest, FollowsChangesInTheStore) {
   startStore();
   store.set(kUs, kYes);
   EXPECT_EQ(known(), Status::authorized);
   store.set(kUs, kNo);
   EXPECT_TRUE(waitFor([&] { return known() == Status::denied; }));
-  store.forgetAll();
+  store.clear();
   EXPECT_TRUE(waitFor([&] { return known() == Status::notDetermined; }));
 }
 
-TEST_F(NotificationPermissionTest, AStoreThatComesLaterIsAsked) {
+TEST_F(NotificationPermissionTest, AsksAStoreThatStartsLater) {
   EXPECT_EQ(known(), Status::authorized);
   startStore();
   EXPECT_TRUE(waitFor([&] { return known() == Status::notDetermined; }));
 }
 
-TEST_F(NotificationPermissionTest, ARestartedStoreIsAskedAgain) {
+TEST_F(NotificationPermissionTest, AsksARestartedStoreAgain) {
   startStore();
   store.set(kUs, kNo);
   EXPECT_EQ(known(), Status::denied);
@@ -119,7 +119,7 @@ TEST_F(NotificationPermissionTest, ARestartedStoreIsAskedAgain) {
   EXPECT_TRUE(waitFor([&] { return known() == Status::authorized; }));
 }
 
-TEST_F(NotificationPermissionTest, AStoreOnARestartedBusIsAskedAndFollowed) {
+TEST_F(NotificationPermissionTest, AsksAndFollowsAStoreOnARestartedBus) {
   startStore();
   store.set(kUs, kYes);
   EXPECT_EQ(known(), Status::authorized);
@@ -134,23 +134,23 @@ TEST_F(NotificationPermissionTest, AStoreOnARestartedBusIsAskedAndFollowed) {
   EXPECT_TRUE(waitFor([&] { return known() == Status::authorized; }));
 }
 
-TEST_F(NotificationPermissionTest, AHungStoreKeepsNobodyWaiting) {
+TEST_F(NotificationPermissionTest, IsAuthorizedUntilAHungStoreAnswers) {
   startStore();
   store.set(kUs, kNo);
   store.hang();
   EXPECT_EQ(known(), Status::authorized);
   EXPECT_EQ(request(), true);
-  store.goOn();
+  store.resume();
   EXPECT_TRUE(waitFor([&] { return known() == Status::denied; }));
 }
 
-TEST_F(NotificationPermissionTest, AStoreThatHangsLaterIsStillBelieved) {
+TEST_F(NotificationPermissionTest, KeepsTheLastAnswerOfAStoreThatHangs) {
   startStore();
   store.set(kUs, kNo);
   EXPECT_EQ(known(), Status::denied);
   store.hang();
   EXPECT_EQ(status(), Status::denied);
-  store.goOn();
+  store.resume();
 }
 
 }  // namespace tollbeam

@@ -61,7 +61,7 @@ uint RecordingServer::Notify(const QString& appName, uint replacesId, const QStr
   const NotifyCall call{appName, replacesId, appIcon, summary, body, actions, hints, timeout};
   calls.push_back(call);
   if (!fails.isEmpty()) {
-    sendErrorReply(fails, QStringLiteral("as told"));
+    sendErrorReply(fails, QStringLiteral("by the test"));
     return 0;
   }
   const uint id = shown.contains(replacesId) ? replacesId : ++lastId_;

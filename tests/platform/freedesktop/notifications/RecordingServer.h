@@ -1,5 +1,5 @@
-// A notification server that stands in for the desktop's. The real ones are met on the desk; here a
-// test must see every hint of a call, and make the server restart, fail, answer late or die in the
+// A notification server in the place of the desktop's. The desk tests use real ones; here a test
+// must see every hint of a call, and make the server restart, fail, answer late or die in the
 // middle of a call, which no real one does on demand.
 #pragma once
 
@@ -37,15 +37,15 @@ class RecordingServer : public QObject, protected QDBusContext {
 
   /// Joins the bus with nothing on show and ids that begin at 1.
   void start();
-  /// Leaves the bus without a word, as a program that crashes.
+  /// Leaves the bus without a message, as a program that crashes.
   void stop();
-  /// Lets another server take its place, and stays on the bus.
+  /// Releases the name for another server, and stays on the bus.
   void giveUpName();
 
-  /// Answers the calls that `holdsAnswers` kept waiting.
+  /// Answers the calls that `holdsAnswers` has delayed, and later ones at once.
   void answerHeld();
 
-  /// The user's part.
+  /// What the user does.
   void choose(uint id, const char* action) {
     Q_EMIT ActionInvoked(id, QString::fromLatin1(action));
     close(id, 2);
@@ -60,13 +60,13 @@ class RecordingServer : public QObject, protected QDBusContext {
 
   QStringList capabilities{QStringLiteral("actions"), QStringLiteral("body"),
                            QStringLiteral("body-markup"), QStringLiteral("sound")};
-  /// The user does not want to be disturbed; only `inhibited` answers for itself.
+  /// Whether the user has switched on "do not disturb".
   bool inhibited = false;
-  QString vendor = QStringLiteral("nobody");
-  /// Leaves the question who it is unanswered.
+  QString vendor = QStringLiteral("none");
+  /// Never answers GetServerInformation.
   bool hidesName = false;
   bool holdsAnswers = false;
-  /// Leaves the question what it can unanswered.
+  /// Never answers GetCapabilities.
   bool hidesCapabilities = false;
   /// An error name; empty to succeed.
   QString fails;
