@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "platform/freedesktop/application/DesktopEntry.h"
-#include "platform/freedesktop/files/Links.h"
 #include "platform/freedesktop/files/PosixFileManager.h"
 #include "platform/freedesktop/files/UserFolders.h"
 
@@ -20,18 +19,22 @@ constexpr const char* kUnusablePath =
     "from there.";
 constexpr const char* kEnabledHere = "X-GNOME-Autostart-enabled";
 
-bool programIsGone(const DesktopEntry& entry) {
-  const auto program = entry.value("TryExec");
-  if (!program) return false;
-  const std::string path = textOfEntryString(*program);
-  // A bare name is looked up in the session's $PATH, which is not ours to guess.
-  return path.starts_with('/') && ::access(path.c_str(), X_OK) != 0;
+bool isProgramGone(const DesktopEntry& entry) {
+  const QByteArray program = textOfEntryString(entry.value("TryExec"));
+  // A bare name is looked up in the session's $PATH, which we do not know.
+  return program.startsWith('/') && ::access(program.constData(), X_OK) != 0;
 }
 
-LoginItem::Status statusOf(const DesktopEntry& entry) {
-  if (entry.isTrue("Hidden") || programIsGone(entry)) return LoginItem::Status::notRegistered;
-  if (entry.isFalse(kEnabledHere)) return LoginItem::Status::requiresApproval;
-  return LoginItem::Status::enabled;
+LoginItem::Status statusOf(const std::string& file) {
+  const DesktopEntry entry = desktopEntryIn(QByteArray::fromStdString(file));
+  // "1" and "0" are flags of old entries that desktops still honour.
+  const QByteArray hidden = entry.value("Hidden");
+  const QByteArray enabled = entry.value(kEnabledHere);
+  if (hidden == "true" || hidden == "1" || isProgramGone(entry)) {
+    return LoginItem::Status::notRegistered;
+  }
+  return enabled == "false" || enabled == "0" ? LoginItem::Status::requiresApproval
+                                              : LoginItem::Status::enabled;
 }
 
 }  // namespace
@@ -56,46 +59,51 @@ std::optional<std::string> AutostartEntry::systemEntry() const {
 }
 
 LoginItem::Status AutostartEntry::status() const {
-  if (folders_.user) {
-    if (const auto text = files_.contents(userFile())) return statusOf(DesktopEntry(*text));
+  auto file = folders_.user ? files_.contents(userFile()) : std::nullopt;
+  if (!file) file = systemEntry();
+  return file ? statusOf(*file) : Status::notRegistered;
+}
+
+DesktopEntry AutostartEntry::userEntry() const {
+  const std::string file = files_.contents(userFile()).value_or("");
+  DesktopEntry entry = desktopEntryIn(QByteArray::fromStdString(file));
+  // Those that every entry must have, and our icon.
+  for (const auto& [key, value] : {std::pair{"Type", "Application"},
+                                   {"Name", "Tollbeam"},
+                                   {"Icon", "org.tollbeam.Tollbeam"}}) {
+    if (!entry.contains(key)) entry.insert(key, value);
   }
-  if (const auto text = systemEntry()) return statusOf(DesktopEntry(*text));
-  return Status::notRegistered;
+  return entry;
+}
+
+std::optional<std::string> AutostartEntry::write(const DesktopEntry& entry) {
+  files_.createDirectory(*folders_.user);
+  return files_.write(userFile(), fileOf(entry).toStdString());
 }
 
 std::optional<Message> AutostartEntry::registerItem() {
   if (!folders_.user) return errorText(ENOENT);
-  const auto exec = execOf(executable_);
+  const auto program = QByteArray::fromStdString(executable_);
+  const auto exec = execOf(program);
   if (!exec) return kUnusablePath;
-  const auto existing = files_.contents(userFile());
-  DesktopEntry entry = existing ? DesktopEntry(*existing) : DesktopEntry();
-  if (!entry.value("Type")) entry.set("Type", "Application");
-  if (!entry.value("Name")) entry.set("Name", "Tollbeam");
-  if (!entry.value("Icon")) entry.set("Icon", "org.tollbeam.Tollbeam");
-  entry.set("Exec", *exec);
-  entry.set("TryExec", entryString(executable_));
-  entry.set(kEnabledHere, "true");
+  DesktopEntry entry = userEntry();
+  entry.insert("Exec", *exec);
+  entry.insert("TryExec", entryString(program));
+  entry.insert(kEnabledHere, "true");
   entry.remove("Hidden");
-  files_.createDirectory(*folders_.user);
-  return files_.write(userFile(), entry.text());
+  return write(entry);
 }
 
 std::optional<Message> AutostartEntry::unregisterItem() {
   if (!folders_.user) return errorText(ENOENT);
-  if (!systemEntry()) {
-    if (::unlink(userFile().c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) {
-      return std::nullopt;
-    }
-    return errorText(errno);
+  if (systemEntry()) {
+    // Only an entry of the user's own hides the system's.
+    DesktopEntry entry = userEntry();
+    entry.insert("Hidden", "true");
+    return write(entry);
   }
-  // Only an entry of the user's own hides the system's.
-  const auto existing = files_.contents(userFile());
-  DesktopEntry entry = existing ? DesktopEntry(*existing) : DesktopEntry();
-  if (!entry.value("Type")) entry.set("Type", "Application");
-  if (!entry.value("Name")) entry.set("Name", "Tollbeam");
-  entry.set("Hidden", "true");
-  files_.createDirectory(*folders_.user);
-  return files_.write(userFile(), entry.text());
+  if (::unlink(userFile().c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) return std::nullopt;
+  return errorText(errno);
 }
 
 }  // namespace tollbeam

@@ -1,31 +1,29 @@
 #include "platform/freedesktop/application/BundleFolder.h"
 
-#include <unistd.h>
-
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <filesystem>
+#include <system_error>
 #include <utility>
-
-#include "platform/freedesktop/defaults/ValueJson.h"
-#include "platform/freedesktop/files/Links.h"
 
 namespace tollbeam {
 
 namespace {
 
-constexpr std::string_view kProgram = "/bin/tollbeam";
+namespace fs = std::filesystem;
 
 std::string bundleOf(const std::string& executable) {
+  constexpr std::string_view kProgram = "/bin/tollbeam";
   if (executable.ends_with(kProgram) && executable.size() > kProgram.size()) {
     return executable.substr(0, executable.size() - kProgram.size());
   }
-  return withoutFinalSlash(folderOf(executable));
+  return fs::path(executable).parent_path();
 }
 
-std::optional<std::string> identifierIn(const std::optional<std::string>& json) {
-  const auto info = json ? dictionaryFromJson(*json) : std::nullopt;
-  const Value* identifier = info ? find(*info, "identifier") : nullptr;
-  const std::string* text = identifier ? identifier->text() : nullptr;
-  if (!text || text->empty()) return std::nullopt;
-  return *text;
+std::optional<std::string> identifierIn(const std::string& json) {
+  const auto info = QJsonDocument::fromJson(QByteArray::fromStdString(json)).object();
+  const QString identifier = info.value(QLatin1String("identifier")).toString();
+  return identifier.isEmpty() ? std::nullopt : std::optional(identifier.toStdString());
 }
 
 }  // namespace
@@ -33,24 +31,23 @@ std::optional<std::string> identifierIn(const std::optional<std::string>& json) 
 BundleFolder::BundleFolder(const FileManager& files, std::string executable)
     : executable_(std::move(executable)),
       path_(bundleOf(executable_)),
-      identifier_(identifierIn(files.contents(path_ + "/Info.json"))) {}
+      identifier_(identifierIn(files.contents(path_ + "/Info.json").value_or(""))) {}
 
 std::string BundleFolder::runningExecutable() {
-  auto path = nextLink("/proc/self/exe").value_or("");
-  // The kernel says so when an update has replaced the program under us.
+  std::error_code error;
+  std::string path = fs::read_symlink("/proc/self/exe", error);
+  // The kernel adds this when an update has replaced the program while it runs.
   constexpr std::string_view kDeleted = " (deleted)";
-  if (path.ends_with(kDeleted) && ::access(path.c_str(), F_OK) != 0) {
+  if (path.ends_with(kDeleted) && !fs::exists(path, error)) {
     path.resize(path.size() - kDeleted.size());
   }
   return path;
 }
 
 std::string BundleFolder::pathExtension() const {
-  const std::string name = nameOf(path_);
-  const auto dot = name.rfind('.');
-  // A name that only starts with a dot is hidden, and has no extension.
-  if (dot == std::string::npos || dot == 0) return {};
-  return name.substr(dot + 1);
+  // With its dot; a name that only starts with a dot is hidden, and has none.
+  const std::string extension = fs::path(path_).extension();
+  return extension.empty() ? extension : extension.substr(1);
 }
 
 }  // namespace tollbeam

@@ -1,6 +1,6 @@
 // The application bundle on this system: a folder with bin/tollbeam, resources/ and Info.json,
-// whose {"identifier": …} names the application. A program outside such a folder is bundled with
-// the folder that holds it, which then is no application.
+// whose {"identifier": …} names the application. For a program outside such a folder it is the
+// folder that holds the program, which then is no application.
 #pragma once
 
 #include <optional>
@@ -16,7 +16,7 @@ class BundleFolder final : public MainBundle {
   /// `executable`: the absolute path of the program. The information file is read once, here.
   BundleFolder(const FileManager& files, std::string executable);
 
-  /// The path of the running program, links resolved; empty when the system does not tell.
+  /// The path of the running program, links resolved; empty where the kernel does not give it.
   [[nodiscard]] static std::string runningExecutable();
 
   [[nodiscard]] std::string pathExtension() const override;

@@ -12,8 +12,8 @@ namespace tollbeam {
 
 namespace {
 
-/// Saves under names of one extension only; any other is taken as part of the name. There is no
-/// default suffix: Qt would add it after the desktop's own dialog has asked about the shorter name.
+/// Saves under names of one extension only; any other is taken as part of the name. No default
+/// suffix is set: Qt would add it after the desktop's own dialog has asked about the shorter name.
 class SaveDialog final : public QFileDialog {
  public:
   SaveDialog(const QString& folder, const QString& extension)
@@ -29,11 +29,11 @@ class SaveDialog final : public QFileDialog {
   void accept() override {
     const QString chosen = selectedFiles().value(0);
     const bool isComplete = path() == chosen || QFileInfo(chosen).isDir();
-    if (isComplete) {
-      QFileDialog::accept();
-    } else if (hasWidgets()) {
-      // It asks by itself before this file is replaced.
-      selectFile(path());
+    // Qt's dialog asks by itself before this file is replaced. The desktop's own, which has no Qt
+    // widgets, has asked about the name without the extension.
+    const bool isQtDialog = findChild<QLineEdit*>() != nullptr;
+    if (!isComplete && isQtDialog) selectFile(path());
+    if (isComplete || isQtDialog || !QFileInfo::exists(path())) {
       QFileDialog::accept();
     } else {
       confirmReplacing();
@@ -41,19 +41,11 @@ class SaveDialog final : public QFileDialog {
   }
 
  private:
-  /// False for the desktop's own dialog, which has asked about the name without the extension.
-  [[nodiscard]] bool hasWidgets() const { return findChild<QLineEdit*>() != nullptr; }
-
   void confirmReplacing() {
-    const QString name = QFileInfo(path()).fileName();
-    if (!QFileInfo::exists(path())) {
-      QFileDialog::accept();
-      return;
-    }
     // As Qt's own dialog asks, in Qt's own translation.
+    const QString text = QFileDialog::tr("%1 already exists.\nDo you want to replace it?");
     auto* question =
-        new QMessageBox(QMessageBox::Warning, windowTitle(),
-                        QFileDialog::tr("%1 already exists.\nDo you want to replace it?").arg(name),
+        new QMessageBox(QMessageBox::Warning, windowTitle(), text.arg(QFileInfo(path()).fileName()),
                         QMessageBox::Yes | QMessageBox::No, this);
     question->setDefaultButton(QMessageBox::No);
     question->setAttribute(Qt::WA_DeleteOnClose);
@@ -70,44 +62,36 @@ class SaveDialog final : public QFileDialog {
   QString ending_;
 };
 
-QString documentsFolder() {
-  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  return QDir(documents).exists() ? documents : QDir::homePath();
-}
-
-void offerOnly(QFileDialog* dialog, const SavePanel& panel) {
-  const QString type = QString::fromStdString(panel.contentType);
-  const QString extension = QString::fromStdString(panel.extension);
-  if (QMimeDatabase().mimeTypeForName(type).isValid()) {
-    dialog->setMimeTypeFilters({type});
-  } else {
-    dialog->setNameFilter(QStringLiteral("*.") + extension);
-  }
-}
-
 }  // namespace
 
-QtSavePanels::~QtSavePanels() { delete newest_.data(); }
+QtSavePanels::~QtSavePanels() { delete panel_.data(); }
 
 void QtSavePanels::runSavePanel(SavePanel panel,
                                 std::function<void(std::optional<std::string> path)> answer) {
-  if (panel_) {
+  // One that is closed already is only deleted later.
+  if (panel_ && panel_->isVisible()) {
     panel_->raise();
     panel_->activateWindow();
     QMetaObject::invokeMethod(
         &context_, [answer = std::move(answer)] { answer(std::nullopt); }, Qt::QueuedConnection);
     return;
   }
-  auto* dialog = new SaveDialog(documentsFolder(), QString::fromStdString(panel.extension));
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  const QString extension = QString::fromStdString(panel.extension);
+  const QString type = QString::fromStdString(panel.contentType);
+  auto* dialog = new SaveDialog(QDir(documents).exists() ? documents : QDir::homePath(), extension);
+  panel_ = dialog;
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setFileMode(QFileDialog::AnyFile);
-  offerOnly(dialog, panel);
+  if (QMimeDatabase().mimeTypeForName(type).isValid()) {
+    dialog->setMimeTypeFilters({type});
+  } else {
+    dialog->setNameFilter(QStringLiteral("*.") + extension);
+  }
   dialog->selectFile(QString::fromStdString(panel.suggestedName));
   QObject::connect(dialog, &QDialog::finished, dialog,
-                   [this, dialog, answer = std::move(answer)](int result) {
-                     // It is deleted later; a panel that is asked for until then is a new one.
-                     panel_.clear();
+                   [dialog, answer = std::move(answer)](int result) {
                      const QString path = dialog->path();
                      if (result != QDialog::Accepted || path.isEmpty()) {
                        answer(std::nullopt);
@@ -115,7 +99,6 @@ void QtSavePanels::runSavePanel(SavePanel panel,
                        answer(QFile::encodeName(path).toStdString());
                      }
                    });
-  panel_ = newest_ = dialog;
   dialog->open();
   dialog->raise();
   dialog->activateWindow();

@@ -1,6 +1,6 @@
-// Save panels as Qt windows, the desktop's own where Qt has one for it. Nothing here runs an event
-// loop of its own: a panel stays open while the program goes on. Main thread only. A panel that is
-// still open when this object ends is closed without an answer.
+// Save panels as Qt windows, the desktop's own where Qt has one for it. No panel runs an event
+// loop: it stays open while the program goes on. One that is still open when this object ends is
+// closed without an answer. Main thread only.
 #pragma once
 
 #include <QFileDialog>
@@ -21,9 +21,7 @@ class QtSavePanels final : public SavePanels {
 
  private:
   QObject context_;
-  /// The one that is asked for; it may still be closing when this is null.
   QPointer<QFileDialog> panel_;
-  QPointer<QFileDialog> newest_;
 };
 
 }  // namespace tollbeam

@@ -42,12 +42,14 @@ class AutostartEntryTest : public testing::Test {
     fs::create_directories(folder / folderName);
     put(folder / folderName + '/' + kName, "[Desktop Entry]\n" + keys);
   }
-  [[nodiscard]] DesktopEntry written() const {
-    return DesktopEntry(bytesOf(userFile()).value_or(""));
+  /// The value that the user's entry has for the key; empty without one.
+  [[nodiscard]] std::string written(const char* key) const {
+    const std::string file = bytesOf(userFile()).value_or("");
+    return desktopEntryIn(QByteArray::fromStdString(file)).value(key).toStdString();
   }
 
   /// What the tool prints.
-  static std::string saidBy(const QString& tool, const QStringList& arguments) {
+  static std::string outputOf(const QString& tool, const QStringList& arguments) {
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(tool, arguments);
@@ -70,7 +72,7 @@ class AutostartEntryTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(AutostartEntryTest, FoldersComeFromTheEnvironment) {
+TEST_F(AutostartEntryTest, TakesTheFoldersFromTheEnvironment) {
   const test::Environment home("XDG_CONFIG_HOME", "/config");
   const test::Environment dirs("XDG_CONFIG_DIRS", "/one:/two");
   const auto standard = AutostartEntry::standardFolders();
@@ -82,7 +84,7 @@ TEST_F(AutostartEntryTest, SwitchesOnAndOff) {
   EXPECT_EQ(item().status(), Status::notRegistered);
   EXPECT_EQ(item().registerItem(), std::nullopt);
   EXPECT_EQ(item().status(), Status::enabled);
-  EXPECT_EQ(written().value("Exec"), program);
+  EXPECT_EQ(written("Exec"), program);
   EXPECT_EQ(item().registerItem(), std::nullopt);
   EXPECT_EQ(item().unregisterItem(), std::nullopt);
   EXPECT_EQ(item().status(), Status::notRegistered);
@@ -90,13 +92,17 @@ TEST_F(AutostartEntryTest, SwitchesOnAndOff) {
   EXPECT_EQ(item().unregisterItem(), std::nullopt);
 }
 
-TEST_F(AutostartEntryTest, TheDesktopsSwitchesAreBelieved) {
+TEST_F(AutostartEntryTest, ReadsTheDesktopsOwnSwitches) {
   userEntry("Exec=" + program + "\n");
   EXPECT_EQ(item().status(), Status::enabled);
-  userEntry("Exec=" + program + "\nHidden=true\n");
-  EXPECT_EQ(item().status(), Status::notRegistered);
-  userEntry("Exec=" + program + "\nX-GNOME-Autostart-enabled=false\n");
-  EXPECT_EQ(item().status(), Status::requiresApproval);
+  for (const char* yes : {"true", "1"}) {
+    userEntry("Exec=" + program + "\nHidden=" + yes + "\n");
+    EXPECT_EQ(item().status(), Status::notRegistered);
+  }
+  for (const char* no : {"false", "0"}) {
+    userEntry("Exec=" + program + "\nHidden=" + no + "\nX-GNOME-Autostart-enabled=" + no + "\n");
+    EXPECT_EQ(item().status(), Status::requiresApproval);
+  }
 }
 
 TEST_F(AutostartEntryTest, RegisteringSwitchesOnWhatWasSwitchedOff) {
@@ -104,35 +110,35 @@ TEST_F(AutostartEntryTest, RegisteringSwitchesOnWhatWasSwitchedOff) {
       "Name=Mine\nExec=/old\nHidden=true\nX-GNOME-Autostart-enabled=false\nOnlyShowIn=XFCE;\n");
   EXPECT_EQ(item().registerItem(), std::nullopt);
   EXPECT_EQ(item().status(), Status::enabled);
-  EXPECT_EQ(written().value("Exec"), program);
-  EXPECT_EQ(written().value("Name"), "Mine");
-  EXPECT_EQ(written().value("OnlyShowIn"), "XFCE;");
-  EXPECT_EQ(written().value("X-GNOME-Autostart-enabled"), "true");
+  EXPECT_EQ(written("Exec"), program);
+  EXPECT_EQ(written("Name"), "Mine");
+  EXPECT_EQ(written("OnlyShowIn"), "XFCE;");
+  EXPECT_EQ(written("X-GNOME-Autostart-enabled"), "true");
 }
 
-TEST_F(AutostartEntryTest, AProgramThatIsGoneIsNotStarted) {
+TEST_F(AutostartEntryTest, IsNotRegisteredWhenTheProgramIsGone) {
   item().registerItem();
   fs::remove(program);
   EXPECT_EQ(item().status(), Status::notRegistered);
 }
 
-TEST_F(AutostartEntryTest, TheSystemsEntryCountsUntilTheUserHidesIt) {
+TEST_F(AutostartEntryTest, FollowsTheSystemsEntryUntilTheUserHidesIt) {
   systemEntry("second", "Exec=tollbeam\nTryExec=tollbeam\n");
   EXPECT_EQ(item().status(), Status::enabled);
   EXPECT_EQ(item().unregisterItem(), std::nullopt);
   EXPECT_EQ(item().status(), Status::notRegistered);
-  EXPECT_TRUE(written().isTrue("Hidden"));
+  EXPECT_EQ(written("Hidden"), "true");
   EXPECT_EQ(item().registerItem(), std::nullopt);
   EXPECT_EQ(item().status(), Status::enabled);
 }
 
-TEST_F(AutostartEntryTest, TheMoreImportantSystemFolderDecides) {
+TEST_F(AutostartEntryTest, TakesTheEntryOfTheMostImportantSystemFolder) {
   systemEntry("first", "Hidden=true\n");
   systemEntry("second", "Exec=tollbeam\n");
   EXPECT_EQ(item().status(), Status::notRegistered);
 }
 
-TEST_F(AutostartEntryTest, TellsWhyItCouldNotChange) {
+TEST_F(AutostartEntryTest, GivesTheReasonOfAFailedChange) {
   put(folder / "user", "a file where the folder should be");
   EXPECT_EQ(item().registerItem(), "Not a directory");
   EXPECT_EQ(item().status(), Status::notRegistered);
@@ -141,7 +147,7 @@ TEST_F(AutostartEntryTest, TellsWhyItCouldNotChange) {
   EXPECT_EQ(item().registerItem(), "No such file or directory");
 }
 
-TEST_F(AutostartEntryTest, AnEntryThatCannotBeDeletedIsReported) {
+TEST_F(AutostartEntryTest, ReportsAnEntryThatCannotBeDeleted) {
   userEntry("Exec=" + program + "\n");
   ::chmod((folder / "user/autostart").c_str(), 0555);
   {
@@ -152,7 +158,7 @@ TEST_F(AutostartEntryTest, AnEntryThatCannotBeDeletedIsReported) {
   ::chmod((folder / "user/autostart").c_str(), 0755);
 }
 
-TEST_F(AutostartEntryTest, IsAValidDesktopEntry) {
+TEST_F(AutostartEntryTest, WritesAValidDesktopEntry) {
   const QString tool = QStandardPaths::findExecutable(QStringLiteral("desktop-file-validate"));
   if (tool.isEmpty()) GTEST_SKIP() << "desktop-file-validate is not installed";
   item().registerItem();
@@ -162,8 +168,8 @@ TEST_F(AutostartEntryTest, IsAValidDesktopEntry) {
   EXPECT_EQ(validator.exitCode(), 0) << validator.readAllStandardOutput().toStdString();
 }
 
-// What desktops use to start programs reads the entry: GLib, by its own tool.
-TEST_F(AutostartEntryTest, ADesktopStartsTheProgramWhateverItsPath) {
+// Started by GLib's own tool, as many desktops start it.
+TEST_F(AutostartEntryTest, GLibStartsTheProgramWhateverItsPath) {
   const QString tool = QStandardPaths::findExecutable(QStringLiteral("gio"));
   if (tool.isEmpty()) GTEST_SKIP() << "gio is not installed";
   for (const char* name : kOddNames) {
@@ -175,8 +181,7 @@ TEST_F(AutostartEntryTest, ADesktopStartsTheProgramWhateverItsPath) {
     launcher.start(tool, {QStringLiteral("launch"), QString::fromStdString(userFile())});
     ASSERT_TRUE(launcher.waitForFinished(test::kPatience));
     EXPECT_TRUE(test::waitFor([&] { return fs::exists(program + ".started"); }))
-        << name << ": " << *written().value("Exec")
-        << launcher.readAllStandardError().toStdString();
+        << name << ": " << written("Exec") << launcher.readAllStandardError().toStdString();
   }
 }
 
@@ -197,17 +202,17 @@ TEST_F(AutostartEntryTest, SystemdStartsTheProgramWhateverItsPath) {
     fs::remove_all(folder / "units");
     fs::create_directory(folder / "units");
     const QString units = QString::fromStdString(folder / "units");
-    EXPECT_EQ(saidBy(generator, {units, units, units}), "") << name;
+    EXPECT_EQ(outputOf(generator, {units, units, units}), "") << name;
     const std::string unit = folder / "units/" + kUnit;
     ASSERT_TRUE(fs::exists(unit)) << name;
-    EXPECT_EQ(saidBy(analyze, {QStringLiteral("--user"), QStringLiteral("--man=no"),
-                               QStringLiteral("verify"), QString::fromStdString(unit)}),
+    EXPECT_EQ(outputOf(analyze, {QStringLiteral("--user"), QStringLiteral("--man=no"),
+                                 QStringLiteral("verify"), QString::fromStdString(unit)}),
               "")
         << name << ": " << bytesOf(unit).value_or("");
   }
 }
 
-TEST_F(AutostartEntryTest, APathThatSystemdCannotReadIsRefusedAndChangesNothing) {
+TEST_F(AutostartEntryTest, RefusesAPathThatSystemdMisreads) {
   for (const char* name : {"back\\slash", "dol$HOME", "tick`id`", "a\\nb", "\\s"}) {
     program = folder / name;
     makeProgram(program);

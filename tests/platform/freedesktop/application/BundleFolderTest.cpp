@@ -25,14 +25,14 @@ TEST(BundleFolder, IsTheFolderAboveBin) {
   EXPECT_EQ(bundle.pathExtension(), "app");
 }
 
-TEST(BundleFolder, OfAProgramElsewhereIsItsOwnFolder) {
+TEST(BundleFolder, IsTheFolderOfAProgramElsewhere) {
   EXPECT_EQ(bundleOf("/home/ada/build/tollbeam").path(), "/home/ada/build");
   EXPECT_EQ(bundleOf("/opt/Tollbeam.app/bin/other").path(), "/opt/Tollbeam.app/bin");
   EXPECT_EQ(bundleOf("/tollbeam").path(), "/");
   EXPECT_EQ(bundleOf("/bin/tollbeam").path(), "/bin");
 }
 
-TEST(BundleFolder, TheExtensionIsTakenAsWritten) {
+TEST(BundleFolder, KeepsTheExtensionAsWritten) {
   EXPECT_EQ(bundleOf("/a/Tollbeam.APP/bin/tollbeam").pathExtension(), "APP");
   EXPECT_EQ(bundleOf("/a/Tollbeam.app.bak/bin/tollbeam").pathExtension(), "bak");
   EXPECT_EQ(bundleOf("/a/Tollbeam./bin/tollbeam").pathExtension(), "");
@@ -40,7 +40,7 @@ TEST(BundleFolder, TheExtensionIsTakenAsWritten) {
   EXPECT_EQ(bundleOf("/a/.app/bin/tollbeam").pathExtension(), "");
 }
 
-TEST(BundleFolder, TheIdentifierStandsInItsInformationFile) {
+TEST(BundleFolder, ReadsTheIdentifierInTheInformationFile) {
   const test::Folder folder;
   const auto identifier = [&](const std::string& json) {
     test::put(folder / "Info.json", json);
@@ -55,7 +55,7 @@ TEST(BundleFolder, TheIdentifierStandsInItsInformationFile) {
   }
 }
 
-TEST(BundleFolder, ThisProgramKnowsWhereItIs) {
+TEST(BundleFolder, FindsTheRunningProgram) {
   EXPECT_EQ(BundleFolder::runningExecutable(),
             std::filesystem::canonical("/proc/self/exe").string());
 }

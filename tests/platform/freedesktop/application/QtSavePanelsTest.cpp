@@ -33,7 +33,7 @@ std::vector<Window*> visible() {
 
 class QtSavePanelsTest : public testing::Test {
  protected:
-  // A question has an event loop of its own: it is answered from there.
+  // Answers questions from the event loop, because a question may run one of its own.
   QtSavePanelsTest() {
     QObject::connect(&hand, &QTimer::timeout, [this] {
       for (auto* question : visible<QMessageBox>()) {
@@ -65,7 +65,7 @@ class QtSavePanelsTest : public testing::Test {
     return waitFor([&] { return answers == 1 && visible<QDialog>().empty(); });
   }
 
-  // The window tests must not meet a file dialog of the desktop that they run in.
+  // Not the file dialog of the desktop that the tests run on.
   static void SetUpTestSuite() { QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
 
   test::Folder folder;
@@ -79,7 +79,7 @@ class QtSavePanelsTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(QtSavePanelsTest, TheSavePanelOffersOneKindOfFile) {
+TEST_F(QtSavePanelsTest, OffersOneKindOfFile) {
   QFileDialog* panel = save();
   EXPECT_EQ(panel->acceptMode(), QFileDialog::AcceptSave);
   EXPECT_EQ(panel->mimeTypeFilters(), QStringList{QStringLiteral("text/csv")});
@@ -94,13 +94,13 @@ TEST_F(QtSavePanelsTest, TheSavePanelOffersOneKindOfFile) {
   EXPECT_EQ(path, std::nullopt);
 }
 
-TEST_F(QtSavePanelsTest, TheSavePanelAnswersWithThePathAndAddsTheExtension) {
+TEST_F(QtSavePanelsTest, AnswersWithThePathAndAddsTheExtension) {
   typeInto(save(), "Größe");
   EXPECT_TRUE(answered());
   EXPECT_EQ(path, folder / "Größe.csv");
 }
 
-TEST_F(QtSavePanelsTest, AnotherExtensionIsTakenAsPartOfTheName) {
+TEST_F(QtSavePanelsTest, TakesAnotherExtensionAsPartOfTheName) {
   for (const auto& [typed, file] : {std::pair{"data.txt", "data.txt.csv"},
                                     {"data.csv.gz", "data.csv.gz.csv"},
                                     {"2026.11.21", "2026.11.21.csv"},
@@ -113,7 +113,7 @@ TEST_F(QtSavePanelsTest, AnotherExtensionIsTakenAsPartOfTheName) {
   }
 }
 
-TEST_F(QtSavePanelsTest, AsksBeforeTheFileOfTheWholeNameIsReplaced) {
+TEST_F(QtSavePanelsTest, AsksBeforeItReplacesTheFileOfTheWholeName) {
   test::put(folder / "data.txt.csv", "old");
   QFileDialog* panel = save();
   typeInto(panel, "data.txt");
@@ -125,7 +125,7 @@ TEST_F(QtSavePanelsTest, AsksBeforeTheFileOfTheWholeNameIsReplaced) {
   EXPECT_TRUE(answered());
 }
 
-TEST_F(QtSavePanelsTest, DoesNotAskAboutAFileThatItLeavesAlone) {
+TEST_F(QtSavePanelsTest, DoesNotAskAboutTheFileOfTheShorterName) {
   test::put(folder / "data.txt", "other");
   typeInto(save(), "data.txt");
   EXPECT_TRUE(answered());
@@ -133,7 +133,7 @@ TEST_F(QtSavePanelsTest, DoesNotAskAboutAFileThatItLeavesAlone) {
   EXPECT_EQ(asked, QString());
 }
 
-TEST_F(QtSavePanelsTest, AFolderThatIsTypedIsOpened) {
+TEST_F(QtSavePanelsTest, OpensATypedFolder) {
   std::filesystem::create_directory(folder / "sub.dir");
   QFileDialog* panel = save();
   typeInto(panel, "sub.dir");
@@ -143,7 +143,7 @@ TEST_F(QtSavePanelsTest, AFolderThatIsTypedIsOpened) {
   EXPECT_TRUE(answered());
 }
 
-TEST_F(QtSavePanelsTest, ASecondSavePanelIsTheFirstOne) {
+TEST_F(QtSavePanelsTest, ShowsOnePanelAtATime) {
   QFileDialog* panel = save();
   EXPECT_EQ(save(), panel);
   EXPECT_EQ(visible<QFileDialog>().size(), 1U);
@@ -159,16 +159,16 @@ TEST_F(QtSavePanelsTest, ASecondSavePanelIsTheFirstOne) {
   EXPECT_TRUE(waitFor([&] { return answers == 3; }));
 }
 
-TEST_F(QtSavePanelsTest, APanelThatIsStillOpenEndsWithoutAnAnswer) {
-  bool told = false;
+TEST_F(QtSavePanelsTest, ClosesAnOpenPanelAtTheEndWithoutAnAnswer) {
+  bool isAnswered = false;
   {
     QtSavePanels ending;
     ending.runSavePanel({.suggestedName = "a.csv", .contentType = "text/csv", .extension = "csv"},
-                        [&](const auto&) { told = true; });
+                        [&](const auto&) { isAnswered = true; });
     EXPECT_EQ(visible<QFileDialog>().size(), 1U);
   }
   EXPECT_TRUE(visible<QFileDialog>().empty());
-  EXPECT_FALSE(told);
+  EXPECT_FALSE(isAnswered);
 }
 
 }  // namespace tollbeam
