@@ -1,13 +1,11 @@
 #include "platform/freedesktop/defaults/JsonUserDefaults.h"
 
-#include <sys/stat.h>
-
-#include <cerrno>
 #include <chrono>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "platform/freedesktop/defaults/ValueJson.h"
-#include "platform/freedesktop/files/Links.h"
 #include "platform/freedesktop/files/SetAside.h"
 #include "platform/freedesktop/files/UserFolders.h"
 
@@ -15,13 +13,10 @@ namespace tollbeam {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 // An editor that writes in place shows half a file for a moment: it is damaged only if it stays so.
 constexpr auto kDamageStands = std::chrono::seconds(1);
-
-bool isMissing(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
-}
 
 Dictionary overlaid(Dictionary base, const Dictionary& over) {
   for (const auto& [key, value] : over) base.insert_or_assign(key, value);
@@ -38,10 +33,10 @@ JsonUserDefaults::JsonUserDefaults(FileManager& files, std::optional<std::string
   damageStands_.callOnTimeout([this] { takeOver(readOrSetAside()); });
   // While the folder is missing the one above is watched, and every other program's files in it
   // would wake us.
-  files_.createDirectory(withoutFinalSlash(folderOf(*path_)));
+  createFolder();
   // Watched before it is read: a change in between is read twice rather than missed.
   watch_ = std::make_unique<FileWatch>(*path_, [this] { synchronize(); });
-  values_ = readOrSetAside().values;
+  values_ = readOrSetAside().value_or(Dictionary{});
 }
 
 JsonUserDefaults::~JsonUserDefaults() {
@@ -63,8 +58,8 @@ Subscription JsonUserDefaults::onChange(std::function<void()> changed) {
 }
 
 void JsonUserDefaults::set(std::string_view key, Value value) {
-  // What the file will answer is what counts from now on. A value that no file can hold, such as
-  // a number that is not finite, is not taken.
+  // The value counts as the file will give it back. One that no file can hold, such as a number
+  // that is not finite, is not taken.
   auto asStored = dictionaryFromJson(toJson({{std::string(key), std::move(value)}}));
   if (!asStored || asStored->empty()) return;
   unsaved_ = overlaid(std::move(unsaved_), *asStored);
@@ -72,39 +67,43 @@ void JsonUserDefaults::set(std::string_view key, Value value) {
   adopt(values_);
 }
 
-JsonUserDefaults::Stored JsonUserDefaults::read() const {
-  const auto bytes = files_.contents(*path_);
-  if (!bytes) return {isMissing(*path_) ? State::missing : State::unreadable, {}};
-  auto values = dictionaryFromJson(*bytes);
-  if (!values) return {State::damaged, {}};
-  return {State::good, std::move(*values)};
+void JsonUserDefaults::createFolder() {
+  files_.createDirectory(fs::path(*path_).parent_path().string());
 }
 
-JsonUserDefaults::Stored JsonUserDefaults::readOrSetAside() {
-  Stored file = read();
-  if (file.state == State::damaged) {
-    file.state = setAside(*path_) ? State::missing : State::unreadable;
+JsonUserDefaults::Stored JsonUserDefaults::read() const {
+  const auto bytes = files_.contents(*path_);
+  if (bytes) {
+    const auto values = dictionaryFromJson(*bytes);
+    return {.isDamaged = !values, .values = values};
   }
-  return file;
+  std::error_code error;
+  const bool isMissing = fs::status(*path_, error).type() == fs::file_type::not_found;
+  return {.values = isMissing ? std::optional(Dictionary()) : std::nullopt};
+}
+
+std::optional<Dictionary> JsonUserDefaults::readOrSetAside() {
+  Stored file = read();
+  return file.isDamaged && setAside(*path_) ? Dictionary() : std::move(file.values);
 }
 
 void JsonUserDefaults::synchronize() {
   const Stored file = read();
-  if (file.state == State::damaged) {
-    if (!damageStands_.isActive()) damageStands_.start();
-  } else {
+  if (!file.isDamaged) {
     damageStands_.stop();
-    takeOver(file);
+    takeOver(file.values);
+  } else if (!damageStands_.isActive()) {
+    damageStands_.start();
   }
 }
 
-void JsonUserDefaults::takeOver(const Stored& file) {
-  if (file.state == State::unreadable) return;
-  Dictionary values = overlaid(file.values, unsaved_);
-  if (values == file.values) {
+void JsonUserDefaults::takeOver(const std::optional<Dictionary>& stored) {
+  if (!stored) return;
+  Dictionary values = overlaid(*stored, unsaved_);
+  if (values == *stored) {
     unsaved_.clear();
   } else {
-    files_.createDirectory(withoutFinalSlash(folderOf(*path_)));
+    createFolder();
     if (!files_.write(*path_, toJson(values))) unsaved_.clear();
     watch_->rearm();
   }
@@ -115,12 +114,12 @@ void JsonUserDefaults::adopt(Dictionary values) {
   values = overlaid(std::move(values), unsaved_);
   if (values == values_) return;
   values_ = std::move(values);
-  if (std::exchange(telling_, true)) return;
-  // From the event loop, so that whoever sets a value has finished with it first.
+  if (std::exchange(isNotifying_, true)) return;
+  // From the event loop, so that a caller who sets several values is notified once, after them.
   QMetaObject::invokeMethod(
       &context_,
       [this] {
-        telling_ = false;
+        isNotifying_ = false;
         observers_.notify();
       },
       Qt::QueuedConnection);

@@ -1,11 +1,11 @@
-// The settings in one JSON file that people and programs may edit while Tollbeam runs. What others
-// write is taken over and told; a value set here goes into the file as it is at that moment, so
+// The settings in one JSON file that people and programs may edit while Tollbeam runs. Their
+// changes take effect at once; a value set here is merged into the file as it is at that moment, so
 // that nobody's other keys are lost.
 //
 // A damaged file is never overwritten: it is renamed to "….damaged" and the defaults are in force.
 // One that is damaged while we run gets a second first, because an editor may be writing it. A file
-// that cannot be read is left alone. Values that cannot be stored yet count all the same and are
-// stored when the file changes, with the next value, or when the object ends. Main thread only.
+// that cannot be read is left alone. Values that cannot be stored yet are in force all the same and
+// are stored when the file changes, with the next value, or when the object ends. Main thread only.
 #pragma once
 
 #include <QObject>
@@ -35,20 +35,21 @@ class JsonUserDefaults final : public UserDefaults {
   [[nodiscard]] const Value* stored(std::string_view key) const override;
 
  private:
-  enum class State { missing, unreadable, damaged, good };
   struct Stored {
-    State state = State::missing;
-    Dictionary values;
+    bool isDamaged = false;
+    /// Empty when there is no file; absent when it cannot be read or is damaged.
+    std::optional<Dictionary> values;
   };
 
+  void createFolder();
   [[nodiscard]] Stored read() const;
-  /// As `read`, but a damaged file has been set aside and counts as missing; where that fails it
-  /// counts as unreadable.
-  Stored readOrSetAside();
-  /// Takes over what the file holds now, unless it is damaged: then its time begins to run.
+  /// The values as `read` gives them, but a damaged file is set aside and then counts as missing.
+  std::optional<Dictionary> readOrSetAside();
+  /// Takes over the file's values, unless it is damaged: then it gets a second to be completed.
   void synchronize();
-  /// Adds to the file what was set here.
-  void takeOver(const Stored& file);
+  /// Adds the unsaved values to those of the file and stores both; nothing when absent.
+  void takeOver(const std::optional<Dictionary>& stored);
+  /// Makes these and the unsaved values the ones in force, and notifies the observers of a change.
   void adopt(Dictionary values);
 
   FileManager& files_;
@@ -57,7 +58,7 @@ class JsonUserDefaults final : public UserDefaults {
   /// Set here and not in the file yet.
   Dictionary unsaved_;
   Observers<> observers_;
-  bool telling_ = false;
+  bool isNotifying_ = false;
   QObject context_;
   QTimer damageStands_;
   std::unique_ptr<FileWatch> watch_;

@@ -2,14 +2,12 @@
 
 #include <simdjson.h>
 
-#include <QString>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <array>
-#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <utility>
 
 namespace tollbeam {
 
@@ -54,88 +52,57 @@ Dictionary dictionaryOf(const dom::object& object) {
   return dictionary;
 }
 
-template <typename Number>
-void appendNumber(std::string& out, Number number) {
-  std::array<char, 32> text{};
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-  out.append(text.data(), end);
+std::string quoted(const std::string& text) {
+  const QJsonArray list{QString::fromStdString(text)};
+  const QByteArray json = QJsonDocument(list).toJson(QJsonDocument::Compact);
+  return json.sliced(1, json.size() - 2).toStdString();
 }
 
-void appendDouble(std::string& out, double number) {
-  const std::size_t start = out.size();
-  appendNumber(out, number);
+std::string jsonOf(double number) {
+  std::array<char, 32> digits{};
+  const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+  const std::string json(digits.begin(), end);
   // Without a point or an exponent it would come back as an integer.
-  if (out.find_first_of(".e", start) == std::string::npos) out += ".0";
+  return json.find_first_of(".e") == std::string::npos ? json + ".0" : json;
 }
 
-void appendText(std::string& out, const std::string& text) {
-  out += '"';
-  for (const char c : QString::fromStdString(text).toStdString()) {
-    if (c == '"' || c == '\\') {
-      out += '\\';
-      out += c;
-    } else if (static_cast<unsigned char>(c) < 0x20) {
-      std::array<char, 8> escape{};
-      std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(c));
-      out += escape.data();
-    } else {
-      out += c;
-    }
-  }
-  out += '"';
-}
-
-bool storable(const Value& value) {
+bool isStorable(const Value& value) {
   const auto number = value.number();
   return !number || std::isfinite(*number);
 }
 
-void appendValue(std::string& out, const Value& value, const std::string& indent);
+std::string jsonOf(const Value& value, const std::string& indent);
 
-void appendList(std::string& out, const List& list, const std::string& indent) {
-  const char* separator = "";
-  out += '[';
+std::string jsonOf(const List& list, const std::string& indent) {
+  std::string entries;
   for (const Value& entry : list) {
-    if (!storable(entry)) continue;
-    out += std::exchange(separator, ", ");
-    appendValue(out, entry, indent);
+    if (isStorable(entry)) entries += (entries.empty() ? "" : ", ") + jsonOf(entry, indent);
   }
-  out += ']';
+  return '[' + entries + ']';
 }
 
-void appendDictionary(std::string& out, const Dictionary& dictionary, const std::string& indent) {
+std::string jsonOf(const Dictionary& dictionary, const std::string& indent) {
   const std::string inner = indent + "  ";
-  const char* separator = "\n";
-  out += '{';
+  std::string entries;
   for (const auto& [key, entry] : dictionary) {
-    if (!storable(entry)) continue;
-    out += std::exchange(separator, ",\n") + inner;
-    appendText(out, key);
-    out += ": ";
-    appendValue(out, entry, inner);
+    if (!isStorable(entry)) continue;
+    entries += (entries.empty() ? "\n" : ",\n") + inner + quoted(key) + ": " + jsonOf(entry, inner);
   }
-  out += "\n" + indent + '}';
+  return '{' + entries + '\n' + indent + '}';
 }
 
-void appendValue(std::string& out, const Value& value, const std::string& indent) {
-  if (value.isNull()) {
-    out += "null";
-  } else if (const auto flag = value.flag()) {
-    out += *flag ? "true" : "false";
-  } else if (const auto* text = value.text()) {
-    appendText(out, *text);
-  } else if (const auto* list = value.list()) {
-    appendList(out, *list, indent);
-  } else if (const auto* dictionary = value.dictionary()) {
-    appendDictionary(out, *dictionary, indent);
-  } else if (!value.isIntegral()) {
-    appendDouble(out, value.number().value_or(0));
-  } else if (const auto number = value.integer().value_or(0); number < 0 && *value.number() > 0) {
-    // Unsigned and above the signed range.
-    appendNumber(out, std::bit_cast<std::uint64_t>(number));
-  } else {
-    appendNumber(out, number);
-  }
+std::string jsonOf(const Value& value, const std::string& indent) {
+  if (value.isNull()) return "null";
+  if (const auto flag = value.flag()) return *flag ? "true" : "false";
+  if (const auto* text = value.text()) return quoted(*text);
+  if (const auto* list = value.list()) return jsonOf(*list, indent);
+  if (const auto* dictionary = value.dictionary()) return jsonOf(*dictionary, indent);
+  const double number = value.number().value_or(0);
+  if (!value.isIntegral()) return jsonOf(number);
+  const std::int64_t integer = value.integer().value_or(0);
+  const bool isAboveSignedRange = integer < 0 && number > 0;
+  return isAboveSignedRange ? std::to_string(static_cast<std::uint64_t>(integer))
+                            : std::to_string(integer);
 }
 
 }  // namespace
@@ -147,11 +114,6 @@ std::optional<Dictionary> dictionaryFromJson(std::string_view json) {
   return dictionaryOf(object);
 }
 
-std::string toJson(const Dictionary& dictionary) {
-  std::string out;
-  appendDictionary(out, dictionary, "");
-  out += '\n';
-  return out;
-}
+std::string toJson(const Dictionary& dictionary) { return jsonOf(dictionary, "") + '\n'; }
 
 }  // namespace tollbeam

@@ -1,5 +1,7 @@
 // Values as JSON text, in a form that people can edit: one key per line, sorted. Every value comes
 // back as what it was: 80 an integer, 80.0 a double, 64-bit integers to the last digit.
+// QJsonDocument would not do: it reads 80.0 as an integer and 2^64 - 1 as a double, and takes line
+// ends in a text.
 //
 // What JSON cannot hold is left out: a number that is not finite is no value, and bytes of a text
 // that are not UTF-8 become U+FFFD.

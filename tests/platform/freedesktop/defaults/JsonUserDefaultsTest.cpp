@@ -25,7 +25,7 @@ using test::put;
 using test::putAtomically;
 using test::waitFor;
 
-/// The real files, on a disk that can be full.
+/// The real file manager, with a disk that can be full.
 class FullDisk final : public FileManager {
  public:
   bool full = false;
@@ -80,7 +80,7 @@ ino_t inodeOf(const std::string& path) {
   return ::stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
 }
 
-/// The folders whose every change of a file wakes this process.
+/// The folders in which every change of a file wakes this process.
 Inodes watchedInodes() {
   Inodes inodes;
   for (const auto& descriptor : fs::directory_iterator("/proc/self/fdinfo")) {
@@ -96,7 +96,7 @@ Inodes watchedInodes() {
   return inodes;
 }
 
-/// A store with somebody who looks at it.
+/// A store whose changes are counted.
 struct Watched {
   Watched(FileManager& files, const std::string& path) : defaults(files, path) {
     defaults.registerDefaults({{"limit", 80}});
@@ -113,12 +113,12 @@ struct Watched {
 
 }  // namespace
 
-TEST_F(JsonUserDefaultsTest, BelongsIntoTheConfigurationFolder) {
+TEST_F(JsonUserDefaultsTest, IsInTheConfigurationFolder) {
   const test::Environment config("XDG_CONFIG_HOME", "/config");
   EXPECT_EQ(JsonUserDefaults::defaultPath(), "/config/Tollbeam/preferences.json");
 }
 
-TEST_F(JsonUserDefaultsTest, ValuesOutliveTheProgram) {
+TEST_F(JsonUserDefaultsTest, KeepsValuesInTheFile) {
   {
     JsonUserDefaults defaults(disk, file());
     defaults.set("limit", 85);
@@ -145,7 +145,7 @@ TEST_F(JsonUserDefaultsTest, ReadingWritesNothing) {
   EXPECT_TRUE(fs::is_empty(folder / "Tollbeam"));
 }
 
-TEST_F(JsonUserDefaultsTest, OnlyFilesInItsOwnFolderWakeItEvenBeforeTheFirstSetting) {
+TEST_F(JsonUserDefaultsTest, WatchesOnlyItsOwnFolderEvenBeforeTheFirstSetting) {
   const auto before = watchedInodes();
   const JsonUserDefaults defaults(disk, file());
   auto watched = watchedInodes();
@@ -153,7 +153,7 @@ TEST_F(JsonUserDefaultsTest, OnlyFilesInItsOwnFolderWakeItEvenBeforeTheFirstSett
   EXPECT_EQ(watched, Inodes{inodeOf(folder / "Tollbeam")});
 }
 
-TEST_F(JsonUserDefaultsTest, AFolderThatCannotBeMadeOnlyMeansThatNothingIsStored) {
+TEST_F(JsonUserDefaultsTest, KeepsValuesInMemoryWhereTheFolderCannotBeMade) {
   put(folder / "Tollbeam", "a file");
   Watched watched(disk, file());
   EXPECT_EQ(watched.defaults.integerForKey("limit"), 80);
@@ -162,7 +162,7 @@ TEST_F(JsonUserDefaultsTest, AFolderThatCannotBeMadeOnlyMeansThatNothingIsStored
   EXPECT_EQ(bytesOf(folder / "Tollbeam"), "a file");
 }
 
-TEST_F(JsonUserDefaultsTest, ASettingIsTheUsersAlone) {
+TEST_F(JsonUserDefaultsTest, MakesTheFolderForTheUserAlone) {
   JsonUserDefaults defaults(disk, file());
   defaults.set("limit", 85);
   struct stat status {};
@@ -170,7 +170,7 @@ TEST_F(JsonUserDefaultsTest, ASettingIsTheUsersAlone) {
   EXPECT_EQ(status.st_mode & 0777, 0700U);
 }
 
-TEST_F(JsonUserDefaultsTest, OwnChangesAreToldLater) {
+TEST_F(JsonUserDefaultsTest, NotifiesOfOwnChangesLaterAndOnce) {
   Watched watched(disk, file());
   watched.defaults.set("limit", 85);
   watched.defaults.set("limit", 90);
@@ -179,7 +179,7 @@ TEST_F(JsonUserDefaultsTest, OwnChangesAreToldLater) {
   EXPECT_EQ(watched.changed, 1);
 }
 
-TEST_F(JsonUserDefaultsTest, AnEqualValueIsNeitherWrittenNorTold) {
+TEST_F(JsonUserDefaultsTest, NeitherWritesNorAnnouncesAnEqualValue) {
   store(R"({"limit": 85})");
   Watched watched(disk, file());
   watched.defaults.set("limit", 85);
@@ -189,13 +189,13 @@ TEST_F(JsonUserDefaultsTest, AnEqualValueIsNeitherWrittenNorTold) {
   EXPECT_EQ(disk.writes, 1);
 }
 
-TEST_F(JsonUserDefaultsTest, AValueEqualToTheDefaultIsStored) {
+TEST_F(JsonUserDefaultsTest, StoresAValueEqualToTheDefault) {
   Watched watched(disk, file());
   watched.defaults.set("limit", 80);
   EXPECT_EQ(onDisk(), (Dictionary{{"limit", 80}}));
 }
 
-TEST_F(JsonUserDefaultsTest, ChangesOfOthersAreNoticed) {
+TEST_F(JsonUserDefaultsTest, FollowsChangesOfOtherPrograms) {
   store(R"({"limit": 81})");
   Watched watched(disk, file());
   put(file(), R"({"limit": 82})");
@@ -207,7 +207,7 @@ TEST_F(JsonUserDefaultsTest, ChangesOfOthersAreNoticed) {
   }
 }
 
-TEST_F(JsonUserDefaultsTest, DeletionBringsTheDefaultsBack) {
+TEST_F(JsonUserDefaultsTest, ReturnsToTheDefaultsWhenTheFileIsDeleted) {
   store(R"({"limit": 81})");
   Watched watched(disk, file());
   for (int i = 0; i < 2; ++i) {
@@ -220,7 +220,7 @@ TEST_F(JsonUserDefaultsTest, DeletionBringsTheDefaultsBack) {
   }
 }
 
-TEST_F(JsonUserDefaultsTest, FoldersMayComeAndGo) {
+TEST_F(JsonUserDefaultsTest, FollowsFoldersThatAreMadeAndDeleted) {
   JsonUserDefaults elsewhere(disk, folder / "a/b/c/preferences.json");
   Watched watched(disk, folder / "a/b/c/preferences.json");
   for (int i = 0; i < 3; ++i) {
@@ -234,7 +234,7 @@ TEST_F(JsonUserDefaultsTest, FoldersMayComeAndGo) {
   }
 }
 
-TEST_F(JsonUserDefaultsTest, AFolderMayBeReplacedByRename) {
+TEST_F(JsonUserDefaultsTest, FollowsAFolderThatIsReplacedByRename) {
   store(R"({"limit": 81})");
   Watched watched(disk, file());
   fs::create_directory(folder / "other");
@@ -247,7 +247,7 @@ TEST_F(JsonUserDefaultsTest, AFolderMayBeReplacedByRename) {
   EXPECT_TRUE(watched.limitBecomes(83));
 }
 
-TEST_F(JsonUserDefaultsTest, ALinkedFileIsWatchedAndStaysLinked) {
+TEST_F(JsonUserDefaultsTest, WatchesAndKeepsALinkedFile) {
   fs::create_directory(folder / "dotfiles");
   fs::create_directory(folder / "Tollbeam");
   put(folder / "dotfiles/tollbeam", R"({"limit": 81})");
@@ -261,7 +261,7 @@ TEST_F(JsonUserDefaultsTest, ALinkedFileIsWatchedAndStaysLinked) {
             (Dictionary{{"limit", 83}}));
 }
 
-TEST_F(JsonUserDefaultsTest, AWriteKeepsWhatAnotherProgramHasJustStored) {
+TEST_F(JsonUserDefaultsTest, AWriteKeepsTheLatestChangesOfOtherPrograms) {
   store(R"({"limit": 81, "low": 10})");
   Watched watched(disk, file());
   putAtomically(file(), R"({"limit": 82, "theirs": [1, 2]})");
@@ -270,7 +270,7 @@ TEST_F(JsonUserDefaultsTest, AWriteKeepsWhatAnotherProgramHasJustStored) {
   EXPECT_EQ(watched.defaults.integerForKey("limit"), 82);
 }
 
-TEST_F(JsonUserDefaultsTest, AWriteKeepsTheNullsInWhatIsNotOurs) {
+TEST_F(JsonUserDefaultsTest, AWriteKeepsTheNullsOfOtherPrograms) {
   store(R"({"theirs": {"a": [null, 1], "b": null}, "other": null})");
   JsonUserDefaults defaults(disk, file());
   defaults.set("low", 10);
@@ -279,14 +279,14 @@ TEST_F(JsonUserDefaultsTest, AWriteKeepsTheNullsInWhatIsNotOurs) {
   EXPECT_NE(bytesOf(file())->find("\"other\": null"), std::string::npos);
 }
 
-TEST_F(JsonUserDefaultsTest, ANullForOneOfOurSettingsIsNoValue) {
+TEST_F(JsonUserDefaultsTest, TakesANullForNoValue) {
   store(R"({"limit": null})");
   JsonUserDefaults defaults(disk, file());
   defaults.registerDefaults({{"limit", 80}});
   EXPECT_EQ(defaults.integerForKey("limit"), 80);
 }
 
-TEST_F(JsonUserDefaultsTest, AnEqualValueStillWinsOverAChangeNotSeenYet) {
+TEST_F(JsonUserDefaultsTest, AnEqualValueOverridesAnUnseenChangeInTheFile) {
   store(R"({"limit": 81})");
   Watched watched(disk, file());
   putAtomically(file(), R"({"limit": 82})");
@@ -294,7 +294,7 @@ TEST_F(JsonUserDefaultsTest, AnEqualValueStillWinsOverAChangeNotSeenYet) {
   EXPECT_EQ(onDisk(), (Dictionary{{"limit", 81}}));
 }
 
-TEST_F(JsonUserDefaultsTest, ABurstIsToldAFewTimes) {
+TEST_F(JsonUserDefaultsTest, AnnouncesABurstAFewTimes) {
   Watched watched(disk, file());
   store("{}");
   for (int i = 1; i <= 500; ++i) putAtomically(file(), "{\"limit\": " + std::to_string(i) + "}");
@@ -302,7 +302,7 @@ TEST_F(JsonUserDefaultsTest, ABurstIsToldAFewTimes) {
   EXPECT_LE(watched.changed, 3);
 }
 
-TEST_F(JsonUserDefaultsTest, ADamagedFileIsSetAside) {
+TEST_F(JsonUserDefaultsTest, SetsADamagedFileAside) {
   for (const std::string damaged : {"", "{", "[1]", "{\"limit\": \"\xff\"}", "{\"limit\": 81} x"}) {
     store(damaged);
     JsonUserDefaults defaults(disk, file());
@@ -317,7 +317,7 @@ TEST_F(JsonUserDefaultsTest, ADamagedFileIsSetAside) {
   }
 }
 
-TEST_F(JsonUserDefaultsTest, EveryDamagedFileIsKept) {
+TEST_F(JsonUserDefaultsTest, KeepsEveryDamagedFile) {
   for (const char* damaged : {"one", "two", "three"}) {
     store(damaged);
     const JsonUserDefaults defaults(disk, file());
@@ -327,7 +327,7 @@ TEST_F(JsonUserDefaultsTest, EveryDamagedFileIsKept) {
   EXPECT_EQ(bytesOf(file() + ".damaged.3"), "three");
 }
 
-TEST_F(JsonUserDefaultsTest, DamageThatComesLaterIsSetAsideWhenItStays) {
+TEST_F(JsonUserDefaultsTest, SetsAFileAsideThatStaysDamaged) {
   store(R"({"limit": 81})");
   Watched watched(disk, file());
   put(file(), "{\"limit\"");
@@ -335,7 +335,7 @@ TEST_F(JsonUserDefaultsTest, DamageThatComesLaterIsSetAsideWhenItStays) {
   EXPECT_EQ(bytesOf(file() + ".damaged"), "{\"limit\"");
 }
 
-TEST_F(JsonUserDefaultsTest, AHalfWrittenFileIsWaitedFor) {
+TEST_F(JsonUserDefaultsTest, WaitsForAHalfWrittenFile) {
   store(R"({"limit": 81})");
   Watched watched(disk, file());
   disk.reads = 0;
@@ -346,7 +346,7 @@ TEST_F(JsonUserDefaultsTest, AHalfWrittenFileIsWaitedFor) {
   EXPECT_FALSE(fs::exists(file() + ".damaged"));
 }
 
-TEST_F(JsonUserDefaultsTest, AFileDamagedSinceItWasReadIsSetAsideBeforeAWrite) {
+TEST_F(JsonUserDefaultsTest, SetsAFileAsideThatWasDamagedBeforeAWrite) {
   store(R"({"limit": 81})");
   Watched watched(disk, file());
   put(file(), "damaged");
@@ -369,7 +369,7 @@ TEST_F(JsonUserDefaultsTest, AWriteWaitsForAnEditorThatIsWriting) {
   EXPECT_FALSE(fs::exists(file() + ".damaged"));
 }
 
-TEST_F(JsonUserDefaultsTest, TheEndDoesNotWaitForAnEditorButLosesNothing) {
+TEST_F(JsonUserDefaultsTest, StoresUnsavedValuesAtTheEndWhateverAnEditorLeft) {
   for (const bool finished : {false, true}) {
     store("{}");
     {
@@ -386,7 +386,7 @@ TEST_F(JsonUserDefaultsTest, TheEndDoesNotWaitForAnEditorButLosesNothing) {
   }
 }
 
-TEST_F(JsonUserDefaultsTest, TheEndLeavesADamagedFileThatCannotBeSetAside) {
+TEST_F(JsonUserDefaultsTest, LeavesADamagedFileAtTheEndThatCannotBeSetAside) {
   store("{}");
   ::chmod(file().c_str(), 0666);
   ::chmod((folder / "Tollbeam").c_str(), 0555);
@@ -402,7 +402,7 @@ TEST_F(JsonUserDefaultsTest, TheEndLeavesADamagedFileThatCannotBeSetAside) {
   EXPECT_EQ(disk.writes, 0);
 }
 
-TEST_F(JsonUserDefaultsTest, WhatCouldNotBeStoredIsStoredAtTheEnd) {
+TEST_F(JsonUserDefaultsTest, StoresAtTheEndWhatCouldNotBeStoredBefore) {
   {
     JsonUserDefaults defaults(disk, file());
     disk.full = true;
@@ -413,7 +413,7 @@ TEST_F(JsonUserDefaultsTest, WhatCouldNotBeStoredIsStoredAtTheEnd) {
   EXPECT_EQ(onDisk(), (Dictionary{{"low", 10}}));
 }
 
-TEST_F(JsonUserDefaultsTest, AFileThatCannotBeReadIsLeftAlone) {
+TEST_F(JsonUserDefaultsTest, LeavesAnUnreadableFileAlone) {
   store(R"({"limit": 81})");
   ::chmod((folder / "Tollbeam").c_str(), 0777);
   ::chmod(file().c_str(), 0000);
@@ -429,7 +429,7 @@ TEST_F(JsonUserDefaultsTest, AFileThatCannotBeReadIsLeftAlone) {
   EXPECT_EQ(onDisk(), (Dictionary{{"limit", 81}}));
 }
 
-TEST_F(JsonUserDefaultsTest, AFileThatBecomesReadableIsTakenOver) {
+TEST_F(JsonUserDefaultsTest, TakesOverAFileThatBecomesReadable) {
   store(R"({"limit": 81})");
   ::chmod((folder / "Tollbeam").c_str(), 0777);
   ::chmod(file().c_str(), 0000);
@@ -442,7 +442,7 @@ TEST_F(JsonUserDefaultsTest, AFileThatBecomesReadableIsTakenOver) {
   EXPECT_EQ(onDisk(), (Dictionary{{"limit", 81}, {"low", 10}}));
 }
 
-TEST_F(JsonUserDefaultsTest, OnAFullDiskValuesCountAndAreStoredLater) {
+TEST_F(JsonUserDefaultsTest, KeepsValuesOnAFullDiskAndStoresThemLater) {
   store(R"({"limit": 81})");
   Watched watched(disk, file());
   disk.full = true;
@@ -450,7 +450,7 @@ TEST_F(JsonUserDefaultsTest, OnAFullDiskValuesCountAndAreStoredLater) {
   EXPECT_EQ(watched.defaults.integerForKey("low"), 10);
   EXPECT_TRUE(waitFor([&] { return watched.changed == 1; }));
   EXPECT_EQ(onDisk(), (Dictionary{{"limit", 81}}));
-  // What others manage to store meanwhile counts, too.
+  // Changes by other programs still take effect.
   putAtomically(file(), R"({"limit": 82})");
   EXPECT_TRUE(watched.limitBecomes(82));
   EXPECT_EQ(watched.defaults.integerForKey("low"), 10);
@@ -459,7 +459,7 @@ TEST_F(JsonUserDefaultsTest, OnAFullDiskValuesCountAndAreStoredLater) {
   EXPECT_EQ(onDisk(), (Dictionary{{"limit", 82}, {"low", 10}, {"longHours", 4}}));
 }
 
-TEST_F(JsonUserDefaultsTest, ValuesThatNoFileCanHoldDoNoHarm) {
+TEST_F(JsonUserDefaultsTest, IgnoresValuesThatJsonCannotHold) {
   Watched watched(disk, file());
   watched.defaults.set("limit", std::nan(""));
   watched.defaults.set("lowSound", "\xff");
@@ -468,7 +468,7 @@ TEST_F(JsonUserDefaultsTest, ValuesThatNoFileCanHoldDoNoHarm) {
   EXPECT_EQ(onDisk(), (Dictionary{{"lowSound", "\uFFFD"}}));
 }
 
-TEST_F(JsonUserDefaultsTest, TwoProgramsSeeEachOther) {
+TEST_F(JsonUserDefaultsTest, SharesTheFileBetweenTwoPrograms) {
   Watched one(disk, file());
   Watched two(disk, file());
   one.defaults.set("limit", 81);
@@ -478,7 +478,7 @@ TEST_F(JsonUserDefaultsTest, TwoProgramsSeeEachOther) {
   EXPECT_TRUE(one.limitBecomes(82));
 }
 
-TEST_F(JsonUserDefaultsTest, WithoutAFolderValuesCountForThisRun) {
+TEST_F(JsonUserDefaultsTest, KeepsValuesInMemoryWithoutAPath) {
   JsonUserDefaults defaults(disk, std::nullopt);
   int changed = 0;
   const auto changes = defaults.onChange([&] { ++changed; });
@@ -487,7 +487,7 @@ TEST_F(JsonUserDefaultsTest, WithoutAFolderValuesCountForThisRun) {
   EXPECT_TRUE(waitFor([&] { return changed == 1; }));
 }
 
-TEST_F(JsonUserDefaultsTest, AnEndedStoreTellsNobody) {
+TEST_F(JsonUserDefaultsTest, NotifiesNobodyAfterItsEnd) {
   int changed = 0;
   {
     Watched watched(disk, file());

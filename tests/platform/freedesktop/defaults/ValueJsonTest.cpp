@@ -51,7 +51,7 @@ Value randomValue(std::mt19937_64& random, int depth) {
 
 }  // namespace
 
-TEST(ValueJson, IsTextThatPeopleCanEdit) {
+TEST(ValueJson, WritesTextThatPeopleCanEdit) {
   EXPECT_EQ(toJson({{"limit", 80}, {"quietEnabled", false}, {"lowSound", "Glass"}}),
             "{\n  \"limit\": 80,\n  \"lowSound\": \"Glass\",\n  \"quietEnabled\": false\n}\n");
 }
@@ -82,7 +82,7 @@ TEST(ValueJson, KeepsNumbersToTheLastDigit) {
   EXPECT_TRUE(std::signbit(*roundTrip(all)->at("minus zero").number()));
 }
 
-TEST(ValueJson, AnyValueComesBack) {
+TEST(ValueJson, ReadsBackEveryValue) {
   std::mt19937_64 random(20240229);
   for (int i = 0; i < 2000; ++i) {
     const Dictionary all{{"value", randomValue(random, 3)}};
@@ -96,21 +96,21 @@ TEST(ValueJson, LeavesOutWhatJsonCannotHold) {
             (Dictionary{{"c", List{1, 2}}}));
 }
 
-TEST(ValueJson, BrokenTextDoesNotBreakTheFile) {
+TEST(ValueJson, ReplacesInvalidUtf8) {
   EXPECT_EQ(roundTrip({{"text", "a\xff\xfe"}}), (Dictionary{{"text", "a\uFFFD\uFFFD"}}));
 }
 
-TEST(ValueJson, NullsComeBackWhereverTheyAre) {
+TEST(ValueJson, ReadsBackNulls) {
   const Dictionary all{{"a", Null{}}, {"b", List{Null{}, 1}}, {"c", Dictionary{{"d", Null{}}}}};
   EXPECT_EQ(dictionaryFromJson(R"({"a": null, "b": [null, 1], "c": {"d": null}})"), all);
   EXPECT_EQ(roundTrip(all), all);
 }
 
-TEST(ValueJson, OfAKeyThatComesTwiceTheLastCounts) {
+TEST(ValueJson, TakesTheLastOfEqualKeys) {
   EXPECT_EQ(dictionaryFromJson(R"({"a": 1, "a": 2})"), (Dictionary{{"a", 2}}));
 }
 
-TEST(ValueJson, TakesOnlyOneWholeValidObject) {
+TEST(ValueJson, ReadsOnlyOneWholeValidObject) {
   for (const char* text : {"", " ", "{", "[]", "80", "null", "\"text\"", "{\"a\": }", "{\"a\": 1,}",
                            "{'a': 1}", "{\"a\": 1} x", "{\"a\": 1}{\"b\": 2}", "{\"a\": \"\xff\"}",
                            "{\"a\": 01}", "{\"a\": 1e999}", "{\"a\": \"\n\"}", "{\"a\": NaN}"}) {
@@ -119,7 +119,7 @@ TEST(ValueJson, TakesOnlyOneWholeValidObject) {
   EXPECT_EQ(dictionaryFromJson(std::string_view("{\"a\": 1}\0", 9)), std::nullopt);
 }
 
-TEST(ValueJson, ADeepNestIsRefusedNotRecursedInto) {
+TEST(ValueJson, RejectsDeepNesting) {
   const std::string deep = "{\"a\": " + std::string(100'000, '[') + std::string(100'000, ']') + "}";
   EXPECT_EQ(dictionaryFromJson(deep), std::nullopt);
 }
