@@ -1,10 +1,10 @@
-// Puts the program together: the backends in the order in which they need each other, then the
-// shell. Taken apart in reverse.
+// Puts the program together: the backends, then the shell.
 #include <QApplication>
 #include <QFileInfo>
 #include <QIcon>
 #include <QSessionManager>
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -17,7 +17,6 @@
 #include "platform/freedesktop/bus/Bus.h"
 #include "platform/freedesktop/defaults/JsonUserDefaults.h"
 #include "platform/freedesktop/files/FolderLock.h"
-#include "platform/freedesktop/files/Links.h"
 #include "platform/freedesktop/files/PosixFileManager.h"
 #include "platform/freedesktop/notifications/DesktopNotificationCenter.h"
 #include "platform/freedesktop/power/FreedesktopPowerSources.h"
@@ -59,30 +58,19 @@ void keepOutOfSavedSessions(const QApplication& app) {
 
 class Program {
  public:
-  explicit Program(Bus& sessionBus)
-      : appearance_(sessionBus),
-        bundle_(files_, BundleFolder::runningExecutable()),
-        translations_(QString::fromStdString(bundle_.resources() + "/translations")),
-        userDefaults_(files_, JsonUserDefaults::defaultPath()),
-        workspace_(systemBus_),
-        powerSources_(systemBus_, workspace_),
-        processInfo_(systemBus_, workspace_),
-        systemSounds_(folderOf(bundle_.executable()) + "tollbeam-sound",
-                      bundle_.resources() + "/sounds/tollbeam"),
-        notificationCenter_(sessionBus, mainQueue_, notificationOptions()),
-        loginItem_(files_, BundleFolder::runningExecutable()),
-        statusBar_(sessionBus, QString::fromStdString(bundle_.resources() + "/icons")) {
+  /// `sessionBus` outlives this object.
+  explicit Program(Bus& sessionBus) : sessionBus_(sessionBus) {
     QApplication::setWindowIcon(QIcon(QString::fromStdString(icon())));
   }
 
-  /// What holds at launch is never announced, so the first look must see it: it waits for the
-  /// services' first answers, which are bounded in time.
+  /// Starts the shell once the services have given their first answers, or after a limited time:
+  /// the first refresh must see what holds at launch, because that is never announced.
   void launch() {
     powerSourcesReady_ = powerSources_.whenReady(
         [this] { processInfoReady_ = processInfo_.whenReady([this] { finishLaunching(); }); });
   }
 
-  /// A second start during the launch is the session's: it asks for nothing.
+  /// Opens the popover. Not during the launch: a second start in that time is the session's own.
   void activate() {
     if (delegate_) delegate_->showPopover();
   }
@@ -107,7 +95,7 @@ class Program {
                       statusBar_, outsideClicks_);
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &*delegate_,
                      &AppDelegate::applicationWillTerminate);
-    // A session that ends may take the display away before anything else is asked of us.
+    // A session that ends may take the display away before it asks the program to end.
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, &*delegate_,
                      [this] { saveHistory(); });
     delegate_->applicationDidFinishLaunching();
@@ -121,11 +109,8 @@ class Program {
     return {.look = {.icon = icon(),
                      .soundFile = [this](const auto& name) { return systemSounds_.fileOf(name); }},
             .playSound = [this](const NotificationSound& sound) {
-              if (sound.name) {
-                systemSounds_.play(*sound.name);
-              } else {
-                systemSounds_.playDefault();
-              }
+              if (!sound.name) return systemSounds_.playDefault();
+              systemSounds_.play(*sound.name);
             }};
   }
 
@@ -136,26 +121,31 @@ class Program {
     return QFileInfo::exists(QString::fromStdString(file)) ? file : "org.tollbeam.Tollbeam";
   }
 
+  // In the order in which they need each other; taken apart in reverse.
+  Bus& sessionBus_;
   Bus systemBus_{QDBusConnection::SystemBus};
-  DesktopAppearance appearance_;
+  DesktopAppearance appearance_{sessionBus_};
   QtMainQueue mainQueue_;
   SystemClock clock_;
   LocalCalendar calendar_;
   PosixFileManager files_;
-  BundleFolder bundle_;
-  Translations translations_;
-  JsonUserDefaults userDefaults_;
-  LogindWorkspace workspace_;
-  FreedesktopPowerSources powerSources_;
-  PowerProfilesProcessInfo processInfo_;
-  DesktopSounds systemSounds_;
-  DesktopNotificationCenter notificationCenter_;
-  AutostartEntry loginItem_;
+  BundleFolder bundle_{files_, BundleFolder::runningExecutable()};
+  Translations translations_{QString::fromStdString(bundle_.resources() + "/translations")};
+  JsonUserDefaults userDefaults_{files_, JsonUserDefaults::defaultPath()};
+  LogindWorkspace workspace_{systemBus_};
+  FreedesktopPowerSources powerSources_{systemBus_, workspace_};
+  PowerProfilesProcessInfo processInfo_{systemBus_, workspace_};
+  DesktopSounds systemSounds_{
+      std::filesystem::path(bundle_.executable()).replace_filename("tollbeam-sound"),
+      bundle_.resources() + "/sounds/tollbeam"};
+  DesktopNotificationCenter notificationCenter_{sessionBus_, mainQueue_, notificationOptions()};
+  AutostartEntry loginItem_{files_, bundle_.executable()};
   X11Compositor compositor_;
   QtSavePanels savePanels_;
   AlertDialogs dialogs_{appearance_, compositor_, savePanels_};
   X11OutsideClicks outsideClicks_;
-  FreedesktopStatusBar statusBar_;
+  FreedesktopStatusBar statusBar_{sessionBus_,
+                                  QString::fromStdString(bundle_.resources() + "/icons")};
   Subscription powerSourcesReady_;
   Subscription processInfoReady_;
   std::optional<AppDelegate> delegate_;
@@ -163,8 +153,8 @@ class Program {
   ExitHook displayIsGone_{[this] { saveHistory(); }};
 };
 
-/// Two sessions of one user have a bus each, but one history. One that is about to end gets a
-/// second.
+/// False when a program in another session of this user, which has a bus of its own, holds the
+/// history. One that is about to end gets a second.
 bool takeHistory(FileManager& files, FolderLock& lock) {
   const auto folder = HistoryStore::folder(files);
   if (!folder) return true;
@@ -185,22 +175,18 @@ int run(int argc, char** argv) {
   signals.watch();
 
   FolderLock lock;
-  // The program takes its bubbles down at its end, over a bus that is still there.
+  // Outlives the program, which closes its notifications over it at the end.
   Bus sessionBus(QDBusConnection::SessionBus);
   std::optional<Program> program;
+  const auto launch = [&] {
+    if (!takeHistory(files, lock)) return QCoreApplication::quit();
+    program.emplace(sessionBus).launch();
+  };
   SingleInstance instance(sessionBus);
   instance.onActivate = [&] {
     if (program) program->activate();
   };
-  instance.begin(
-      [&] {
-        if (takeHistory(files, lock)) {
-          program.emplace(sessionBus).launch();
-        } else {
-          QCoreApplication::quit();
-        }
-      },
-      [] { QCoreApplication::quit(); });
+  instance.begin(launch, &QCoreApplication::quit);
   return QApplication::exec();
 }
 
