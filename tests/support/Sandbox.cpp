@@ -18,7 +18,7 @@ constexpr uid_t kNobody = 65534;
 }  // namespace
 
 Folder::Folder() {
-  // Ours to enter for the ordinary user that root becomes, too.
+  // Also for the ordinary user that root becomes.
   if (!dir_.isValid() || ::chmod(path().c_str(), 0777) != 0) std::abort();
 }
 

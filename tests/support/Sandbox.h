@@ -1,5 +1,5 @@
-// What tests of files need: a folder of their own, the environment as they want it, and the rights
-// of an ordinary user even when the suite runs as root, whom no permission stops.
+// For tests of files: a temporary folder, environment variables, and the rights of an ordinary user
+// even when the suite runs as root, whom no permission stops.
 #pragma once
 
 #include <QTemporaryDir>
@@ -9,7 +9,7 @@
 
 namespace tollbeam::test {
 
-/// A new empty folder that an ordinary user may write, too; gone with the object.
+/// A new empty folder that an ordinary user may write to; deleted with the object.
 class Folder {
  public:
   Folder();

@@ -11,23 +11,22 @@ namespace tollbeam {
 
 namespace {
 
-constexpr const char* kAccessList = "system.posix_acl_access";
-
-// The kernel has no larger ones.
+// The kernel's limit, for one attribute and for the list of their names.
 constexpr std::size_t kLargestAttribute = 65536;
 
 /// False when the file has the attribute and `fd` cannot have it.
-bool copyAttribute(int fd, const std::string& from, const char* name, std::vector<char>& space) {
-  const ssize_t length = ::lgetxattr(from.c_str(), name, space.data(), space.size());
-  if (length < 0) {
-    // The folder may have given the new file one of its own.
-    ::fremovexattr(fd, name);
-    return true;
+bool copyAttribute(int fd, const std::string& from, const char* name) {
+  std::vector<char> value(kLargestAttribute);
+  const ssize_t length = ::lgetxattr(from.c_str(), name, value.data(), value.size());
+  if (length >= 0) {
+    return ::fsetxattr(fd, name, value.data(), static_cast<std::size_t>(length), 0) == 0;
   }
-  return ::fsetxattr(fd, name, space.data(), static_cast<std::size_t>(length), 0) == 0;
+  // The folder may have given the new file one of its own.
+  ::fremovexattr(fd, name);
+  return true;
 }
 
-void copyUserAttributes(int fd, const std::string& from, std::vector<char>& space) {
+void copyUserAttributes(int fd, const std::string& from) {
   std::vector<char> names(kLargestAttribute);
   const ssize_t length = ::llistxattr(from.c_str(), names.data(), names.size());
   if (length <= 0) return;
@@ -35,11 +34,11 @@ void copyUserAttributes(int fd, const std::string& from, std::vector<char>& spac
   while (!rest.empty()) {
     const std::string name(rest.substr(0, rest.find('\0')));
     rest.remove_prefix(name.size() + 1);
-    if (name.starts_with("user.")) copyAttribute(fd, from, name.c_str(), space);
+    if (name.starts_with("user.")) copyAttribute(fd, from, name.c_str());
   }
 }
 
-/// Whether the owner's group is the old one now.
+/// Whether the file has the old group now.
 bool copyOwner(int fd, const struct stat& old) {
   struct stat status {};
   if (::fstat(fd, &status) != 0) return false;
@@ -52,12 +51,11 @@ bool copyOwner(int fd, const struct stat& old) {
 }  // namespace
 
 void copyAttributes(int fd, const std::string& from, const struct stat& old) {
-  std::vector<char> space(kLargestAttribute);
-  copyUserAttributes(fd, from, space);
-  const bool sameGroup = copyOwner(fd, old);
-  const bool sameList = copyAttribute(fd, from, kAccessList, space);
+  copyUserAttributes(fd, from);
+  const bool hasGroup = copyOwner(fd, old);
+  const bool hasAccessList = copyAttribute(fd, from, "system.posix_acl_access");
   mode_t mode = old.st_mode & 0777;
-  if (!sameGroup || !sameList) {
+  if (!hasGroup || !hasAccessList) {
     // Those who were in the group or on the list are among the others now. With a list the group's
     // bits are the most that anyone on it gets, the group itself perhaps less.
     mode &= S_IRWXU | (mode & S_IRWXG) >> 3;

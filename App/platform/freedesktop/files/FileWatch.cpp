@@ -1,20 +1,20 @@
 #include "platform/freedesktop/files/FileWatch.h"
 
 #include <sys/inotify.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <cstring>
 #include <deque>
-#include <sstream>
+#include <filesystem>
+#include <system_error>
 #include <utility>
-
-#include "platform/freedesktop/files/Links.h"
 
 namespace tollbeam {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr unsigned kItself = IN_DELETE_SELF | IN_MOVE_SELF;
 constexpr unsigned kEntries =
@@ -22,24 +22,10 @@ constexpr unsigned kEntries =
 
 constexpr auto kBurst = std::chrono::milliseconds(100);
 
-// Folders can come and go while we look; then another look is due, but not for ever.
-constexpr int kMostLooks = 8;
+// Folders can come and go while the watches are installed, which then is done again, but not for
+// ever.
+constexpr int kMostAttempts = 9;
 constexpr int kMostLinks = 40;
-
-bool isFolder(const std::string& path) {
-  struct stat status {};
-  return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-/// The names that a path is made of.
-std::deque<std::string> namesOf(const std::string& path) {
-  std::deque<std::string> names;
-  std::istringstream text(path);
-  for (std::string name; std::getline(text, name, '/');) {
-    if (!name.empty() && name != ".") names.push_back(std::move(name));
-  }
-  return names;
-}
 
 }  // namespace
 
@@ -60,30 +46,29 @@ FileWatch::~FileWatch() {
   if (inotify_ >= 0) ::close(inotify_);
 }
 
-FileWatch::NamesByPlace FileWatch::wanted() const {
+FileWatch::NamesByPlace FileWatch::namesToWatch() const {
   NamesByPlace places;
-  std::string folder = "/";
-  std::deque<std::string> rest = namesOf(path_);
-  int links = 0;
-  while (!rest.empty()) {
-    const std::string name = std::move(rest.front());
+  fs::path folder;
+  const fs::path whole = path_;
+  std::deque<fs::path> rest(whole.begin(), whole.end());
+  for (int links = 0; !rest.empty();) {
+    const fs::path name = std::move(rest.front());
     rest.pop_front();
-    if (name == "..") {
-      folder = withoutFinalSlash(folderOf(folder));
-      continue;
-    }
-    const std::string path = (folder == "/" ? "" : folder) + '/' + name;
-    const auto link = nextLink(path);
-    if (link && links++ < kMostLinks) {
+    // Only the root begins an absolute path or link.
+    if (name == "/") folder = name;
+    if (name == "..") folder = folder.parent_path();
+    if (name == "/" || name == ".." || name == "." || name.empty()) continue;
+    const fs::path path = folder / name;
+    std::error_code error;
+    const fs::path link = fs::read_symlink(path, error);
+    const bool isLink = !error;
+    if (isLink && links++ < kMostLinks) {
       places[path];
       if (rest.empty()) places[folder].insert(name);
-      const auto steps = namesOf(*link);
-      rest.insert(rest.begin(), steps.begin(), steps.end());
-      // An absolute one; a relative one comes as the link's own folder and the text.
-      folder = "/";
+      rest.insert(rest.begin(), link.begin(), link.end());
       continue;
     }
-    if (rest.empty() || link || !isFolder(path)) {
+    if (rest.empty() || isLink || !fs::is_directory(path, error)) {
       places[folder].insert(name);
       break;
     }
@@ -93,26 +78,18 @@ FileWatch::NamesByPlace FileWatch::wanted() const {
   return places;
 }
 
-FileWatch::NamesByWatch FileWatch::install(const NamesByPlace& places) const {
-  NamesByWatch watches;
-  for (const auto& [place, names] : places) {
-    const unsigned mask = names.empty() ? kItself : kItself | kEntries;
-    const int watch = ::inotify_add_watch(inotify_, place.c_str(), mask | IN_DONT_FOLLOW);
-    if (watch >= 0) watches[watch].insert(names.begin(), names.end());
-  }
-  return watches;
-}
-
 void FileWatch::rearm() {
   if (inotify_ < 0) return;
-  NamesByPlace places = wanted();
-  NamesByWatch watches = install(places);
-  for (int i = 0; i < kMostLooks; ++i) {
-    NamesByPlace now = wanted();
+  NamesByPlace places;
+  NamesByWatch watches;
+  for (int i = 0; i < kMostAttempts; ++i) {
+    NamesByPlace now = namesToWatch();
     if (now == places) break;
     places = std::move(now);
-    for (const auto& [watch, names] : install(places)) {
-      watches[watch].insert(names.begin(), names.end());
+    for (const auto& [place, names] : places) {
+      const unsigned mask = names.empty() ? kItself : kItself | kEntries;
+      const int watch = ::inotify_add_watch(inotify_, place.c_str(), mask | IN_DONT_FOLLOW);
+      if (watch >= 0) watches[watch].insert(names.begin(), names.end());
     }
   }
   for (const auto& [watch, names] : watches_) {
@@ -121,7 +98,7 @@ void FileWatch::rearm() {
   watches_ = std::move(watches);
 }
 
-bool FileWatch::concerns(int watch, unsigned mask, const std::string& name) const {
+bool FileWatch::concernsFile(int watch, unsigned mask, const std::string& name) const {
   if (mask & IN_Q_OVERFLOW) return true;
   const auto names = watches_.find(watch);
   if (names == watches_.end()) return false;
@@ -136,7 +113,7 @@ void FileWatch::readEvents() {
       inotify_event event{};
       std::memcpy(&event, at, sizeof event);
       const std::string name(event.len ? at + sizeof event : "");
-      changed = concerns(event.wd, event.mask, name) || changed;
+      changed = concernsFile(event.wd, event.mask, name) || changed;
       // The kernel has dropped this watch and may give its number to another folder.
       if (event.mask & IN_IGNORED) watches_.erase(event.wd);
       at += sizeof event + event.len;

@@ -9,17 +9,12 @@
 
 namespace tollbeam {
 
-namespace {
-
-constexpr auto kPause = std::chrono::milliseconds(10);
-
-}  // namespace
-
 FolderLock::~FolderLock() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }
 
 bool FolderLock::take(const std::string& folder, std::chrono::milliseconds patience) {
+  constexpr auto kPause = std::chrono::milliseconds(10);
   descriptor_ = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor_ < 0) return true;
   for (auto waited = std::chrono::milliseconds(0);; waited += kPause) {

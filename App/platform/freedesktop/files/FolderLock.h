@@ -1,5 +1,5 @@
-// A lock on a folder that one process at a time holds. It leaves no file behind, and the kernel
-// gives it up when the process ends, however it ends.
+// A lock on a folder, held by one process at a time. It leaves no file behind, and the kernel
+// releases it when the process ends, however it ends.
 #pragma once
 
 #include <chrono>
@@ -14,9 +14,9 @@ class FolderLock {
   FolderLock& operator=(const FolderLock&) = delete;
   ~FolderLock();
 
-  /// At most once per object. False when another process holds the lock and has not ended after
-  /// `patience`, which blocks the thread. True also where locks do not work: without the folder and
-  /// on some network file systems.
+  /// At most once per object; blocks the thread for up to `patience` while another process holds
+  /// the lock, and is false when that one still holds it then. True also where locks do not work:
+  /// without the folder and on some network file systems.
   [[nodiscard]] bool take(const std::string& folder, std::chrono::milliseconds patience);
 
  private:

@@ -15,6 +15,7 @@
 #include <random>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "platform/freedesktop/files/FileAttributes.h"
 #include "platform/freedesktop/files/Links.h"
@@ -24,11 +25,13 @@ namespace tollbeam {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr std::size_t kLargestFile = std::size_t{256} << 20;
 
 constexpr std::string_view kTemporarySuffix = ".tmp";
 
-// A day: nobody is still writing then, even where two machines share the folder.
+// Seconds. A day: no write takes so long, even where two machines share the folder.
 constexpr std::time_t kLongestWrite = std::time_t{24} * 60 * 60;
 
 class FileDescriptor {
@@ -59,11 +62,12 @@ int writeAll(int fd, std::string_view bytes) {
   return 0;
 }
 
-/// How the temporary files for this target begin. Its name is in it as a hash (FNV-1a), because the
-/// name itself may fill the limit.
-std::string temporaryPrefix(const std::string& target) {
+/// How the names of the temporary files for this target begin. The target's own name is in it as a
+/// hash (FNV-1a), because it may have the greatest length already.
+std::string temporaryPrefix(const fs::path& target) {
   std::uint32_t hash = 2166136261;
-  for (const char c : nameOf(target)) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619;
+  for (const char c : target.filename().string())
+    hash = (hash ^ static_cast<unsigned char>(c)) * 16777619;
   std::array<char, 32> prefix{};
   std::snprintf(prefix.data(), prefix.size(), ".tollbeam-%08x-", hash);
   return prefix.data();
@@ -76,30 +80,30 @@ std::string temporaryName(const std::string& prefix) {
   return prefix + number.data() + std::string(kTemporarySuffix);
 }
 
-/// Whether a temporary file lies there whose writer must have been killed.
-bool isAbandoned(const std::string& path) {
+/// Whether this is a temporary file whose writer must have been killed.
+bool isAbandoned(const fs::path& path) {
   struct stat status {};
   return ::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
          status.st_uid == ::geteuid() && ::time(nullptr) - status.st_mtime > kLongestWrite;
 }
 
-/// Of this target only: what else is in the folder may be anybody's.
-void removeAbandoned(const std::string& folder, const std::string& prefix) {
+/// Of this target only: other files in the folder are not ours.
+void removeAbandoned(const fs::path& folder, const std::string& prefix) {
   const std::size_t length = temporaryName(prefix).size();
   std::error_code error;
-  std::filesystem::directory_iterator entry(folder, error);
-  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-    const std::string name = entry->path().filename().string();
+  fs::directory_iterator entry(folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    const std::string name = entry->path().filename();
     if (name.size() == length && name.starts_with(prefix) && name.ends_with(kTemporarySuffix) &&
-        isAbandoned(folder + name)) {
-      ::unlink((folder + name).c_str());
+        isAbandoned(entry->path())) {
+      ::unlink(entry->path().c_str());
     }
   }
 }
 
 /// The file that a write replaces, at the end of the links.
 struct Target {
-  std::string path;
+  fs::path path;
   /// Absent when no file is there yet.
   std::optional<struct stat> old;
 };
@@ -110,15 +114,15 @@ int fillTemporary(FileDescriptor& file, std::string_view bytes, const Target& ta
   if (target.old && options.keepOldWithSuffix.empty()) {
     copyAttributes(file.get(), target.path, *target.old);
   } else if (!options.isDocument) {
-    // Whatever the umask took away.
+    // What the umask took away.
     ::fchmod(file.get(), S_IRUSR | S_IWUSR);
   }
   if (::fsync(file.get()) != 0) return errno;
   return file.close();
 }
 
-/// Whether the file is worth more than what is already kept: a copy that is more than twice as
-/// large has lost less.
+/// Whether the old file may replace the one that is kept already, which is worth more when it is
+/// more than twice as large.
 bool isWorthKeeping(const struct stat& old, const std::string& kept) {
   struct stat status {};
   return ::lstat(kept.c_str(), &status) != 0 || !S_ISREG(status.st_mode) ||
@@ -127,14 +131,14 @@ bool isWorthKeeping(const struct stat& old, const std::string& kept) {
 
 /// Gives the file a second name, so that it never lacks the first. Where a file system has no
 /// second names, and for files of others, it only gets the other name.
-int keepAs(const std::string& kept, const std::string& path) {
+int keepAs(const std::string& kept, const fs::path& path) {
   if (::unlink(kept.c_str()) != 0 && errno != ENOENT) return errno;
   if (::link(path.c_str(), kept.c_str()) == 0) return 0;
   return ::rename(path.c_str(), kept.c_str()) == 0 ? 0 : errno;
 }
 
-int putInPlace(const std::string& temporary, const Target& target, const std::string& suffix) {
-  const std::string kept = target.path + suffix;
+int putInPlace(const fs::path& temporary, const Target& target, const std::string& suffix) {
+  const std::string kept = target.path.string() + suffix;
   const bool keepsOld = target.old && !suffix.empty() && isWorthKeeping(*target.old, kept);
   if (keepsOld) {
     if (const int error = keepAs(kept, target.path)) return error;
@@ -146,23 +150,16 @@ int putInPlace(const std::string& temporary, const Target& target, const std::st
   return error;
 }
 
-/// The name is safe only when the folder is on the disk too. Not every file system can, and the
-/// new file is in place by then: a failure here is nothing that could be undone.
-void syncFolder(const std::string& folder) {
-  const FileDescriptor fd(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (fd.isOpen()) ::fsync(fd.get());
-}
-
 int replace(const Target& target, std::string_view bytes, const WriteOptions& options) {
-  const std::string folder = folderOf(target.path);
+  const fs::path folder = target.path.has_parent_path() ? target.path.parent_path() : ".";
   const std::string prefix = temporaryPrefix(target.path);
   removeAbandoned(folder, prefix);
-  // Nobody may read the new bytes who could not read the old ones, not even for a moment.
+  // Users who could not read the old bytes must not read the new ones, not even for a moment.
   const mode_t mode = options.isDocument && !target.old ? 0666 : 0600;
-  std::string temporary;
+  fs::path temporary;
   int fd = -1;
   do {
-    temporary = folder + temporaryName(prefix);
+    temporary = folder / temporaryName(prefix);
     fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
   } while (fd < 0 && (errno == EEXIST || errno == EINTR));
   FileDescriptor file(fd);
@@ -174,7 +171,10 @@ int replace(const Target& target, std::string_view bytes, const WriteOptions& op
     ::unlink(temporary.c_str());
     return error;
   }
-  syncFolder(folder);
+  // The name is safe only when the folder is on the disk too. Not every file system can do this,
+  // and a failure could not be undone: the new file is in place by now.
+  const FileDescriptor entries(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (entries.isOpen()) ::fsync(entries.get());
   return 0;
 }
 
@@ -186,7 +186,7 @@ int writeFile(const std::string& path, std::string_view bytes, const WriteOption
   if (::lstat(end->c_str(), &old) == 0) {
     if (S_ISDIR(old.st_mode)) return EISDIR;
     if (!S_ISREG(old.st_mode)) return EOPNOTSUPP;
-    // A file that is kept loses nothing.
+    // Keeping a file takes no right to write it.
     if (options.keepOldWithSuffix.empty() &&
         ::faccessat(AT_FDCWD, end->c_str(), W_OK, AT_EACCESS) != 0) {
       return errno;
@@ -196,11 +196,6 @@ int writeFile(const std::string& path, std::string_view bytes, const WriteOption
     return errno;
   }
   return replace(target, bytes, options);
-}
-
-/// As its owner's alone, whatever the umask takes away.
-void makeFolder(const std::string& path) {
-  if (::mkdir(path.c_str(), 0700) == 0) ::chmod(path.c_str(), 0700);
 }
 
 }  // namespace
@@ -214,36 +209,34 @@ std::optional<std::string> PosixFileManager::applicationSupportDirectory() const
 }
 
 void PosixFileManager::createDirectory(const std::string& path) {
-  for (std::size_t end = path.find('/', 1); end != std::string::npos;
-       end = path.find('/', end + 1)) {
-    makeFolder(path.substr(0, end));
+  fs::path folder;
+  for (const fs::path& name : fs::path(path)) {
+    folder /= name;
+    // The second call sets what the umask took away.
+    if (::mkdir(folder.c_str(), 0700) == 0) ::chmod(folder.c_str(), 0700);
   }
-  makeFolder(path);
 }
 
 std::optional<std::string> PosixFileManager::contents(const std::string& path) const {
-  // Not blocking: a pipe of that name would hold us for ever.
+  // Not blocking: opening a pipe would wait for its writer.
   const FileDescriptor fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
   if (!fd.isOpen() || ::fstat(fd.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
     return std::nullopt;
   }
-  if (status.st_size > static_cast<off_t>(kLargestFile)) return std::nullopt;
+  // The size is only a hint: the kernel's own files have 0, and a file may grow meanwhile.
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (size > kLargestFile) return std::nullopt;
   std::string bytes;
-  bytes.resize(static_cast<std::size_t>(status.st_size) + 1);
-  std::size_t length = 0;
-  while (true) {
-    const ssize_t got = ::read(fd.get(), bytes.data() + length, bytes.size() - length);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) return std::nullopt;
-    if (got == 0) break;
-    length += static_cast<std::size_t>(got);
-    if (length > kLargestFile) return std::nullopt;
-    // Full: the file grew while we read it.
-    if (length == bytes.size()) bytes.resize(2 * bytes.size());
+  bytes.reserve(size);
+  std::vector<char> part(std::size_t{64} << 10);
+  while (bytes.size() <= kLargestFile) {
+    const ssize_t got = ::read(fd.get(), part.data(), part.size());
+    if (got == 0) return bytes;
+    if (got > 0) bytes.append(part.data(), static_cast<std::size_t>(got));
+    if (got < 0 && errno != EINTR) break;
   }
-  bytes.resize(length);
-  return bytes;
+  return std::nullopt;
 }
 
 std::optional<FileVersion> PosixFileManager::version(const std::string& path) const {
@@ -265,7 +258,7 @@ std::optional<std::string> PosixFileManager::write(const std::string& path, std:
 }
 
 void PosixFileManager::removeKept(const std::string& path, const std::string& suffix) {
-  if (const auto end = linkTarget(path)) ::unlink((*end + suffix).c_str());
+  if (const auto end = linkTarget(path)) ::unlink((end->string() + suffix).c_str());
 }
 
 }  // namespace tollbeam

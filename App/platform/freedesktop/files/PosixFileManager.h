@@ -1,10 +1,10 @@
 // Files through the POSIX calls. A write goes to a new file beside the old one, which takes its
-// name once every byte is on the disk: whoever reads, and whatever kills us, meets one or the
-// other. What a killed write leaves behind, a write to the same file removes a day later.
+// name once every byte is on the disk: a reader, and a program that was killed, find one or the
+// other. The temporary file of a killed write is removed by a write to the same file a day later.
 //
-// An existing file keeps its owner, mode and other attributes as far as we may set them, and a
-// symbolic link keeps pointing: what it points at is replaced. Nobody but the user can read a
-// temporary file that replaces another.
+// An existing file keeps its owner, mode and other attributes as far as we may set them. Of a
+// symbolic link the file that it points at is replaced. Only the user can read a temporary file
+// that replaces another.
 #pragma once
 
 #include <string>
@@ -28,7 +28,7 @@ class PosixFileManager final : public FileManager {
   [[nodiscard]] std::optional<FileVersion> version(const std::string& path) const override;
 
   /// A file that the user may not write is not replaced, even where the folder would allow it,
-  /// unless it is kept. A file that is kept stays where the links lead.
+  /// unless it is kept. Of a link, the file that it points at is kept, in its own folder.
   std::optional<std::string> write(const std::string& path, std::string_view bytes,
                                    const WriteOptions& options = {}) override;
 

@@ -12,13 +12,11 @@ namespace tollbeam {
 
 namespace {
 
-constexpr int kMostDamagedFiles = 1000;
-
 /// 0 or the error number; EEXIST when `to` exists.
 int renameToNew(const std::string& from, const std::string& to) {
   if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
   if (errno != EINVAL && errno != ENOSYS) return errno;
-  // A file system that cannot promise it: look first, which leaves a gap that nobody uses.
+  // The file system has no such call: check first. Nothing else makes files of these names.
   struct stat status {};
   if (::lstat(to.c_str(), &status) == 0) return EEXIST;
   return ::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
@@ -27,11 +25,12 @@ int renameToNew(const std::string& from, const std::string& to) {
 }  // namespace
 
 bool setAside(const std::string& path) {
+  constexpr int kMostDamagedFiles = 1000;
   const auto target = linkTarget(path);
   if (!target) return false;
   for (int i = 1; i <= kMostDamagedFiles; ++i) {
     const std::string suffix = i == 1 ? ".damaged" : ".damaged." + std::to_string(i);
-    const int error = renameToNew(*target, *target + suffix);
+    const int error = renameToNew(*target, target->string() + suffix);
     if (error != EEXIST) return error == 0;
   }
   return false;

@@ -18,16 +18,6 @@ std::optional<std::string> absolutePath(const char* text) {
   return std::string(path);
 }
 
-std::optional<std::string> homeFromPasswordFile() {
-  std::vector<char> space(16384);
-  passwd entry{};
-  passwd* found = nullptr;
-  if (::getpwuid_r(::getuid(), &entry, space.data(), space.size(), &found) != 0 || !found) {
-    return std::nullopt;
-  }
-  return absolutePath(found->pw_dir);
-}
-
 std::optional<std::string> folder(const char* variable, const char* belowHome) {
   if (auto path = absolutePath(std::getenv(variable))) return path;
   if (const auto home = homeFolder()) return (*home == "/" ? "" : *home) + belowHome;
@@ -38,7 +28,8 @@ std::optional<std::string> folder(const char* variable, const char* belowHome) {
 
 std::optional<std::string> homeFolder() {
   if (auto home = absolutePath(std::getenv("HOME"))) return home;
-  return homeFromPasswordFile();
+  const passwd* user = ::getpwuid(::getuid());
+  return user ? absolutePath(user->pw_dir) : std::nullopt;
 }
 
 std::optional<std::string> dataHome() { return folder("XDG_DATA_HOME", "/.local/share"); }

@@ -1,5 +1,5 @@
 // Where this user's files belong, by the XDG base directory rules. Paths carry no final slash. A
-// variable that is not an absolute path counts as unset, as the rules demand.
+// variable that is not an absolute path counts as unset, as those rules say. Main thread only.
 #pragma once
 
 #include <optional>

@@ -51,7 +51,7 @@ class FileWatchTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(FileWatchTest, ReportsHoweverTheFileChanges) {
+TEST_F(FileWatchTest, ReportsEveryKindOfChange) {
   watch();
   put(file(), "made");
   EXPECT_TRUE(reported());
@@ -97,7 +97,7 @@ TEST_F(FileWatchTest, DoesNotReportOtherFiles) {
   EXPECT_EQ(reports, 0);
 }
 
-TEST_F(FileWatchTest, FollowsAnyFolderAboveThatIsRenamedAndMadeAgain) {
+TEST_F(FileWatchTest, FollowsARenamedAndRecreatedFolderAbove) {
   for (const char* name : {"home/config/app", "home/config", "home"}) {
     watch();
     makeAgain(name);
@@ -107,7 +107,7 @@ TEST_F(FileWatchTest, FollowsAnyFolderAboveThatIsRenamedAndMadeAgain) {
   }
 }
 
-TEST_F(FileWatchTest, FollowsAnyFolderAboveThatIsDeletedAndMadeAgain) {
+TEST_F(FileWatchTest, FollowsADeletedAndRecreatedFolderAbove) {
   for (const char* name : {"home/config/app", "home/config", "home"}) {
     watch();
     fs::remove_all(folder / name);
@@ -117,7 +117,7 @@ TEST_F(FileWatchTest, FollowsAnyFolderAboveThatIsDeletedAndMadeAgain) {
   }
 }
 
-TEST_F(FileWatchTest, FollowsAFolderThatIsMovedInOnlyLater) {
+TEST_F(FileWatchTest, FollowsAFolderThatIsMovedInLater) {
   fs::rename(folder / "home", folder / "late");
   put(folder / "late/config/app/file", "late");
   watch();
@@ -126,7 +126,7 @@ TEST_F(FileWatchTest, FollowsAFolderThatIsMovedInOnlyLater) {
   EXPECT_TRUE(followsTheFile());
 }
 
-TEST_F(FileWatchTest, FollowsALinkOnTheWayThatIsPointedElsewhere) {
+TEST_F(FileWatchTest, FollowsAFolderLinkThatIsPointedElsewhere) {
   fs::remove_all(folder / "home/config");
   for (const char* name : {"one", "two", "three"}) fs::create_directories(folder / name + "/app");
   fs::create_symlink("../one", folder / "home/config");
@@ -160,7 +160,7 @@ TEST_F(FileWatchTest, FollowsALinkInPlaceOfTheFile) {
   EXPECT_TRUE(reported());
 }
 
-TEST_F(FileWatchTest, LinksInACircleAreNoFile) {
+TEST_F(FileWatchTest, WatchesACircleOfLinks) {
   fs::create_symlink("file", file());
   watch();
   fs::remove(file());

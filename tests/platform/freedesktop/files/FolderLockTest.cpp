@@ -68,14 +68,14 @@ TEST(FolderLock, IsHeldByOneProcessAtATime) {
   EXPECT_TRUE(folder.names().empty());
 }
 
-TEST(FolderLock, IsFreeOnceItsHolderIsKilled) {
+TEST(FolderLock, IsReleasedWhenItsProcessIsKilled) {
   const Folder folder;
   Holder holder(folder.path());
   holder.kill();
   EXPECT_TRUE(isFree(folder.path()));
 }
 
-TEST(FolderLock, IsFreeOnceItsObjectEnds) {
+TEST(FolderLock, IsReleasedWhenItsObjectEnds) {
   const Folder folder;
   for (int i = 0; i < 2; ++i) {
     FolderLock lock;
@@ -84,7 +84,7 @@ TEST(FolderLock, IsFreeOnceItsObjectEnds) {
   }
 }
 
-TEST(FolderLock, WaitsForAHolderThatIsAboutToEnd) {
+TEST(FolderLock, WaitsForAProcessThatIsAboutToEnd) {
   const Folder folder;
   Holder holder(folder.path());
   std::thread end([&] { holder.kill(); });
@@ -92,7 +92,7 @@ TEST(FolderLock, WaitsForAHolderThatIsAboutToEnd) {
   end.join();
 }
 
-TEST(FolderLock, IsNoObstacleWhereLocksDoNotWork) {
+TEST(FolderLock, IsTakenWhereLocksDoNotWork) {
   const Folder folder;
   EXPECT_TRUE(isFree(folder / "missing"));
 }

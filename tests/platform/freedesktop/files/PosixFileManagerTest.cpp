@@ -66,7 +66,7 @@ bool allowNobodyToRead(const std::string& path) {
   return ::setxattr(path.c_str(), kAccessList, &list, sizeof list, 0) == 0;
 }
 
-/// Runs `work` in a process of its own and answers with its result.
+/// Runs `work` in a child process. Its result, or -1 when the process was killed.
 int inChild(const std::function<int()>& work) {
   const pid_t child = ::fork();
   if (child == 0) ::_exit(work());
@@ -75,14 +75,14 @@ int inChild(const std::function<int()>& work) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// Gives this process mounts that nobody else sees, by a user namespace for who is not root; false
-/// where the system forbids it.
+/// Gives this process private mounts, by a user namespace unless it is root's; false where the
+/// system forbids it.
 bool takeOwnMounts() {
   const uid_t user = ::geteuid();
   const gid_t group = ::getegid();
   if (::unshare(user == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
   if (user != 0) {
-    // Who has no name in the namespace could not make a file.
+    // A user without a name in the namespace could not make a file.
     put("/proc/self/uid_map", "0 " + std::to_string(user) + " 1\n");
     put("/proc/self/setgroups", "deny");
     put("/proc/self/gid_map", "0 " + std::to_string(group) + " 1\n");
@@ -90,7 +90,7 @@ bool takeOwnMounts() {
   return ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-/// Kills a write to a file of this name in its middle; the name of what it leaves behind.
+/// Kills a write to a file of this name before its end. The name of the temporary file it leaves.
 std::string leftByAKilledWrite(const Folder& folder, const std::string& name,
                                const WriteOptions& options = {}) {
   const std::string bytes(3'000'000, 'n');
@@ -159,7 +159,7 @@ TEST(PosixFileManager, ReadsBackWhatItWrote) {
   }
 }
 
-TEST(PosixFileManager, ReadsOnlyFiles) {
+TEST(PosixFileManager, ReadsOnlyRegularFiles) {
   const Folder folder;
   PosixFileManager files;
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
@@ -169,21 +169,20 @@ TEST(PosixFileManager, ReadsOnlyFiles) {
   EXPECT_EQ(files.contents("/dev/zero"), std::nullopt);
 }
 
-TEST(PosixFileManager, ReadsFilesThatTheKernelMakesUp) {
-  // Their size is told as 0.
+TEST(PosixFileManager, ReadsFilesOfTheKernelWhoseSizeIsZero) {
   const auto text = PosixFileManager().contents("/proc/self/status");
   ASSERT_TRUE(text);
   EXPECT_EQ(text->substr(0, 5), "Name:");
 }
 
-TEST(PosixFileManager, DoesNotReadAFileOfGigabytes) {
+TEST(PosixFileManager, ReadsNoFileAbove256MiB) {
   const Folder folder;
   put(folder / "file", "");
   ASSERT_EQ(::truncate((folder / "file").c_str(), (off_t{256} << 20) + 1), 0);
   EXPECT_EQ(PosixFileManager().contents(folder / "file"), std::nullopt);
 }
 
-TEST(PosixFileManager, NewFilesAreTheUsersAloneWhateverTheUmask) {
+TEST(PosixFileManager, MakesNewFilesForTheUserAloneWhateverTheUmask) {
   const Folder folder;
   for (const mode_t mask : {0000, 0022, 0077, 0377, 0777}) {
     const Umask umask(mask);
@@ -193,7 +192,7 @@ TEST(PosixFileManager, NewFilesAreTheUsersAloneWhateverTheUmask) {
   }
 }
 
-TEST(PosixFileManager, NewDocumentsFollowTheUmask) {
+TEST(PosixFileManager, MakesNewDocumentsByTheUmask) {
   const Folder folder;
   for (const mode_t mask : {0000, 0022, 0027, 0077}) {
     const Umask umask(mask);
@@ -203,7 +202,7 @@ TEST(PosixFileManager, NewDocumentsFollowTheUmask) {
   }
 }
 
-TEST(PosixFileManager, WhatReplacesAPrivateFileIsPrivateFromItsCreation) {
+TEST(PosixFileManager, TheReplacementOfAPrivateFileIsPrivateFromItsCreation) {
   const Folder folder;
   const Umask umask(0);
   for (const bool isDocument : {false, true}) {
@@ -212,7 +211,7 @@ TEST(PosixFileManager, WhatReplacesAPrivateFileIsPrivateFromItsCreation) {
   }
 }
 
-TEST(PosixFileManager, AReplacedFileKeepsItsMode) {
+TEST(PosixFileManager, KeepsTheModeOfAReplacedFile) {
   const Folder folder;
   for (const unsigned mode : {0600U, 0644U, 0666U}) {
     put(folder / "file", "old");
@@ -223,7 +222,7 @@ TEST(PosixFileManager, AReplacedFileKeepsItsMode) {
   }
 }
 
-TEST(PosixFileManager, AReplacedFileKeepsItsAttributes) {
+TEST(PosixFileManager, KeepsTheAttributesOfAReplacedFile) {
   const Folder folder;
   const std::string file = folder / "file";
   put(file, "old");
@@ -241,10 +240,10 @@ TEST(PosixFileManager, AReplacedFileKeepsItsAttributes) {
   EXPECT_EQ(modeOf(file), mode);
 }
 
-TEST(PosixFileManager, AGroupThatCannotBeKeptIsNotReplacedByAnother) {
+TEST(PosixFileManager, GivesNobodyMoreAccessWhereTheGroupCannotBeKept) {
   if (::geteuid() != 0) GTEST_SKIP() << "only root can make a file of another user";
   constexpr gid_t kForeignGroup = 54321;
-  // Whoever the group kept out must not come in among the others.
+  // Users whom the group kept out must not get in among the others.
   for (const auto& [before, after] : {std::pair{0666U, 0606U}, {0606U, 0600U}, {0646U, 0604U}}) {
     const Folder folder;
     put(folder / "file", "old");
@@ -259,7 +258,7 @@ TEST(PosixFileManager, AGroupThatCannotBeKeptIsNotReplacedByAnother) {
   }
 }
 
-TEST(PosixFileManager, NewFoldersAreTheUsersAloneWhateverTheUmask) {
+TEST(PosixFileManager, MakesNewFoldersForTheUserAloneWhateverTheUmask) {
   const Folder folder;
   PosixFileManager files;
   for (const mode_t mask : {0000, 0077, 0777}) {
@@ -274,7 +273,7 @@ TEST(PosixFileManager, NewFoldersAreTheUsersAloneWhateverTheUmask) {
   EXPECT_EQ(files.contents(folder / "a/b/c/file"), "x");
 }
 
-TEST(PosixFileManager, AFolderThatIsThereKeepsItsMode) {
+TEST(PosixFileManager, LeavesTheModeOfAnExistingFolder) {
   const Folder folder;
   fs::create_directory(folder / "a");
   ::chmod((folder / "a").c_str(), 0755);
@@ -283,7 +282,7 @@ TEST(PosixFileManager, AFolderThatIsThereKeepsItsMode) {
   EXPECT_EQ(modeOf(folder / "a/b"), 0700U);
 }
 
-TEST(PosixFileManager, AVersionLastsUntilTheFileChanges) {
+TEST(PosixFileManager, TheVersionChangesWithTheFile) {
   const Folder folder;
   PosixFileManager files;
   EXPECT_EQ(files.version(folder / "file"), std::nullopt);
@@ -327,7 +326,7 @@ TEST(PosixFileManager, KeepsAnOldFileThatTheUserMayNeitherReadNorWrite) {
   EXPECT_EQ(bytesOf(folder / "file"), "new");
 }
 
-TEST(PosixFileManager, KeepsTheFileThatALinkPointsAtWhereItIs) {
+TEST(PosixFileManager, KeepsTheFileThatALinkPointsAtInItsOwnFolder) {
   const Folder folder;
   fs::create_directory(folder / "elsewhere");
   put(folder / "elsewhere/file", "old");
@@ -339,7 +338,7 @@ TEST(PosixFileManager, KeepsTheFileThatALinkPointsAtWhereItIs) {
   EXPECT_EQ(bytesOf(folder / "elsewhere/file.old"), "old");
 }
 
-TEST(PosixFileManager, AFileThatIsKeptNeverLacksItsName) {
+TEST(PosixFileManager, AFileThatIsKeptIsNeverMissing) {
   const Folder folder;
   put(folder / "file", "old");
   std::atomic<bool> writing = true;
@@ -356,7 +355,7 @@ TEST(PosixFileManager, AFileThatIsKeptNeverLacksItsName) {
   EXPECT_EQ(missing, 0);
 }
 
-TEST(PosixFileManager, WhatIsKeptGivesWayToNothingMuchSmaller) {
+TEST(PosixFileManager, DoesNotReplaceAKeptFileByAMuchSmallerOne) {
   const Folder folder;
   PosixFileManager files;
   put(folder / "file", "a whole month");
@@ -367,7 +366,7 @@ TEST(PosixFileManager, WhatIsKeptGivesWayToNothingMuchSmaller) {
   EXPECT_EQ(bytesOf(folder / "file"), "another day");
 }
 
-TEST(PosixFileManager, RemovesWhatWasKept) {
+TEST(PosixFileManager, RemovesTheKeptFile) {
   const Folder folder;
   PosixFileManager files;
   put(folder / "file", "old");
@@ -379,14 +378,14 @@ TEST(PosixFileManager, RemovesWhatWasKept) {
   EXPECT_EQ(folder.names(), (Names{"file", "link"}));
 }
 
-TEST(PosixFileManager, WithoutAnOldFileThereIsNothingToKeep) {
+TEST(PosixFileManager, KeepsNothingWithoutAnOldFile) {
   const Folder folder;
   EXPECT_EQ(PosixFileManager().write(folder / "file", "new", {.keepOldWithSuffix = ".old"}),
             std::nullopt);
   EXPECT_EQ(folder.names(), Names{"file"});
 }
 
-TEST(PosixFileManager, AnOldFileThatCannotBeKeptStays) {
+TEST(PosixFileManager, LeavesAnOldFileThatCannotBeKept) {
   const Folder folder;
   put(folder / "file", "old");
   fs::create_directory(folder / "file.old");
@@ -396,7 +395,7 @@ TEST(PosixFileManager, AnOldFileThatCannotBeKeptStays) {
   EXPECT_EQ(folder.names(), (Names{"file", "file.old"}));
 }
 
-TEST(PosixFileManager, WritesWhatALinkPointsAt) {
+TEST(PosixFileManager, WritesTheFileThatALinkPointsAt) {
   const Folder folder;
   PosixFileManager files;
   fs::create_directory(folder / "elsewhere");
@@ -417,7 +416,7 @@ TEST(PosixFileManager, MakesTheFileThatADanglingLinkPointsAt) {
   EXPECT_EQ(bytesOf(folder / "target"), "new");
 }
 
-TEST(PosixFileManager, TellsWhyItCouldNotWrite) {
+TEST(PosixFileManager, GivesTheReasonOfAFailedWrite) {
   const Folder folder;
   PosixFileManager files;
   fs::create_directory(folder / "folder");
@@ -432,12 +431,12 @@ TEST(PosixFileManager, TellsWhyItCouldNotWrite) {
   EXPECT_EQ(folder.names(), before);
 }
 
-TEST(PosixFileManager, ALongNameLeavesRoomForTheTemporaryFile) {
+TEST(PosixFileManager, WritesAFileWhoseNameHasTheGreatestLength) {
   const Folder folder;
   EXPECT_EQ(PosixFileManager().write(folder / std::string(255, 'n'), "x"), std::nullopt);
 }
 
-TEST(PosixFileManager, AReadOnlyFolderKeepsTheOldFile) {
+TEST(PosixFileManager, KeepsTheOldFileInAReadOnlyFolder) {
   const Folder folder;
   put(folder / "file", "old");
   ::chmod((folder / "file").c_str(), 0666);
@@ -451,7 +450,7 @@ TEST(PosixFileManager, AReadOnlyFolderKeepsTheOldFile) {
   EXPECT_EQ(folder.names(), Names{"file"});
 }
 
-TEST(PosixFileManager, AProtectedFileIsNotReplaced) {
+TEST(PosixFileManager, DoesNotReplaceAWriteProtectedFile) {
   const Folder folder;
   put(folder / "file", "old");
   ::chmod((folder / "file").c_str(), 0444);
@@ -460,7 +459,7 @@ TEST(PosixFileManager, AProtectedFileIsNotReplaced) {
   EXPECT_EQ(bytesOf(folder / "file"), "old");
 }
 
-TEST(PosixFileManager, AWriteThatFailsInItsMiddleLeavesNothingBehind) {
+TEST(PosixFileManager, LeavesNoTemporaryFileWhenAWriteFails) {
   const Folder folder;
   put(folder / "file", "old");
   {
@@ -473,7 +472,7 @@ TEST(PosixFileManager, AWriteThatFailsInItsMiddleLeavesNothingBehind) {
   EXPECT_EQ(folder.names(), Names{"file"});
 }
 
-TEST(PosixFileManager, AFileThatGrowsTooLargeDoesNotEndTheProcess) {
+TEST(PosixFileManager, SurvivesAFileThatGrowsTooLarge) {
   const Folder folder;
   EXPECT_EQ(inChild([&] {
               std::signal(SIGXFSZ, SIG_DFL);
@@ -485,10 +484,10 @@ TEST(PosixFileManager, AFileThatGrowsTooLargeDoesNotEndTheProcess) {
             0);
 }
 
-TEST(PosixFileManager, AFullDiskKeepsTheOldFile) {
+TEST(PosixFileManager, KeepsTheOldFileOnAFullDisk) {
   const Folder folder;
   constexpr int kCannotMount = 77;
-  // A disk of its own in a process of its own, which nobody else sees.
+  // A private disk in a process of its own.
   const int result = inChild([&] {
     if (!takeOwnMounts() || ::mount("tmpfs", folder.path().c_str(), "tmpfs", 0, "size=64k") != 0) {
       return kCannotMount;
@@ -503,14 +502,14 @@ TEST(PosixFileManager, AFullDiskKeepsTheOldFile) {
   EXPECT_EQ(result, 0);
 }
 
-TEST(PosixFileManager, AWriteRemovesWhatAKilledOneLeftADayAgo) {
+TEST(PosixFileManager, RemovesTheTemporaryFileOfAKilledWriteAfterADay) {
   const Folder folder;
   const std::string recent = leftByAKilledWrite(folder, "file");
   const std::string old = leftByAKilledWrite(folder, "file");
   const std::string ofAnother = leftByAKilledWrite(folder, "other");
   const std::string alike = old + "x";
   const std::string link = std::string(old).replace(old.size() - 12, 8, "01234567");
-  put(folder / alike, "somebody's");
+  put(folder / alike, "of another program");
   fs::create_symlink(alike, folder / link);
   for (const auto& name : {old, ofAnother, alike, link}) age(folder / name, 25 * 60 * 60);
   age(folder / recent, 23 * 60 * 60);
@@ -520,7 +519,7 @@ TEST(PosixFileManager, AWriteRemovesWhatAKilledOneLeftADayAgo) {
   EXPECT_EQ(folder.names(), left);
 }
 
-TEST(PosixFileManager, AFolderThatCannotBeListedCanBeWrittenTo) {
+TEST(PosixFileManager, WritesToAFolderThatCannotBeListed) {
   const Folder folder;
   ::chmod(folder.path().c_str(), 0333);
   {
@@ -531,7 +530,7 @@ TEST(PosixFileManager, AFolderThatCannotBeListedCanBeWrittenTo) {
   EXPECT_EQ(folder.names(), Names{"file"});
 }
 
-TEST(PosixFileManager, WhoIsKilledWhileWritingLeavesTheOldFileWhole) {
+TEST(PosixFileManager, KeepsAWholeFileWhenKilledWhileWriting) {
   const Folder folder;
   const std::string text(3'000'000, 'o');
   put(folder / "file", text);

@@ -38,7 +38,7 @@ TEST(SetAside, OverwritesNothing) {
   EXPECT_EQ(bytesOf(folder / "file.damaged.3"), "three");
 }
 
-TEST(SetAside, OverwritesNoFolderAndNoDanglingLinkEither) {
+TEST(SetAside, OverwritesNoFolderAndNoDanglingLink) {
   const Folder folder;
   fs::create_directory(folder / "file.damaged");
   fs::create_symlink("nowhere", folder / "file.damaged.2");
@@ -48,7 +48,7 @@ TEST(SetAside, OverwritesNoFolderAndNoDanglingLinkEither) {
   EXPECT_TRUE(fs::is_symlink(folder / "file.damaged.2"));
 }
 
-TEST(SetAside, RenamesWhatALinkPointsAtAndLeavesTheLink) {
+TEST(SetAside, RenamesTheFileThatALinkPointsAt) {
   const Folder folder;
   fs::create_directory(folder / "elsewhere");
   put(folder / "elsewhere/file", "damaged");
