@@ -36,7 +36,7 @@ void FakePortal::answer() {
 
 void FakePortal::change(const QString& group, const QString& key, const QVariant& value) {
   settings[group].insert(key, value);
-  tellSettingChanged(bus_, group, key, value);
+  sendSettingChanged(bus_, group, key, value);
 }
 
 QString FakePortal::introspect(const QString& /*path*/) const { return {}; }
@@ -55,7 +55,7 @@ bool FakePortal::handleMessage(const QDBusMessage& message, const QDBusConnectio
   return true;
 }
 
-void tellSettingChanged(const QDBusConnection& bus, const QString& group, const QString& key,
+void sendSettingChanged(const QDBusConnection& bus, const QString& group, const QString& key,
                         const QVariant& value) {
   auto signal = QDBusMessage::createSignal(kPath, kInterface, QStringLiteral("SettingChanged"));
   signal << group << key << QVariant::fromValue(QDBusVariant(value));

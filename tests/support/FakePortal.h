@@ -1,5 +1,5 @@
-// The settings portal of a desktop that a test makes up. The real one takes its settings from
-// stores that cannot be made to send wrong kinds, to answer late or to change while they answer.
+// A settings portal. The real one reads its settings from stores that a test cannot make send wrong
+// kinds, answer late or change while they answer.
 #pragma once
 
 #include <QDBusConnection>
@@ -23,16 +23,16 @@ class FakePortal final : public QDBusVirtualObject {
 
   Settings settings;
   int asked = 0;
-  /// The namespaces of the last question.
+  /// The namespaces of the last call.
   QStringList askedFor;
-  /// Keeps questions unanswered until `answer`.
+  /// Leaves calls open until `answer`.
   bool silent = false;
   bool refusing = false;
 
-  /// Answers what is open with `settings` as they were when asked.
+  /// Answers the open calls with `settings` as they were at the time of the call.
   void answer();
 
-  /// Stores the value and tells.
+  /// Stores the value and sends SettingChanged.
   void change(const QString& group, const QString& key, const QVariant& value);
 
   [[nodiscard]] QString introspect(const QString& path) const override;
@@ -43,8 +43,8 @@ class FakePortal final : public QDBusVirtualObject {
   QList<QPair<QDBusMessage, Settings>> open_;
 };
 
-/// Tells a change as the portal does, under whatever name the connection has.
-void tellSettingChanged(const QDBusConnection& bus, const QString& group, const QString& key,
+/// Sends the portal's signal on this connection, which may not be the portal's.
+void sendSettingChanged(const QDBusConnection& bus, const QString& group, const QString& key,
                         const QVariant& value);
 
 /// A structure of three numbers, as accent colours are.

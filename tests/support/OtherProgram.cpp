@@ -2,7 +2,8 @@
 
 #include <array>
 #include <cstdlib>
-#include <memory>
+
+#include "platform/freedesktop/x11/XServer.h"
 
 namespace tollbeam::test {
 
@@ -15,9 +16,7 @@ OtherProgram::~OtherProgram() { xcb_disconnect(connection_); }
 xcb_atom_t OtherProgram::atom(const QByteArray& name) const {
   const auto cookie =
       xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.constData());
-  const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
-      xcb_intern_atom_reply(connection_, cookie, nullptr), &std::free);
-  return reply->atom;
+  return xcbReply(xcb_intern_atom_reply(connection_, cookie, nullptr))->atom;
 }
 
 xcb_window_t OtherProgram::window(const QRect& place, std::uint32_t colour) {
@@ -59,6 +58,14 @@ void OtherProgram::set(xcb_window_t window, const QByteArray& property, xcb_atom
                        const std::vector<std::uint32_t>& values) {
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(property), type, 32,
                       static_cast<std::uint32_t>(values.size()), values.data());
+  roundTrip();
+}
+
+void OtherProgram::setBytes(xcb_window_t window, const QByteArray& property,
+                            const std::vector<std::uint8_t>& bytes) {
+  const auto name = atom(property);
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, name, name, 8,
+                      static_cast<std::uint32_t>(bytes.size()), bytes.data());
   roundTrip();
 }
 

@@ -15,24 +15,28 @@ class OtherProgram {
   OtherProgram();
   OtherProgram(const OtherProgram&) = delete;
   OtherProgram& operator=(const OtherProgram&) = delete;
-  /// The server takes its windows and selections away when it has seen it go.
+  /// The server removes its windows and selections when it has noticed the end of the connection.
   ~OtherProgram();
 
   [[nodiscard]] xcb_connection_t* connection() const { return connection_; }
+  [[nodiscard]] const xcb_screen_t& screen() const { return *screen_; }
   [[nodiscard]] xcb_window_t root() const { return screen_->root; }
   [[nodiscard]] xcb_atom_t atom(const QByteArray& name) const;
 
-  /// A window of one colour (0xRRGGBB) that no window manager moves, on the screen.
+  /// Maps a window of one colour (0xRRGGBB) that no window manager moves.
   xcb_window_t window(const QRect& place, std::uint32_t colour);
-  /// Takes a selection for a window that nobody sees, and returns that window.
+  /// Takes a selection for an invisible window, and returns that window.
   xcb_window_t own(const QByteArray& selection);
-  /// Says on the root window who owns the selection, as managers do.
+  /// Announces the owner of the selection on the root window, as managers do.
   void announce(const QByteArray& selection, xcb_window_t owner);
   void set(xcb_window_t window, const QByteArray& property, xcb_atom_t type,
            const std::vector<std::uint32_t>& values);
+  /// The property's type has the same name.
+  void setBytes(xcb_window_t window, const QByteArray& property,
+                const std::vector<std::uint8_t>& bytes);
   void destroy(xcb_window_t window);
 
-  /// What was asked of the server before this call is done when it returns.
+  /// Returns when the server has handled all earlier requests.
   void roundTrip() const;
 
  private:

@@ -1,6 +1,5 @@
 #include "support/RecordingWatcher.h"
 
-#include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusVariant>
 
@@ -9,8 +8,6 @@ namespace {
 
 QString watcherName() { return QStringLiteral("org.kde.StatusNotifierWatcher"); }
 QString itemInterface() { return QStringLiteral("org.kde.StatusNotifierItem"); }
-QString menuInterface() { return QStringLiteral("com.canonical.dbusmenu"); }
-QString itemPath() { return QStringLiteral("/StatusNotifierItem"); }
 
 }  // namespace
 
@@ -27,15 +24,9 @@ RecordingWatcher::~RecordingWatcher() {
 
 RecordingHost::RecordingHost(QDBusConnection bus, QString item)
     : bus_(std::move(bus)), item_(std::move(item)) {
-  const auto listen = [this](const QString& interface, const char* name, const char* slot) {
-    bus_.connect(item_, {}, interface, QLatin1String(name), this, slot);
-  };
-  listen(itemInterface(), "NewIcon", SLOT(onNewIcon()));
-  listen(itemInterface(), "NewTitle", SLOT(onNewTitle()));
-  listen(itemInterface(), "NewToolTip", SLOT(onNewToolTip()));
-  listen(itemInterface(), "NewStatus", SLOT(onNewStatus()));
-  listen(itemInterface(), "XAyatanaNewLabel", SLOT(onNewLabel()));
-  listen(menuInterface(), "LayoutUpdated", SLOT(onLayoutUpdated()));
+  for (const char* name :
+       {"NewIcon", "NewTitle", "NewToolTip", "NewStatus", "XAyatanaNewLabel", "LayoutUpdated"})
+    bus_.connect(item_, {}, {}, QLatin1String(name), this, SLOT(onSignal(QDBusMessage)));
 }
 
 std::optional<QVariantList> RecordingHost::call(const QString& path, const QString& interface,
@@ -49,15 +40,16 @@ std::optional<QVariantList> RecordingHost::call(const QString& path, const QStri
 }
 
 std::optional<QVariant> RecordingHost::property(const char* name) {
-  const auto reply = call(itemPath(), QStringLiteral("org.freedesktop.DBus.Properties"),
-                          QStringLiteral("Get"), {itemInterface(), QLatin1String(name)});
+  const auto reply =
+      call(QStringLiteral("/StatusNotifierItem"), QStringLiteral("org.freedesktop.DBus.Properties"),
+           QStringLiteral("Get"), {itemInterface(), QLatin1String(name)});
   if (!reply || reply->size() != 1) return std::nullopt;
   return reply->front().value<QDBusVariant>().variant();
 }
 
 std::optional<QVariantList> RecordingHost::menu(const char* method, const QVariantList& arguments) {
-  return call(itemPath() + QStringLiteral("/Menu"), menuInterface(), QLatin1String(method),
-              arguments);
+  return call(QStringLiteral("/StatusNotifierItem/Menu"), QStringLiteral("com.canonical.dbusmenu"),
+              QLatin1String(method), arguments);
 }
 
 }  // namespace tollbeam::test

@@ -1,8 +1,9 @@
-// A watcher that writes down who registers, and the panel's side of the conversation with an item.
-// Both live in the test's own process on connections of their own, so nothing here may block.
+// A watcher that records which items register, and a panel that talks to one item. Both live in the
+// test's own process on connections of their own, so nothing here may block.
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
@@ -34,14 +35,15 @@ class RecordingWatcher : public QObject {
   QDBusConnection bus_;
 };
 
-/// What a panel hears from one item.
+/// A panel that shows one item.
 class RecordingHost : public QObject {
   Q_OBJECT
 
  public:
   RecordingHost(QDBusConnection bus, QString item);
 
-  QStringList heard;
+  /// The names of the item's signals, in their order.
+  QStringList signalNames;
 
   /// Absent when the item does not answer with one value.
   [[nodiscard]] std::optional<QVariant> property(const char* name);
@@ -51,12 +53,7 @@ class RecordingHost : public QObject {
   [[nodiscard]] std::optional<QVariantList> menu(const char* method, const QVariantList& arguments);
 
  private Q_SLOTS:
-  void onNewIcon() { heard << QStringLiteral("NewIcon"); }
-  void onNewTitle() { heard << QStringLiteral("NewTitle"); }
-  void onNewToolTip() { heard << QStringLiteral("NewToolTip"); }
-  void onNewStatus() { heard << QStringLiteral("NewStatus"); }
-  void onNewLabel() { heard << QStringLiteral("NewLabel"); }
-  void onLayoutUpdated() { heard << QStringLiteral("LayoutUpdated"); }
+  void onSignal(const QDBusMessage& message) { signalNames << message.member(); }
 
  private:
   QDBusConnection bus_;

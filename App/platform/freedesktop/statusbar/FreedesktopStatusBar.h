@@ -13,9 +13,9 @@ namespace tollbeam {
 
 class FreedesktopStatusBar : public StatusBar {
  public:
-  /// `sessionBus` outlives this object and its items. `iconThemePath` is a folder in which
-  /// "hicolor/22x22/status/tollbeam-battery-75-symbolic.svg" and its like in 16 and 24 pixels
-  /// stand; empty when there is none, and panels then get pictures only.
+  /// `sessionBus` outlives this object and its items. `iconThemePath` is a folder that holds
+  /// "hicolor/22x22/status/tollbeam-battery-75-symbolic.svg" and its like, also in 16 and 24
+  /// pixels; where it is empty or missing, panels get pictures only.
   explicit FreedesktopStatusBar(Bus& sessionBus, QString iconThemePath = {});
 
   [[nodiscard]] std::unique_ptr<StatusItem> createStatusItem(StatusItem::Actions actions) override;

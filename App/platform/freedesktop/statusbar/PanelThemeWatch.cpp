@@ -1,51 +1,28 @@
 #include "platform/freedesktop/statusbar/PanelThemeWatch.h"
 
 #include <QStandardPaths>
-#include <array>
 
 namespace tollbeam {
-namespace {
 
-// The panel's own switches, and the desktop's theme.
-constexpr std::array kXfceChannels{"xfce4-panel", "xsettings"};
-
-}  // namespace
-
-PanelThemeWatch::PanelThemeWatch(Bus& bus, QObject* parent) : QObject(parent), bus_(bus) {
-  connect(&files_, &QFileSystemWatcher::directoryChanged, this, &PanelThemeWatch::maybeChanged);
-  connect(&files_, &QFileSystemWatcher::fileChanged, this, &PanelThemeWatch::maybeChanged);
+PanelThemeWatch::PanelThemeWatch(Bus& bus) {
+  // The panel's own switches, and the desktop's theme.
+  for (const char* channel : {"xfce4-panel", "xsettings"})
+    bus.listen(QStringLiteral("/org/xfce/Xfconf"), QStringLiteral("org.xfce.Xfconf"),
+               QStringLiteral("PropertyChanged"), {QLatin1String(channel)}, this,
+               SLOT(onXfceSetting()));
 }
 
 void PanelThemeWatch::follow(StatusHost host) {
-  followXfce(host == StatusHost::Xfce);
-  followLxqt(host == StatusHost::Lxqt);
+  host_ = host;
+  files_.clear();
+  if (host != StatusHost::Lxqt) return;
+  const auto folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+  for (const char* name : {"/lxqt/lxqt.conf", "/lxqt/panel.conf"})
+    files_.emplace_back(folder.toStdString() + name, [this] { Q_EMIT maybeChanged(); });
 }
 
-void PanelThemeWatch::followXfce(bool yes) {
-  if (yes == xfce_) return;
-  xfce_ = yes;
-  QDBusConnection bus = bus_.connection();
-  const auto path = QStringLiteral("/org/xfce/Xfconf");
-  const auto interface = QStringLiteral("org.xfce.Xfconf");
-  const auto signal = QStringLiteral("PropertyChanged");
-  for (const char* channel : kXfceChannels) {
-    const QStringList arguments{QLatin1String(channel)};
-    if (yes)
-      bus.connect({}, path, interface, signal, arguments, {}, this, SIGNAL(maybeChanged()));
-    else
-      bus.disconnect({}, path, interface, signal, arguments, {}, this, SIGNAL(maybeChanged()));
-  }
-}
-
-void PanelThemeWatch::followLxqt(bool yes) {
-  const auto folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-                      QStringLiteral("/lxqt");
-  if (const auto watched = files_.directories() + files_.files(); !watched.isEmpty())
-    files_.removePaths(watched);
-  // The folder for files that are replaced, the files for those that are written in place.
-  if (yes)
-    files_.addPaths(
-        {folder, folder + QStringLiteral("/lxqt.conf"), folder + QStringLiteral("/panel.conf")});
+void PanelThemeWatch::onXfceSetting() {
+  if (host_ == StatusHost::Xfce) Q_EMIT maybeChanged();
 }
 
 }  // namespace tollbeam

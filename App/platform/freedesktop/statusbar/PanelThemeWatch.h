@@ -1,11 +1,12 @@
-// Hints that a panel may have changed its colours without telling its items: xfce's dark-mode
-// switch, LXQt's theme. Only hints; whoever hears one looks at the panel.
+// Hints that a panel may have changed its colours, which no panel announces to its items: xfce's
+// dark-mode switch, LXQt's theme. A hint is only a reason to look at the panel again.
 #pragma once
 
-#include <QFileSystemWatcher>
 #include <QObject>
+#include <list>
 
 #include "platform/freedesktop/bus/Bus.h"
+#include "platform/freedesktop/files/FileWatch.h"
 #include "platform/freedesktop/statusbar/sni/StatusHost.h"
 
 namespace tollbeam {
@@ -15,21 +16,20 @@ class PanelThemeWatch : public QObject {
 
  public:
   /// `bus` outlives this object.
-  explicit PanelThemeWatch(Bus& bus, QObject* parent = nullptr);
+  explicit PanelThemeWatch(Bus& bus);
 
-  /// Listens for the hints of this panel only.
+  /// From now on reports the hints of this panel only.
   void follow(StatusHost host);
 
  Q_SIGNALS:
   void maybeChanged();
 
- private:
-  void followXfce(bool yes);
-  void followLxqt(bool yes);
+ private Q_SLOTS:
+  void onXfceSetting();
 
-  Bus& bus_;
-  QFileSystemWatcher files_;
-  bool xfce_ = false;
+ private:
+  StatusHost host_ = StatusHost::Other;
+  std::list<FileWatch> files_;
 };
 
 }  // namespace tollbeam

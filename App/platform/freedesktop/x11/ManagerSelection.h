@@ -15,22 +15,21 @@ class ManagerSelection : public QObject, public QAbstractNativeEventFilter {
 
  public:
   /// The selection's name without the number of the screen, which is added here.
-  ManagerSelection(const XServer& server, const QByteArray& name, QObject* parent = nullptr);
+  ManagerSelection(const XServer& server, const QByteArray& name);
   ~ManagerSelection() override;
 
-  /// None when nobody owns it.
+  /// None when there is no owner.
   [[nodiscard]] xcb_window_t window() const { return window_; }
 
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
  Q_SIGNALS:
-  /// Another window, or none. A new owner's properties may come later than itself.
+  /// Another window, or none. A new owner may set its properties later.
   void ownerChanged();
   /// Of the owner's window.
   void propertyChanged(xcb_atom_t property);
 
  private:
-  [[nodiscard]] xcb_window_t owner() const;
   void acquire();
 
   XServer server_;

@@ -12,7 +12,7 @@ namespace tollbeam {
 
 namespace {
 
-bool hasShapesOfInput(xcb_connection_t* connection) {
+bool supportsInputShapes(xcb_connection_t* connection) {
   const auto* extension = xcb_get_extension_data(connection, &xcb_shape_id);
   if (!extension || !extension->present) return false;
   const auto version = xcbReply(
@@ -25,10 +25,7 @@ bool hasShapesOfInput(xcb_connection_t* connection) {
 bool X11Compositor::isRunning() const {
   const auto x = XServer::ofApplication();
   if (!x) return QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
-  const auto selection = x->atom("_NET_WM_CM_S" + QByteArray::number(x->screenNumber()));
-  const auto owner = xcbReply(xcb_get_selection_owner_reply(
-      x->connection(), xcb_get_selection_owner(x->connection(), selection), nullptr));
-  return owner && owner->owner != XCB_WINDOW_NONE;
+  return x->ownerOf(x->selectionOfScreen("_NET_WM_CM_S")) != XCB_WINDOW_NONE;
 }
 
 void X11Compositor::setShadow(std::uintptr_t window, const WindowShadow& shadow) {
@@ -36,9 +33,9 @@ void X11Compositor::setShadow(std::uintptr_t window, const WindowShadow& shadow)
   if (!x) return;
   auto* connection = x->connection();
   const auto id = static_cast<xcb_window_t>(window);
-  // GTK's windows cast their own shadows too, so window managers and compositors know of this.
+  // GTK sets this for the shadows of its own windows, so window managers and compositors know it.
   const auto extents = x->atom("_GTK_FRAME_EXTENTS");
-  const bool shapes = hasShapesOfInput(connection);
+  const bool shapes = supportsInputShapes(connection);
   if (shadow.isEmpty()) {
     x->tolerate(xcb_delete_property_checked(connection, id, extents));
     if (!shapes) return;

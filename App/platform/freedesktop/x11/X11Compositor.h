@@ -1,5 +1,5 @@
-// Under X11 a compositing manager is whoever owns a selection, as the window-manager specification
-// says. Wayland always blends.
+// Under X11 the compositing manager is the owner of a selection, as the window-manager
+// specification says. Wayland always blends.
 #pragma once
 
 #include "platform/Compositor.h"

@@ -1,5 +1,5 @@
-// Raw pointer-button events of the X server, on a connection of our own that exists only while
-// somebody observes: a closed popover costs nothing.
+// Raw pointer-button events of the X server, on a connection of their own that exists only during
+// an observation: a closed popover costs nothing.
 #pragma once
 
 #include "platform/OutsideClicks.h"

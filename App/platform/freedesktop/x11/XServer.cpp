@@ -31,6 +31,12 @@ xcb_atom_t XServer::atom(const QByteArray& name) const {
   return atoms_->insert(name, reply->atom).value();
 }
 
+xcb_window_t XServer::ownerOf(xcb_atom_t selection) const {
+  const auto cookie = xcb_get_selection_owner(connection_, selection);
+  const auto reply = xcbReply(xcb_get_selection_owner_reply(connection_, cookie, nullptr));
+  return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
 std::vector<std::uint32_t> XServer::numbers(xcb_window_t window, xcb_atom_t property) const {
   const auto cookie =
       xcb_get_property(connection_, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, 1024);
@@ -57,7 +63,7 @@ void XServer::alsoSelect(xcb_window_t window, std::uint32_t events) const {
   if (!reply || (reply->your_event_mask & events) == events) return;
   const std::uint32_t mask = reply->your_event_mask | events;
   tolerate(xcb_change_window_attributes_checked(connection_, window, XCB_CW_EVENT_MASK, &mask));
-  // Qt sends what is waiting when it has something to send itself, which may be much later.
+  // Qt flushes only with its own requests, which may be much later.
   xcb_flush(connection_);
 }
 
@@ -72,7 +78,14 @@ std::uint8_t XServer::depthOf(xcb_visualid_t visual) const {
   return 0;
 }
 
-std::optional<QImage> XServer::look(xcb_window_t window, const QRect& area) const {
+std::optional<QPoint> XServer::positionOf(xcb_window_t window) const {
+  const auto cookie = xcb_translate_coordinates(connection_, window, root(), 0, 0);
+  const auto reply = xcbReply(xcb_translate_coordinates_reply(connection_, cookie, nullptr));
+  if (!reply) return std::nullopt;
+  return QPoint(reply->dst_x, reply->dst_y);
+}
+
+std::optional<QImage> XServer::imageOf(xcb_window_t window, const QRect& area) const {
   const auto cookie = xcb_get_image(
       connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window, static_cast<std::int16_t>(area.x()),
       static_cast<std::int16_t>(area.y()), static_cast<std::uint16_t>(area.width()),

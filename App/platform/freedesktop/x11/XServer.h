@@ -1,6 +1,6 @@
-// The X server that Qt talks to, for what Qt does not say to it: a tray window, the colour of a
-// panel, the desktop's settings. There is none on Wayland. Its questions are answered by the server
-// itself, at once; windows of other programs may vanish at any time, so every answer may be absent.
+// The X server that Qt is connected to, for what Qt has no functions for: a tray window, the colour
+// of a panel, the desktop's settings. There is none on Wayland. Queries wait for the server's
+// reply; windows of other programs may vanish at any time, so every result may be absent.
 #pragma once
 
 #include <xcb/xcb.h>
@@ -19,12 +19,9 @@ class QImage;
 
 namespace tollbeam {
 
-/// What xcb allocates, it wants freed with free().
+/// Owns a reply, an event or an error of xcb, which allocates them with malloc().
 template <typename T>
-using XcbReply = std::unique_ptr<T, decltype(&std::free)>;
-
-template <typename T>
-XcbReply<T> xcbReply(T* reply) {
+std::unique_ptr<T, decltype(&std::free)> xcbReply(T* reply) {
   return {reply, &std::free};
 }
 
@@ -36,23 +33,31 @@ class XServer {
   [[nodiscard]] xcb_connection_t* connection() const { return connection_; }
   [[nodiscard]] xcb_window_t root() const { return screen_->root; }
   [[nodiscard]] const xcb_screen_t& screen() const { return *screen_; }
-  [[nodiscard]] int screenNumber() const { return screenNumber_; }
-
-  /// Asked once; copies of this object share what they know.
+  /// Queried once; copies of this object share the cache.
   [[nodiscard]] xcb_atom_t atom(const QByteArray& name) const;
-  /// A property of 32-bit numbers; empty when it is absent or something else.
+  /// The selection of this name with the number of the screen appended.
+  [[nodiscard]] xcb_atom_t selectionOfScreen(const QByteArray& name) const {
+    return atom(name + QByteArray::number(screenNumber_));
+  }
+  /// None when there is no owner.
+  [[nodiscard]] xcb_window_t ownerOf(xcb_atom_t selection) const;
+  /// A property of 32-bit numbers; empty when it is absent or of another format.
   [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_window_t window, xcb_atom_t property) const;
-  /// A property of bytes; absent when there is none, or it is something else or longer than 4 MiB.
+  /// A property of bytes; absent when there is none, or it is of another format or longer than
+  /// 4 MiB.
   [[nodiscard]] std::optional<std::vector<std::uint8_t>> bytes(xcb_window_t window,
                                                                xcb_atom_t property) const;
-  /// Asks for more events of a window without losing those that Qt asked for.
+  /// Selects more events of a window and keeps those that Qt has selected.
   void alsoSelect(xcb_window_t window, std::uint32_t events) const;
-  /// Bits to a pixel of `visual`; 0 when it is unknown.
+  /// Bits per pixel of `visual`; 0 when it is unknown.
   [[nodiscard]] std::uint8_t depthOf(xcb_visualid_t visual) const;
-  /// What a window shows in `area`; absent when it cannot be seen.
-  [[nodiscard]] std::optional<QImage> look(xcb_window_t window, const QRect& area) const;
+  /// The upper left corner of a window on the screen.
+  [[nodiscard]] std::optional<QPoint> positionOf(xcb_window_t window) const;
+  /// The pixels of a window in `area`; absent when the server cannot read them.
+  [[nodiscard]] std::optional<QImage> imageOf(xcb_window_t window, const QRect& area) const;
+  /// The pointer's position on the screen.
   [[nodiscard]] QPoint pointer() const;
-  /// For a request on a window that may be gone: its error is no news. Pass a checked request.
+  /// Ignores the error of a checked request on a window that may be gone.
   void tolerate(xcb_void_cookie_t request) const {
     xcb_discard_reply(connection_, request.sequence);
   }

@@ -34,13 +34,13 @@ class ManagerSelectionTest : public testing::Test {
   std::vector<xcb_atom_t> properties;
 };
 
-TEST_F(ManagerSelectionTest, FindsTheOwnerThatIsThere) {
+TEST_F(ManagerSelectionTest, FindsAnOwnerThatIsThereAlready) {
   const auto owner = manager->own(kOnThisScreen);
   begin();
   EXPECT_EQ(selection->window(), owner);
 }
 
-TEST_F(ManagerSelectionTest, HasNoOwnerWhereNobodyManagesThisScreen) {
+TEST_F(ManagerSelectionTest, HasNoOwnerWhenOnlyAnotherScreenHasOne) {
   manager->own(kSelection + '7');
   begin();
   EXPECT_EQ(selection->window(), xcb_window_t{XCB_WINDOW_NONE});
@@ -57,7 +57,7 @@ TEST_F(ManagerSelectionTest, FollowsAnOwnerThatComesAndGoes) {
   EXPECT_EQ(owners, 2);
 }
 
-TEST_F(ManagerSelectionTest, FollowsTheOwnerThatReplacesAnother) {
+TEST_F(ManagerSelectionTest, FollowsAnOwnerThatReplacesAnother) {
   const auto first = manager->own(kOnThisScreen);
   begin();
   OtherProgram successor;
@@ -67,12 +67,12 @@ TEST_F(ManagerSelectionTest, FollowsTheOwnerThatReplacesAnother) {
   EXPECT_EQ(owners, 1);
 }
 
-TEST_F(ManagerSelectionTest, PassesOverOtherSelectionsAndRepeatedAnnouncements) {
+TEST_F(ManagerSelectionTest, IgnoresOtherSelectionsAndRepeatedAnnouncements) {
   const auto owner = manager->own(kOnThisScreen);
   begin();
   manager->announce("_TOLLBEAM_OTHER_S0", manager->own("_TOLLBEAM_OTHER_S0"));
   manager->announce(kOnThisScreen, owner);
-  // What the server sends afterwards comes afterwards.
+  // Arrives after all that was sent before.
   manager->set(owner, "_MARK", XCB_ATOM_CARDINAL, {1});
   ASSERT_TRUE(waitFor([&] { return !properties.empty(); }));
   EXPECT_EQ(owners, 0);

@@ -25,7 +25,7 @@ std::vector<std::uint32_t> numbers(const OtherProgram& program, WId window, cons
   return {values, values + reply->value_len};
 }
 
-// Where the window takes clicks.
+// The parts of the window that take clicks.
 std::vector<QRect> input(const OtherProgram& program, WId window) {
   auto* c = program.connection();
   const auto cookie =
@@ -39,7 +39,7 @@ std::vector<QRect> input(const OtherProgram& program, WId window) {
   return result;
 }
 
-TEST(X11Compositor, RunsWhileSomebodyOwnsItsSelection) {
+TEST(X11Compositor, IsRunningWhileItsSelectionHasAnOwner) {
   const X11Compositor compositor;
   EXPECT_FALSE(compositor.isRunning());
   {
@@ -47,26 +47,27 @@ TEST(X11Compositor, RunsWhileSomebodyOwnsItsSelection) {
     manager.own("_NET_WM_CM_S0");
     EXPECT_TRUE(compositor.isRunning());
   }
-  // The server takes its windows away when it has seen it go.
-  for (int look = 0; look < 1000 && compositor.isRunning(); ++look) OtherProgram().roundTrip();
+  // The server removes its windows when it has noticed the end of the connection.
+  for (int i = 0; i < 1000 && compositor.isRunning(); ++i) OtherProgram().roundTrip();
   EXPECT_FALSE(compositor.isRunning());
 }
 
-TEST(X11Compositor, IsOfThisScreenOnly) {
+TEST(X11Compositor, IgnoresTheSelectionOfAnotherScreen) {
   OtherProgram manager;
   manager.own("_NET_WM_CM_S7");
   EXPECT_FALSE(X11Compositor().isRunning());
 }
 
-class ShadowOfAWindow : public testing::Test {
+class X11CompositorShadow : public testing::Test {
  protected:
-  ShadowOfAWindow() {
+  X11CompositorShadow() {
     window.setGeometry(0, 0, 376, 590);
     window.create();
   }
   void set(const WindowShadow& shadow) {
     compositor.setShadow(window.winId(), shadow);
-    // What was asked on the program's own connection is done when the server answers it.
+    // A reply on the program's own connection shows that the server has handled the requests
+    // before.
     (void)compositor.isRunning();
   }
 
@@ -75,21 +76,21 @@ class ShadowOfAWindow : public testing::Test {
   OtherProgram other;
 };
 
-TEST_F(ShadowOfAWindow, IsToldToTheWindowManagerAndTakesNoClicks) {
+TEST_F(X11CompositorShadow, IsAnnouncedToTheWindowManagerAndTakesNoClicks) {
   set({.left = 28, .top = 8, .right = 10, .bottom = 38, .bodyWidth = 338, .bodyHeight = 544});
   EXPECT_EQ(numbers(other, window.winId(), "_GTK_FRAME_EXTENTS"),
             (std::vector<std::uint32_t>{28, 10, 8, 38}));
   EXPECT_EQ(input(other, window.winId()), (std::vector<QRect>{{28, 8, 338, 544}}));
 }
 
-TEST_F(ShadowOfAWindow, GoesWithoutATrace) {
+TEST_F(X11CompositorShadow, IsRemovedWithoutATrace) {
   set({.left = 28, .top = 8, .right = 10, .bottom = 38, .bodyWidth = 338, .bodyHeight = 544});
   set({.bodyWidth = 376, .bodyHeight = 590});
   EXPECT_TRUE(numbers(other, window.winId(), "_GTK_FRAME_EXTENTS").empty());
   EXPECT_EQ(input(other, window.winId()), (std::vector<QRect>{{0, 0, 376, 590}}));
 }
 
-TEST_F(ShadowOfAWindow, OfAWindowThatIsGoneHarmsNobody) {
+TEST_F(X11CompositorShadow, IgnoresAWindowThatIsGone) {
   const WId gone = window.winId();
   window.destroy();
   compositor.setShadow(gone, {.left = 1, .bodyWidth = 10, .bodyHeight = 10});

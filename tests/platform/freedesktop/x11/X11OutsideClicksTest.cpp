@@ -18,8 +18,8 @@ namespace {
 using Button = OutsideClicks::Button;
 using test::waitFor;
 
-// The hand on the mouse: the X server's own extension for tests, which makes raw events.
-class Hand {
+// A mouse button, by the X server's own extension for tests, which makes raw events.
+class MouseButton {
  public:
   void press() { send(XCB_BUTTON_PRESS); }
   void release() { send(XCB_BUTTON_RELEASE); }
@@ -38,7 +38,7 @@ class Hand {
     constexpr std::uint8_t kFakeInput = 2;
     const xcb_protocol_request_t protocol{
         .count = 1, .ext = &extension, .opcode = kFakeInput, .isvoid = 1};
-    // xcb wants two places of its own before the parts.
+    // xcb uses the two places before the first part itself.
     std::array<iovec, 3> parts{};
     parts[2] = {.iov_base = &request, .iov_len = sizeof request};
     xcb_send_request(program_.connection(), 0, &parts[2], &protocol);
@@ -55,21 +55,21 @@ class X11OutsideClicksTest : public testing::Test {
   }
 
   X11OutsideClicks clicks;
-  Hand hand;
+  MouseButton mouse;
   std::vector<Button> seen;
 };
 
-TEST_F(X11OutsideClicksTest, SeesButtonsWhereverThePointerIs) {
+TEST_F(X11OutsideClicksTest, ReportsButtonsWhereverThePointerIs) {
   const auto observation = observe();
   ASSERT_TRUE(observation);
-  hand.press();
+  mouse.press();
   ASSERT_TRUE(waitFor([&] { return seen.size() == 1; }));
-  hand.release();
+  mouse.release();
   ASSERT_TRUE(waitFor([&] { return seen.size() == 2; }));
   EXPECT_EQ(seen, (std::vector{Button::pressed, Button::released}));
 }
 
-TEST_F(X11OutsideClicksTest, SeesThemWhileAnotherProgramHasThePointer) {
+TEST_F(X11OutsideClicksTest, ReportsButtonsDuringAnotherProgramsGrab) {
   const auto observation = observe();
   ASSERT_TRUE(observation);
   const test::OtherProgram menu;
@@ -77,24 +77,24 @@ TEST_F(X11OutsideClicksTest, SeesThemWhileAnotherProgramHasThePointer) {
                                        XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC,
                                        XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
   std::free(xcb_grab_pointer_reply(menu.connection(), cookie, nullptr));
-  hand.press();
+  mouse.press();
   EXPECT_TRUE(waitFor([&] { return seen == std::vector{Button::pressed}; }));
-  hand.release();
+  mouse.release();
   EXPECT_TRUE(waitFor([&] { return seen.size() == 2; }));
 }
 
-TEST_F(X11OutsideClicksTest, SeesNothingAfterTheObservation) {
+TEST_F(X11OutsideClicksTest, ReportsNothingAfterTheObservation) {
   auto first = observe();
   std::vector<Button> witness;
   const auto second = clicks.observe([&](Button button) { witness.push_back(button); });
   first.reset();
-  hand.press();
-  hand.release();
+  mouse.press();
+  mouse.release();
   ASSERT_TRUE(waitFor([&] { return witness.size() == 2; }));
   EXPECT_TRUE(seen.empty());
 }
 
-TEST_F(X11OutsideClicksTest, MayEndInItsOwnCallback) {
+TEST_F(X11OutsideClicksTest, CanEndInItsOwnCallback) {
   std::optional<Subscription> observation;
   observation = clicks.observe([&](Button button) {
     seen.push_back(button);
@@ -102,8 +102,8 @@ TEST_F(X11OutsideClicksTest, MayEndInItsOwnCallback) {
   });
   std::vector<Button> witness;
   const auto other = clicks.observe([&](Button button) { witness.push_back(button); });
-  hand.press();
-  hand.release();
+  mouse.press();
+  mouse.release();
   ASSERT_TRUE(waitFor([&] { return witness.size() == 2 && !seen.empty(); }));
   EXPECT_EQ(seen, std::vector{Button::pressed});
 }

@@ -14,19 +14,16 @@ namespace {
 
 constexpr int kGap = 6;
 constexpr int kMargin = 2;
-// A symbol beside text grows with the text, not with the panel: on a tall panel it would dwarf it.
+// A symbol beside text grows with the text: one as tall as a tall panel would dwarf the text.
 constexpr double kSymbolToText = 1.9;
 
-bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
-
-// Text with every digit in a cell as wide as the widest. Qt gives fonts' tabular figures only from
+// Text with every digit in a cell as wide as the widest. Qt offers fonts' tabular figures only from
 // 6.7 on.
 class TabularText {
  public:
   TabularText(const QString& text, const QFont& font) : text_(text), font_(font), metrics_(font) {
     for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-      cell_ = std::max(cell_, metrics_.horizontalAdvance(QChar(digit)));
-    cell_ = std::ceil(cell_);
+      cell_ = std::max(cell_, std::ceil(metrics_.horizontalAdvance(QChar(digit))));
   }
 
   [[nodiscard]] int width() const {
@@ -35,30 +32,26 @@ class TabularText {
 
   void draw(QPainter& painter, int left, int middle) const {
     const auto digits = metrics_.tightBoundingRect(QStringLiteral("0"));
-    const int baseline = static_cast<int>(std::lround(middle + digits.height() / 2.0));
+    const auto baseline = std::round(middle + digits.height() / 2.0);
     painter.setFont(font_);
     walk([&](qreal x, const QString& run) { painter.drawText(QPointF(left + x, baseline), run); });
   }
 
  private:
-  // Calls back with each run and where it begins; returns where the last one ends. A run is a
-  // single digit, or what stands between digits, which keeps its kerning.
-  template <typename Place>
-  qreal walk(Place place) const {
+  static bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
+
+  // Calls `place` with the left end of each run and the run; returns the right end of the last. A
+  // run is a single digit, or all between two digits, which keeps its kerning.
+  qreal walk(const auto& place) const {
     qreal x = 0;
-    for (qsizetype i = 0; i < text_.size();) {
-      qsizetype end = i + 1;
-      if (isDigit(text_[i])) {
-        const QString digit = text_.mid(i, 1);
-        place(x + std::floor((cell_ - metrics_.horizontalAdvance(digit)) / 2), digit);
-        x += cell_;
-      } else {
-        while (end < text_.size() && !isDigit(text_[end])) ++end;
-        const QString run = text_.mid(i, end - i);
-        place(x, run);
-        x += metrics_.horizontalAdvance(run);
-      }
-      i = end;
+    for (qsizetype i = 0, end = 0; i < text_.size(); i = end) {
+      end = i + 1;
+      while (!isDigit(text_[i]) && end < text_.size() && !isDigit(text_[end])) ++end;
+      const QString run = text_.mid(i, end - i);
+      const qreal advance = metrics_.horizontalAdvance(run);
+      const qreal room = isDigit(text_[i]) ? cell_ : advance;
+      place(x + std::floor((room - advance) / 2), run);
+      x += room;
     }
     return x;
   }
@@ -70,10 +63,9 @@ class TabularText {
 };
 
 int symbolSide(const StatusPicture& picture) {
-  if (picture.text.isEmpty()) return std::min(Symbols::crispSide(picture.height), picture.height);
-  const double fitting = kSymbolToText * picture.font.pixelSize();
-  return std::min(Symbols::crispSide(std::min(picture.height, static_cast<int>(fitting))),
-                  picture.height);
+  const int fitting = static_cast<int>(kSymbolToText * picture.font.pixelSize());
+  const int room = picture.text.isEmpty() ? picture.height : std::min(picture.height, fitting);
+  return std::min(Symbols::crispSide(room), picture.height);
 }
 
 int scaled(int logical, double scale) { return static_cast<int>(std::lround(logical * scale)); }
@@ -93,26 +85,24 @@ QImage StatusPicture::paint(Symbols& symbols, int width) const {
   if (width < this->width(symbols) - 2 * scaled(kMargin, scale)) shown.text.clear();
   QImage image(std::max(width, 1), std::max(height, 1), QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
+  QPainter painter(&image);
+  painter.setPen(colour);
 
   const int side = symbolSide(shown);
   const auto drawing = symbols.image(symbol, side, colour);
-  // A narrow host gets the symbol in its middle.
-  const int content = shown.width(symbols);
-  int left = (width - content) / 2 + (shown.text.isEmpty() ? 0 : scaled(kMargin, scale));
   const int top = (height - side) / 2;
-  const bool mirrored = QGuiApplication::isRightToLeft();
-
-  QPainter painter(&image);
-  painter.setPen(colour);
-  const TabularText words(shown.text, font);
-  const int gap = drawing ? scaled(kGap, scale) : 0;
-  if (mirrored && !shown.text.isEmpty()) {
-    words.draw(painter, left, top + side / 2);
-    left += words.width() + gap;
+  // A host that gives too much width gets everything in the middle.
+  const int left = (width - shown.width(symbols)) / 2;
+  if (shown.text.isEmpty()) {
+    if (drawing) painter.drawImage(left, top, *drawing);
+    return image;
   }
-  if (drawing) painter.drawImage(left, top, *drawing);
-  if (!mirrored && !shown.text.isEmpty())
-    words.draw(painter, left + (drawing ? side : 0) + gap, top + side / 2);
+  const TabularText words(text, font);
+  const int first = left + scaled(kMargin, scale);
+  const int gap = drawing ? scaled(kGap, scale) : 0;
+  const bool mirrored = QGuiApplication::isRightToLeft();
+  words.draw(painter, mirrored || !drawing ? first : first + side + gap, top + side / 2);
+  if (drawing) painter.drawImage(mirrored ? first + words.width() + gap : first, top, *drawing);
   return image;
 }
 
@@ -130,13 +120,11 @@ QFont statusFont() {
   return font;
 }
 
-QColor colourOnDark() { return {0xec, 0xee, 0xf1}; }
-
 QColor colourOn(const QColor& background) {
-  const QColor dark(0x1b, 0x1e, 0x23);
-  return contrastRatio(colourOnDark(), background) > contrastRatio(dark, background)
-             ? colourOnDark()
-             : dark;
+  constexpr QColor kOnLightPanel(0x1b, 0x1e, 0x23);
+  const bool light =
+      contrastRatio(kOnDarkPanel, background) > contrastRatio(kOnLightPanel, background);
+  return light ? kOnDarkPanel : kOnLightPanel;
 }
 
 }  // namespace tollbeam

@@ -1,5 +1,5 @@
 // Symbol and text as one picture, for the hosts that draw no text of their own. Digits stand in
-// cells of equal width, so that the item does not jitter while the minutes run.
+// cells of equal width, so that the item keeps its width while the minutes change.
 #pragma once
 
 #include <QColor>
@@ -19,13 +19,13 @@ struct StatusPicture {
   QFont font;
   QColor colour = Qt::black;
   int height = 22;
-  /// Device pixels to a logical one; scales the gap.
+  /// Device pixels to a logical pixel; scales the gaps.
   double scale = 1;
 
-  /// How wide the picture is when nothing is left out.
+  /// The width of the picture with everything in it.
   [[nodiscard]] int width(const Symbols& symbols) const;
 
-  /// Premultiplied, transparent around. A width below width() leaves the text out.
+  /// Premultiplied, transparent around. The text is left out where `width` is too small for it.
   [[nodiscard]] QImage paint(Symbols& symbols, int width) const;
 };
 
@@ -34,9 +34,9 @@ struct StatusPicture {
 /// Device pixels to a logical pixel on the main screen.
 [[nodiscard]] double statusScale();
 
-/// What stands out on `background`.
+/// For a panel of unknown but dark colour.
+inline constexpr QColor kOnDarkPanel(0xec, 0xee, 0xf1);
+/// The light or the dark colour of symbols, whichever has more contrast with `background`.
 [[nodiscard]] QColor colourOn(const QColor& background);
-/// For a panel that we know nothing of but that it is dark.
-[[nodiscard]] QColor colourOnDark();
 
 }  // namespace tollbeam

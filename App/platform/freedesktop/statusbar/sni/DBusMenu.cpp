@@ -1,5 +1,6 @@
 #include "platform/freedesktop/statusbar/sni/DBusMenu.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <algorithm>
 
@@ -7,43 +8,55 @@ namespace tollbeam {
 namespace {
 
 constexpr int kRoot = 0;
+constexpr int kFirstStatusLine = 100;
 
-QString withoutMnemonics(QString label) {
-  return label.replace(QLatin1Char('_'), QLatin1String("__"));
+QString translated(const char* text) {
+  return QCoreApplication::translate("tollbeam::StatusMenu", text);
 }
 
-// Only what differs from the protocol's defaults, as its readers expect.
-QVariantMap allProperties(const StatusMenuEntry& entry) {
-  if (entry.kind == StatusMenuEntry::Kind::Separator)
-    return {{QStringLiteral("type"), QStringLiteral("separator")}};
-  QVariantMap properties{{QStringLiteral("label"), withoutMnemonics(entry.label)}};
-  if (!entry.enabled()) properties.insert(QStringLiteral("enabled"), false);
-  return properties;
-}
-
-QVariantMap rootProperties() {
-  return {{QStringLiteral("children-display"), QStringLiteral("submenu")}};
-}
-
-QVariantMap only(QVariantMap properties, const QStringList& names) {
-  if (names.isEmpty()) return properties;
-  properties.removeIf(
-      [&](QVariantMap::iterator property) { return !names.contains(property.key()); });
+// Only what differs from the protocol's defaults, as panels expect. With `names`, only those.
+QVariantMap propertiesOf(const StatusMenuEntry* entry, const QStringList& names = {}) {
+  QVariantMap properties;
+  if (entry == nullptr) {
+    properties.insert(QStringLiteral("children-display"), QStringLiteral("submenu"));
+  } else if (entry->kind == StatusMenuEntry::Kind::Separator) {
+    properties.insert(QStringLiteral("type"), QStringLiteral("separator"));
+  } else {
+    // A single underscore would mark a mnemonic.
+    properties.insert(QStringLiteral("label"),
+                      QString(entry->label).replace(QLatin1Char('_'), QLatin1String("__")));
+    if (!entry->enabled()) properties.insert(QStringLiteral("enabled"), false);
+  }
+  if (!names.isEmpty())
+    properties.removeIf([&](QVariantMap::iterator at) { return !names.contains(at.key()); });
   return properties;
 }
 
 }  // namespace
 
-DBusMenu::DBusMenu(std::function<void(StatusMenuEntry::Kind)> chosen, QObject* parent)
-    : QObject(parent), chosen_(std::move(chosen)) {
+std::vector<StatusMenuEntry> statusMenu(const QStringList& statusLines) {
+  using Kind = StatusMenuEntry::Kind;
+  std::vector<StatusMenuEntry> entries;
+  entries.push_back(
+      {1, Kind::Open, translated(QT_TRANSLATE_NOOP("tollbeam::StatusMenu", "Open Tollbeam"))});
+  entries.push_back({2, Kind::Separator, {}});
+  int id = kFirstStatusLine;
+  for (const auto& line : statusLines) entries.push_back({id++, Kind::Status, line});
+  if (!statusLines.isEmpty()) entries.push_back({3, Kind::Separator, {}});
+  entries.push_back(
+      {4, Kind::Settings, translated(QT_TRANSLATE_NOOP("tollbeam::StatusMenu", "Settings"))});
+  entries.push_back({5, Kind::Quit, translated(QT_TRANSLATE_NOOP("tollbeam::StatusMenu", "Quit"))});
+  return entries;
+}
+
+DBusMenu::DBusMenu(std::function<void(StatusMenuEntry::Kind)> chosen) : chosen_(std::move(chosen)) {
   registerSniTypes();
-  new DBusMenuAdaptor(this);
 }
 
 void DBusMenu::setEntries(std::vector<StatusMenuEntry> entries) {
   if (entries == entries_) return;
   entries_ = std::move(entries);
-  Q_EMIT layoutChanged(++revision_);
+  Q_EMIT LayoutUpdated(++revision_, kRoot);
 }
 
 const StatusMenuEntry* DBusMenu::find(int id) const {
@@ -52,75 +65,59 @@ const StatusMenuEntry* DBusMenu::find(int id) const {
   return entry == entries_.end() ? nullptr : &*entry;
 }
 
-void DBusMenu::choose(int id) {
-  const auto* entry = find(id);
-  if (entry == nullptr || !entry->enabled()) return;
-  // After the reply: what follows may take a while or end the program.
-  QMetaObject::invokeMethod(
-      this, [this, kind = entry->kind] { chosen_(kind); }, Qt::QueuedConnection);
-}
-
-DBusMenuAdaptor::DBusMenuAdaptor(DBusMenu* menu) : QDBusAbstractAdaptor(menu), menu_(*menu) {
-  connect(menu, &DBusMenu::layoutChanged, this,
-          [this](uint revision) { Q_EMIT LayoutUpdated(revision, kRoot); });
-}
-
-QString DBusMenuAdaptor::textDirection() const {
+QString DBusMenu::textDirection() const {
   return QGuiApplication::isRightToLeft() ? QStringLiteral("rtl") : QStringLiteral("ltr");
 }
 
-uint DBusMenuAdaptor::GetLayout(int parentId, int depth, const QStringList& names,
-                                DBusMenuNode& layout) {
+uint DBusMenu::GetLayout(int parentId, int depth, const QStringList& names, DBusMenuNode& layout) {
   layout.id = parentId;
-  if (const auto* entry = menu_.find(parentId)) {
-    layout.properties = only(allProperties(*entry), names);
-  } else if (parentId == kRoot) {
-    layout.properties = only(rootProperties(), names);
-    if (depth != 0) {
-      for (const auto& child : menu_.entries_)
-        layout.children << DBusMenuNode{child.id, only(allProperties(child), names), {}};
-    }
-  }
-  return menu_.revision_;
+  const auto* parent = find(parentId);
+  if (parent != nullptr || parentId == kRoot) layout.properties = propertiesOf(parent, names);
+  if (parentId != kRoot || depth == 0) return revision_;
+  for (const auto& entry : entries_)
+    layout.children << QDBusVariant(
+        QVariant::fromValue(DBusMenuNode{entry.id, propertiesOf(&entry, names), {}}));
+  return revision_;
 }
 
-DBusMenuPropertiesList DBusMenuAdaptor::GetGroupProperties(const QList<int>& ids,
-                                                           const QStringList& names) {
+DBusMenuPropertiesList DBusMenu::GetGroupProperties(const QList<int>& ids,
+                                                    const QStringList& names) {
   DBusMenuPropertiesList list;
-  const auto wanted = [&](int id) { return ids.isEmpty() || ids.contains(id); };
-  if (wanted(kRoot)) list << DBusMenuProperties{kRoot, only(rootProperties(), names)};
-  for (const auto& entry : menu_.entries_) {
-    if (wanted(entry.id)) list << DBusMenuProperties{entry.id, only(allProperties(entry), names)};
+  const auto asked = [&](int id) { return ids.isEmpty() || ids.contains(id); };
+  if (asked(kRoot)) list << DBusMenuProperties{kRoot, propertiesOf(nullptr, names)};
+  for (const auto& entry : entries_) {
+    if (asked(entry.id)) list << DBusMenuProperties{entry.id, propertiesOf(&entry, names)};
   }
   return list;
 }
 
-QDBusVariant DBusMenuAdaptor::GetProperty(int id, const QString& name) {
-  const auto* entry = menu_.find(id);
-  const auto properties = entry != nullptr ? allProperties(*entry) : rootProperties();
+QDBusVariant DBusMenu::GetProperty(int id, const QString& name) {
   // An invalid variant cannot be sent; an unknown property reads as empty.
-  return QDBusVariant(properties.value(name, QString()));
+  return QDBusVariant(propertiesOf(find(id)).value(name, QString()));
 }
 
-void DBusMenuAdaptor::Event(int id, const QString& event, const QDBusVariant& /*data*/,
-                            uint /*timestamp*/) {
-  if (event == QLatin1String("clicked")) menu_.choose(id);
+void DBusMenu::Event(int id, const QString& event, const QDBusVariant& /*data*/,
+                     uint /*timestamp*/) {
+  const auto* entry = find(id);
+  if (event != QLatin1String("clicked") || entry == nullptr || !entry->enabled()) return;
+  QMetaObject::invokeMethod(
+      this, [this, kind = entry->kind] { chosen_(kind); }, Qt::QueuedConnection);
 }
 
-QList<int> DBusMenuAdaptor::EventGroup(const DBusMenuEvents& events) {
+QList<int> DBusMenu::EventGroup(const DBusMenuEvents& events) {
   QList<int> unknown;
   for (const auto& event : events) {
-    if (event.id != kRoot && menu_.find(event.id) == nullptr) unknown << event.id;
-    if (event.name == QLatin1String("clicked")) menu_.choose(event.id);
+    if (event.id != kRoot && find(event.id) == nullptr) unknown << event.id;
+    Event(event.id, event.name, event.data, event.timestamp);
   }
   return unknown;
 }
 
-bool DBusMenuAdaptor::AboutToShow(int /*id*/) { return false; }
+bool DBusMenu::AboutToShow(int /*id*/) { return false; }
 
-QList<int> DBusMenuAdaptor::AboutToShowGroup(const QList<int>& ids, QList<int>& unknown) {
+QList<int> DBusMenu::AboutToShowGroup(const QList<int>& ids, QList<int>& unknown) {
   for (const int id : ids) {
-    if (id != kRoot && menu_.find(id) == nullptr) unknown << id;
+    if (id != kRoot && find(id) == nullptr) unknown << id;
   }
   return {};
 }

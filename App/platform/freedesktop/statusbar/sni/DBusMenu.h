@@ -1,42 +1,34 @@
-// com.canonical.dbusmenu: the item's menu for the panels that draw it themselves. One level deep.
+// The item's menu, which panels draw themselves (com.canonical.dbusmenu) or leave to the item. One
+// level deep.
 #pragma once
 
-#include <QDBusAbstractAdaptor>
 #include <QDBusVariant>
 #include <QObject>
+#include <QStringList>
 #include <functional>
 #include <vector>
 
 #include "platform/freedesktop/statusbar/sni/SniTypes.h"
-#include "platform/freedesktop/statusbar/sni/StatusMenu.h"
 
 namespace tollbeam {
 
-/// What goes on the bus: the entries and who hears of a choice.
-class DBusMenu : public QObject {
-  Q_OBJECT
+struct StatusMenuEntry {
+  enum class Kind { Open, Status, Separator, Settings, Quit };
 
- public:
-  explicit DBusMenu(std::function<void(StatusMenuEntry::Kind)> chosen, QObject* parent = nullptr);
+  /// Never 0, which is the menu itself. An entry keeps its id for ever.
+  int id = 0;
+  Kind kind = Kind::Status;
+  QString label;
 
-  /// Tells the panel only if they differ.
-  void setEntries(std::vector<StatusMenuEntry> entries);
-
- private:
-  friend class DBusMenuAdaptor;
-
-  [[nodiscard]] const StatusMenuEntry* find(int id) const;
-  void choose(int id);
-
-  std::function<void(StatusMenuEntry::Kind)> chosen_;
-  std::vector<StatusMenuEntry> entries_;
-  uint revision_ = 1;
-
- Q_SIGNALS:
-  void layoutChanged(uint revision);
+  [[nodiscard]] bool enabled() const { return kind != Kind::Status; }
+  friend bool operator==(const StatusMenuEntry&, const StatusMenuEntry&) = default;
 };
 
-class DBusMenuAdaptor : public QDBusAbstractAdaptor {
+/// "Open" comes first: where a click always opens the menu, it is the way to the popover.
+[[nodiscard]] std::vector<StatusMenuEntry> statusMenu(const QStringList& statusLines);
+
+/// Export it with all its slots, signals and properties.
+class DBusMenu : public QObject {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
   Q_PROPERTY(uint Version READ version CONSTANT)
@@ -45,14 +37,19 @@ class DBusMenuAdaptor : public QDBusAbstractAdaptor {
   Q_PROPERTY(QStringList IconThemePath READ iconThemePath CONSTANT)
 
  public:
-  explicit DBusMenuAdaptor(DBusMenu* menu);
+  /// `chosen` is called from the event loop, after the reply to the panel: it may end the program.
+  explicit DBusMenu(std::function<void(StatusMenuEntry::Kind)> chosen);
+
+  /// Announces a new layout only if the entries differ.
+  void setEntries(std::vector<StatusMenuEntry> entries);
+  [[nodiscard]] const std::vector<StatusMenuEntry>& entries() const { return entries_; }
 
   [[nodiscard]] uint version() const { return 3; }
   [[nodiscard]] QString status() const { return QStringLiteral("normal"); }
   [[nodiscard]] QString textDirection() const;
   [[nodiscard]] QStringList iconThemePath() const { return {}; }
 
-  // QtDBus turns references into further results of the call.
+  // QtDBus returns reference parameters as further results of the call.
  public Q_SLOTS:
   uint GetLayout(int parentId, int depth, const QStringList& names, tollbeam::DBusMenuNode& layout);
   tollbeam::DBusMenuPropertiesList GetGroupProperties(const QList<int>& ids,
@@ -64,13 +61,14 @@ class DBusMenuAdaptor : public QDBusAbstractAdaptor {
   QList<int> AboutToShowGroup(const QList<int>& ids, QList<int>& unknown);
 
  Q_SIGNALS:
-  void ItemsPropertiesUpdated(const tollbeam::DBusMenuPropertiesList& changed,
-                              const tollbeam::DBusMenuPropertiesList& removed);
   void LayoutUpdated(uint revision, int parent);
-  void ItemActivationRequested(int id, uint timestamp);
 
  private:
-  DBusMenu& menu_;
+  [[nodiscard]] const StatusMenuEntry* find(int id) const;
+
+  std::function<void(StatusMenuEntry::Kind)> chosen_;
+  std::vector<StatusMenuEntry> entries_;
+  uint revision_ = 1;
 };
 
 }  // namespace tollbeam

@@ -3,10 +3,11 @@
 
 #include <QByteArray>
 #include <QDBusArgument>
+#include <QDBusVariant>
 #include <QList>
-#include <QMetaType>
 #include <QString>
 #include <QVariantMap>
+#include <tuple>
 
 class QImage;
 
@@ -18,6 +19,7 @@ struct SniPixmap {
   int height = 0;
   QByteArray bytes;
 
+  static auto fields(auto& self) { return std::tie(self.width, self.height, self.bytes); }
   friend bool operator==(const SniPixmap&, const SniPixmap&) = default;
 };
 using SniPixmaps = QList<SniPixmap>;
@@ -28,49 +30,64 @@ struct SniToolTip {
   QString title;
   QString description;
 
+  static auto fields(auto& self) {
+    return std::tie(self.iconName, self.icon, self.title, self.description);
+  }
   friend bool operator==(const SniToolTip&, const SniToolTip&) = default;
 };
 
 struct DBusMenuNode {
   int id = 0;
   QVariantMap properties;
-  QList<DBusMenuNode> children;
+  /// Of DBusMenuNode.
+  QList<QDBusVariant> children;
+
+  static auto fields(auto& self) { return std::tie(self.id, self.properties, self.children); }
 };
 
 struct DBusMenuProperties {
   int id = 0;
   QVariantMap properties;
+
+  static auto fields(auto& self) { return std::tie(self.id, self.properties); }
 };
 using DBusMenuPropertiesList = QList<DBusMenuProperties>;
 
 struct DBusMenuEvent {
   int id = 0;
   QString name;
-  QVariant data;
+  QDBusVariant data;
   uint timestamp = 0;
+
+  static auto fields(auto& self) { return std::tie(self.id, self.name, self.data, self.timestamp); }
 };
 using DBusMenuEvents = QList<DBusMenuEvent>;
 
-QDBusArgument& operator<<(QDBusArgument& to, const SniPixmap& pixmap);
-const QDBusArgument& operator>>(const QDBusArgument& from, SniPixmap& pixmap);
-QDBusArgument& operator<<(QDBusArgument& to, const SniToolTip& toolTip);
-const QDBusArgument& operator>>(const QDBusArgument& from, SniToolTip& toolTip);
-QDBusArgument& operator<<(QDBusArgument& to, const DBusMenuNode& node);
-const QDBusArgument& operator>>(const QDBusArgument& from, DBusMenuNode& node);
-QDBusArgument& operator<<(QDBusArgument& to, const DBusMenuProperties& properties);
-const QDBusArgument& operator>>(const QDBusArgument& from, DBusMenuProperties& properties);
-QDBusArgument& operator<<(QDBusArgument& to, const DBusMenuEvent& event);
-const QDBusArgument& operator>>(const QDBusArgument& from, DBusMenuEvent& event);
+/// A structure on the bus: `fields` ties its members in the order of its signature.
+template <typename T>
+concept BusStructure = requires(T& value) {
+  T::fields(value);
+};
 
-/// Before any of them goes over the bus; may be called again.
+template <BusStructure T>
+QDBusArgument& operator<<(QDBusArgument& to, const T& value) {
+  to.beginStructure();
+  std::apply([&](const auto&... field) { (to << ... << field); }, T::fields(value));
+  to.endStructure();
+  return to;
+}
+
+template <BusStructure T>
+const QDBusArgument& operator>>(const QDBusArgument& from, T& value) {
+  from.beginStructure();
+  std::apply([&](auto&... field) { (from >> ... >> field); }, T::fields(value));
+  from.endStructure();
+  return from;
+}
+
+/// Call it before any of them goes over the bus; more than once does no harm.
 void registerSniTypes();
 
 [[nodiscard]] SniPixmap toSniPixmap(const QImage& image);
 
 }  // namespace tollbeam
-
-Q_DECLARE_METATYPE(tollbeam::SniPixmap)
-Q_DECLARE_METATYPE(tollbeam::SniToolTip)
-Q_DECLARE_METATYPE(tollbeam::DBusMenuNode)
-Q_DECLARE_METATYPE(tollbeam::DBusMenuProperties)
-Q_DECLARE_METATYPE(tollbeam::DBusMenuEvent)

@@ -9,38 +9,25 @@
 namespace tollbeam {
 namespace {
 
-// Every size a panel is likely to want: some take the largest, some the nearest.
+// Every size that panels usually ask for: some take the largest, some the nearest.
 constexpr std::array kSizes{16, 22, 24, 32, 48, 64};
 // Text in a wide picture grows with it: about 13 pixels in a picture of 22.
 constexpr double kTextToHeight = 0.6;
 
-QString iconNameFor(QString symbol) {
-  if (symbol.isEmpty()) return {};
-  symbol.replace(QLatin1Char('.'), QLatin1Char('-'));
-  return QStringLiteral("tollbeam-%1-symbolic").arg(symbol);
-}
-
-// "9%" as wide as "10%": a figure space is as wide as a digit. A third digit is rare enough.
+// Makes "9%" as wide as "10%": a figure space is as wide as a digit. A third digit is rare.
 QString padded(QString text) {
   const bool oneDigit = text.size() > 1 && text[0].isDigit() && text[1] == QLatin1Char('%');
   return oneDigit ? text.prepend(QChar(0x2007)) : text;
 }
 
 SniToolTip toolTipFor(const QString& text, const StatusHostTraits& traits) {
-  SniToolTip toolTip;
-  switch (traits.toolTip) {
-    case ToolTipPlace::AllInTitle:
-      toolTip.title = text;
-      break;
-    case ToolTipPlace::AllInDescription:
-      toolTip.description = text;
-      break;
-    case ToolTipPlace::TitleAndDescription:
-      toolTip.title = text.section(QLatin1Char('\n'), 0, 0);
-      toolTip.description = text.section(QLatin1Char('\n'), 1);
-      break;
+  if (traits.toolTip == ToolTipPlace::AllInTitle) return {{}, {}, text, {}};
+  SniToolTip toolTip{{}, {}, {}, text};
+  if (traits.toolTip == ToolTipPlace::TitleAndDescription) {
+    toolTip.title = text.section(QLatin1Char('\n'), 0, 0);
+    toolTip.description = text.section(QLatin1Char('\n'), 1);
   }
-  // A title alone is shown as it is everywhere; beside a description some read both as markup.
+  // All hosts show a title alone as plain text; beside a description some read it as markup.
   if (traits.titleIsMarkup && !toolTip.description.isEmpty())
     toolTip.title = toolTip.title.toHtmlEscaped();
   if (traits.descriptionIsMarkup) toolTip.description = toolTip.description.toHtmlEscaped();
@@ -82,7 +69,10 @@ StatusFace faceFor(const StatusItemContent& content, const StatusHostTraits& tra
   const auto symbol = firstSymbol(content, symbols);
   const auto text = besideText(content);
   if (traits.recoloursIcon && !iconThemePath.isEmpty()) {
-    face.iconName = iconNameFor(symbol);
+    if (!symbol.isEmpty())
+      face.iconName = QStringLiteral("tollbeam-%1-symbolic")
+                          .arg(symbol)
+                          .replace(QLatin1Char('.'), QLatin1Char('-'));
     face.iconThemePath = iconThemePath;
   }
   face.icon = picturesFor(symbol, traits.widePixmap ? text : QString(), colour, symbols);

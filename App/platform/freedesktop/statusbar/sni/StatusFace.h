@@ -1,10 +1,9 @@
-// What one host is shown of the item's content: a pure translation, so that every host's rules can
-// be tested without it.
+// What one host shows of the item's content: a pure translation, so that every host's rules can be
+// tested without it.
 #pragma once
 
 #include <QColor>
 #include <QString>
-#include <QStringList>
 
 #include "platform/StatusBar.h"
 #include "platform/freedesktop/statusbar/sni/SniTypes.h"
@@ -14,24 +13,22 @@
 namespace tollbeam {
 
 struct StatusFace {
-  /// Empty where the picture says more than a symbolic icon could.
+  /// Empty where the host would not recolour a symbolic icon.
   QString iconName;
   QString iconThemePath;
   SniPixmaps icon;
   QString accessibleDescription;
   SniToolTip toolTip;
   QString label;
-
-  friend bool operator==(const StatusFace&, const StatusFace&) = default;
 };
 
 /// The first name that exists; empty when none does.
 [[nodiscard]] QString firstSymbol(const StatusItemContent& content, const Symbols& symbols);
 
-/// Text beside the symbol, without the leading space; digits are padded where the host draws it.
+/// The text beside the symbol, without the leading space.
 [[nodiscard]] QString besideText(const StatusItemContent& content);
 
-/// `iconThemePath` may be empty: then there are pixmaps only.
+/// With an empty `iconThemePath` there are pixmaps only, in `colour`.
 [[nodiscard]] StatusFace faceFor(const StatusItemContent& content, const StatusHostTraits& traits,
                                  const QString& iconThemePath, const QColor& colour,
                                  Symbols& symbols);

@@ -2,7 +2,6 @@
 
 #include <QStringList>
 #include <array>
-#include <optional>
 
 namespace tollbeam {
 namespace {
@@ -12,44 +11,39 @@ struct Known {
   StatusHost host;
 };
 
-std::optional<StatusHost> byProcess(const QString& process) {
-  // xfce4-panel runs each plugin in a process of its own, named "panel-3-systray".
-  if (process.startsWith(QLatin1String("panel-")) && process.contains(QLatin1String("-syst")))
-    return StatusHost::Xfce;
-  constexpr std::array kProcesses{
-      Known{"xfce4-panel", StatusHost::Xfce},       Known{"lxqt-panel", StatusHost::Lxqt},
-      Known{"notification-ar", StatusHost::Mate},   Known{"kded", StatusHost::Plasma},
-      Known{"gnome-shell", StatusHost::Gnome},      Known{"xapp-sn-watcher", StatusHost::Cinnamon},
-      Known{"waybar", StatusHost::Waybar},          Known{"budgie-panel", StatusHost::Budgie},
-      Known{"cosmic-applet-s", StatusHost::Cosmic},
-  };
-  for (const auto& known : kProcesses) {
-    if (process.startsWith(QLatin1String(known.name))) return known.host;
-  }
-  return std::nullopt;
-}
+constexpr std::array kProcesses{
+    Known{"xfce4-panel", StatusHost::Xfce},       Known{"lxqt-panel", StatusHost::Lxqt},
+    Known{"notification-ar", StatusHost::Mate},   Known{"kded", StatusHost::Plasma},
+    Known{"gnome-shell", StatusHost::Gnome},      Known{"xapp-sn-watcher", StatusHost::Cinnamon},
+    Known{"waybar", StatusHost::Waybar},          Known{"budgie-panel", StatusHost::Budgie},
+    Known{"cosmic-applet-s", StatusHost::Cosmic},
+};
 
-std::optional<StatusHost> byDesktop(const QString& currentDesktop) {
-  constexpr std::array kDesktops{
-      Known{"XFCE", StatusHost::Xfce},           Known{"LXQt", StatusHost::Lxqt},
-      Known{"MATE", StatusHost::Mate},           Known{"KDE", StatusHost::Plasma},
-      Known{"Budgie", StatusHost::Budgie},       Known{"GNOME", StatusHost::Gnome},
-      Known{"X-Cinnamon", StatusHost::Cinnamon}, Known{"COSMIC", StatusHost::Cosmic},
-  };
-  const auto names = currentDesktop.split(QLatin1Char(':'), Qt::SkipEmptyParts);
-  for (const auto& known : kDesktops) {
-    if (names.contains(QLatin1String(known.name), Qt::CaseInsensitive)) return known.host;
-  }
-  return std::nullopt;
-}
+constexpr std::array kDesktops{
+    Known{"XFCE", StatusHost::Xfce},           Known{"LXQt", StatusHost::Lxqt},
+    Known{"MATE", StatusHost::Mate},           Known{"KDE", StatusHost::Plasma},
+    Known{"Budgie", StatusHost::Budgie},       Known{"GNOME", StatusHost::Gnome},
+    Known{"X-Cinnamon", StatusHost::Cinnamon}, Known{"COSMIC", StatusHost::Cosmic},
+};
 
 }  // namespace
 
 StatusHost statusHostFor(const QString& process, const QString& currentDesktop) {
-  const auto host = byProcess(process);
+  auto host = StatusHost::Other;
+  for (const auto& known : kProcesses) {
+    if (process.startsWith(QLatin1String(known.name))) host = known.host;
+  }
+  // xfce4-panel runs each plugin in a process of its own, named "panel-3-systray".
+  if (process.startsWith(QLatin1String("panel-")) && process.contains(QLatin1String("-syst")))
+    host = StatusHost::Xfce;
   // xapp's watcher also serves MATE and Xfce panels that show items through it.
-  if (host && host != StatusHost::Cinnamon) return *host;
-  return byDesktop(currentDesktop).value_or(host.value_or(StatusHost::Other));
+  if (host != StatusHost::Other && host != StatusHost::Cinnamon) return host;
+
+  const auto names = currentDesktop.split(QLatin1Char(':'), Qt::SkipEmptyParts);
+  for (const auto& known : kDesktops) {
+    if (names.contains(QLatin1String(known.name), Qt::CaseInsensitive)) return known.host;
+  }
+  return host;
 }
 
 StatusHostTraits traitsOf(StatusHost host) {
@@ -58,7 +52,7 @@ StatusHostTraits traitsOf(StatusHost host) {
       return {.label = true, .recoloursIcon = true, .darkPanel = true};
     case StatusHost::Mate:
       return {.label = true,
-              .tellsPosition = false,
+              .givesPosition = false,
               .titleIsMarkup = true,
               .descriptionIsMarkup = true};
     case StatusHost::Cinnamon:
@@ -66,7 +60,7 @@ StatusHostTraits traitsOf(StatusHost host) {
     case StatusHost::Waybar:
       return {.widePixmap = true,
               .darkPanel = true,
-              .tellsPosition = false,
+              .givesPosition = false,
               .titleIsMarkup = true,
               .descriptionIsMarkup = true};
     case StatusHost::Xfce:
@@ -83,7 +77,7 @@ StatusHostTraits traitsOf(StatusHost host) {
               .toolTip = ToolTipPlace::AllInDescription,
               .descriptionIsMarkup = true};
     case StatusHost::Cosmic:
-      return {.recoloursIcon = true, .tellsPosition = false};
+      return {.recoloursIcon = true, .givesPosition = false};
     case StatusHost::Other:
       break;
   }

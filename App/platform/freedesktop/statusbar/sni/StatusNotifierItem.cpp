@@ -7,19 +7,16 @@
 namespace tollbeam {
 namespace {
 
-QString itemPath() { return QStringLiteral("/StatusNotifierItem"); }
 QString menuPath() { return QStringLiteral("/StatusNotifierItem/Menu"); }
 
 }  // namespace
 
-StatusNotifierItem::StatusNotifierItem(Bus& bus, Handlers handlers, QObject& menu, QObject* parent)
-    : QObject(parent),
-      bus_(bus),
+StatusNotifierItem::StatusNotifierItem(Bus& bus, Handlers handlers, QObject& menu)
+    : bus_(bus),
       connectionName_(QStringLiteral("tollbeam-status-item-%1").arg(quintptr(this), 0, 16)),
       handlers_(std::move(handlers)),
       menu_(menu) {
   registerSniTypes();
-  new StatusNotifierItemAdaptor(this);
 }
 
 StatusNotifierItem::~StatusNotifierItem() { hide(); }
@@ -31,8 +28,11 @@ bool StatusNotifierItem::show() {
     return false;
   }
   if (!shown_) {
-    bus.registerObject(itemPath(), this, QDBusConnection::ExportAdaptors);
-    bus.registerObject(menuPath(), &menu_, QDBusConnection::ExportAdaptors);
+    constexpr auto kEverything = QDBusConnection::ExportAllSlots |
+                                 QDBusConnection::ExportAllSignals |
+                                 QDBusConnection::ExportAllProperties;
+    bus.registerObject(QStringLiteral("/StatusNotifierItem"), this, kEverything);
+    bus.registerObject(menuPath(), &menu_, kEverything);
     shown_ = true;
   }
   auto registration = QDBusMessage::createMethodCall(
@@ -40,7 +40,7 @@ bool StatusNotifierItem::show() {
       QStringLiteral("org.kde.StatusNotifierWatcher"),
       QStringLiteral("RegisterStatusNotifierItem"));
   registration << bus.baseService();
-  // A watcher that has just gone must not be started for our sake; it tells when it is back.
+  // A watcher that has just gone is not started for this; when it returns, the item registers.
   registration.setAutoStartService(false);
   return bus.send(registration);
 }
@@ -56,36 +56,34 @@ void StatusNotifierItem::setFace(StatusFace face) {
   if (before.icon != face_.icon || before.iconName != face_.iconName ||
       before.iconThemePath != face_.iconThemePath ||
       before.accessibleDescription != face_.accessibleDescription)
-    Q_EMIT iconChanged();
-  if (before.toolTip != face_.toolTip) Q_EMIT toolTipChanged();
-  if (before.label != face_.label) Q_EMIT labelChanged();
+    Q_EMIT NewIcon();
+  if (before.toolTip != face_.toolTip) Q_EMIT NewToolTip();
+  if (before.label != face_.label) Q_EMIT XAyatanaNewLabel(face_.label, face_.label);
 }
 
-// Both after the reply to the host: a menu runs for as long as it is open.
-void StatusNotifierItem::activate(int x, int y) {
+QDBusObjectPath StatusNotifierItem::menu() const { return QDBusObjectPath(menuPath()); }
+
+void StatusNotifierItem::Activate(int x, int y) {
   QMetaObject::invokeMethod(
-      this, [this, x, y] { handlers_.activate(x, y); }, Qt::QueuedConnection);
+      this,
+      [this, x, y] {
+        handlers_.activate({x, y});
+      },
+      Qt::QueuedConnection);
 }
 
-void StatusNotifierItem::contextMenu(int x, int y) {
+void StatusNotifierItem::ContextMenu(int x, int y) {
   QMetaObject::invokeMethod(
-      this, [this, x, y] { handlers_.contextMenu(x, y); }, Qt::QueuedConnection);
+      this,
+      [this, x, y] {
+        handlers_.contextMenu({x, y});
+      },
+      Qt::QueuedConnection);
 }
 
-StatusNotifierItemAdaptor::StatusNotifierItemAdaptor(StatusNotifierItem* item)
-    : QDBusAbstractAdaptor(item), item_(*item) {
-  connect(item, &StatusNotifierItem::iconChanged, this, &StatusNotifierItemAdaptor::NewIcon);
-  connect(item, &StatusNotifierItem::toolTipChanged, this, &StatusNotifierItemAdaptor::NewToolTip);
-  connect(item, &StatusNotifierItem::labelChanged, this,
-          [this] { Q_EMIT XAyatanaNewLabel(label(), labelGuide()); });
-}
-
-QDBusObjectPath StatusNotifierItemAdaptor::menu() const { return QDBusObjectPath(menuPath()); }
-
-void StatusNotifierItemAdaptor::Scroll(int /*delta*/, const QString& /*orientation*/) {}
-
-void StatusNotifierItemAdaptor::ProvideXdgActivationToken(const QString& token) {
-  // Where Qt looks for the right to raise a window on Wayland; elsewhere nobody would take it out.
+void StatusNotifierItem::ProvideXdgActivationToken(const QString& token) {
+  // Qt reads this variable for the right to raise a window on Wayland. Elsewhere nothing would
+  // remove it again.
   if (!token.isEmpty() && QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
     qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
 }

@@ -18,28 +18,25 @@ QString processName(uint pid) {
 
 }  // namespace
 
-WatcherMonitor::WatcherMonitor(Bus& bus, QObject* parent)
-    : QObject(parent), bus_(bus), owner_(bus_, watcherName(), Activation::forbidden) {
+WatcherMonitor::WatcherMonitor(Bus& bus)
+    : bus_(bus), owner_(bus_, watcherName(), Activation::forbidden) {
   bus_.listen(QStringLiteral("/StatusNotifierWatcher"), watcherName(),
               QStringLiteral("StatusNotifierHostRegistered"), {}, this, SLOT(onHostRegistered()));
-  connect(&owner_, &ServiceOwner::changed, this, &WatcherMonitor::onOwnerChanged);
+  connect(&owner_, &ServiceOwner::changed, this, [this] {
+    if (owner_.name().isEmpty())
+      settle(Presence::Absent, StatusHost::Other);
+    else
+      identify();
+  });
 }
 
-void WatcherMonitor::onOwnerChanged() {
-  if (owner_.name().isEmpty()) {
-    settle(Presence::Absent, StatusHost::Other);
-  } else {
-    identify(owner_.name());
-  }
-}
-
-void WatcherMonitor::identify(const QString& owner) {
+void WatcherMonitor::identify() {
   auto question = QDBusMessage::createMethodCall(
       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetConnectionUnixProcessID"));
-  question << owner;
+  question << owner_.name();
   auto* call = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
-  connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, owner] {
+  connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, owner = owner_.name()] {
     call->deleteLater();
     if (owner != owner_.name()) return;
     const QDBusPendingReply<uint> reply = *call;

@@ -1,9 +1,8 @@
-// Follows org.kde.StatusNotifierWatcher, the desktop's list of status items: who keeps it, and so
-// which panel shows them. All asynchronous: a watcher that hangs costs us nothing.
+// Follows org.kde.StatusNotifierWatcher, the desktop's list of status items: whether there is one,
+// and which panel shows it. All asynchronous: a watcher that hangs costs nothing.
 #pragma once
 
 #include <QObject>
-#include <QString>
 
 #include "platform/freedesktop/bus/ServiceOwner.h"
 #include "platform/freedesktop/statusbar/sni/StatusHost.h"
@@ -17,14 +16,14 @@ class WatcherMonitor : public QObject {
   enum class Presence { NotYetKnown, Absent, Present };
 
   /// `bus` outlives this object.
-  explicit WatcherMonitor(Bus& bus, QObject* parent = nullptr);
+  explicit WatcherMonitor(Bus& bus);
 
   [[nodiscard]] Presence presence() const { return presence_; }
-  /// Meaningful while present.
+  /// Other unless present.
   [[nodiscard]] StatusHost host() const { return host_; }
 
  Q_SIGNALS:
-  /// The watcher came, went, or another took its place.
+  /// The watcher came, went, or was replaced.
   void changed();
   /// A panel came to a watcher that was there before.
   void hostRegistered();
@@ -33,8 +32,7 @@ class WatcherMonitor : public QObject {
   void onHostRegistered();
 
  private:
-  void onOwnerChanged();
-  void identify(const QString& owner);
+  void identify();
   void settle(Presence presence, StatusHost host);
 
   Bus& bus_;

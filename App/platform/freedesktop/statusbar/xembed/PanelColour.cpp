@@ -9,36 +9,31 @@ namespace {
 
 struct Panel {
   xcb_window_t window = XCB_WINDOW_NONE;
-  QRect area;
+  QSize size;
 };
 
-std::optional<QRect> areaOf(const XServer& server, xcb_window_t window) {
-  auto* c = server.connection();
-  const auto size = xcb_get_geometry(c, window);
-  const auto place = xcb_translate_coordinates(c, window, server.root(), 0, 0);
-  const auto geometry = xcbReply(xcb_get_geometry_reply(c, size, nullptr));
-  const auto corner = xcbReply(xcb_translate_coordinates_reply(c, place, nullptr));
-  if (!geometry || !corner) return std::nullopt;
-  return QRect(corner->dst_x, corner->dst_y, geometry->width, geometry->height);
-}
-
 Panel findPanel(const XServer& server, const std::optional<QPoint>& place) {
+  auto* c = server.connection();
   const auto type = server.atom("_NET_WM_WINDOW_TYPE");
   const auto dock = server.atom("_NET_WM_WINDOW_TYPE_DOCK");
-  const auto pixels = [](const QRect& area) { return qint64{area.width()} * area.height(); };
+  const auto pixels = [](QSize size) { return qint64{size.width()} * size.height(); };
   Panel found;
   for (const xcb_window_t window : server.numbers(server.root(), server.atom("_NET_CLIENT_LIST"))) {
     const auto types = server.numbers(window, type);
     if (std::find(types.begin(), types.end(), dock) == types.end()) continue;
-    const auto area = areaOf(server, window);
-    if (!area || (place && !area->contains(*place))) continue;
-    if (pixels(*area) > pixels(found.area)) found = {window, *area};
+    const auto geometry = xcbReply(xcb_get_geometry_reply(c, xcb_get_geometry(c, window), nullptr));
+    const auto corner = server.positionOf(window);
+    if (!geometry || !corner) continue;
+    const QSize size(geometry->width, geometry->height);
+    if (place && !QRect(*corner, size).contains(*place)) continue;
+    if (found.window == XCB_WINDOW_NONE || pixels(size) > pixels(found.size))
+      found = {window, size};
   }
   return found;
 }
 
 // A line along the panel near its edge, where icons and text seldom reach.
-QRect sampleOf(const QSize& panel) {
+QRect sampleOf(QSize panel) {
   const bool horizontal = panel.width() >= panel.height();
   return horizontal ? QRect(0, panel.height() / 8, panel.width(), 1)
                     : QRect(panel.width() / 8, 0, 1, panel.height());
@@ -48,8 +43,8 @@ QRect sampleOf(const QSize& panel) {
 
 std::optional<QColor> panelColour(const XServer& server, std::optional<QPoint> place) {
   const Panel panel = findPanel(server, place);
-  if (panel.area.isEmpty()) return std::nullopt;
-  const auto line = server.look(panel.window, sampleOf(panel.area.size()));
+  if (panel.window == XCB_WINDOW_NONE) return std::nullopt;
+  const auto line = server.imageOf(panel.window, sampleOf(panel.size));
   if (!line) return std::nullopt;
 
   // The most frequent of 4096 colours: a mean would mix task buttons into the ground.

@@ -1,6 +1,6 @@
-// The colour of the panel behind an item that its host will not recolour (LXQt, MATE). Read from
-// what the panel shows: its colour comes from a style sheet, images and a palette that are not ours
-// to evaluate, and may be half transparent over a wallpaper. The screen has the result.
+// The colour of the panel behind an item that its host does not recolour (LXQt, MATE). Read from
+// the screen: it results from style sheets, images and a palette of another toolkit, and may be
+// half transparent over a wallpaper.
 #pragma once
 
 #include <QColor>
@@ -10,8 +10,8 @@
 
 namespace tollbeam {
 
-/// The prevailing colour of the panel at `place` (physical pixels of the screen), or of the largest
-/// where no place is known; absent when there is no panel to be seen.
+/// The most frequent colour of the panel at `place` (physical pixels of the screen), or of the
+/// largest panel without a place; absent when there is no such panel or it cannot be read.
 [[nodiscard]] std::optional<QColor> panelColour(const XServer& server,
                                                 std::optional<QPoint> place = std::nullopt);
 

@@ -7,6 +7,7 @@
 #include <QToolTip>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 #include "colour/Contrast.h"
 #include "platform/freedesktop/statusbar/xembed/PanelColour.h"
@@ -17,12 +18,12 @@ namespace {
 using namespace std::chrono_literals;
 
 // Long enough for a panel that is busy starting, short enough that the user sees an item soon.
-constexpr auto kPatience = 3s;
-// A panel has given a window its new size a few milliseconds after the wish. One that will not is
-// drawn without text after this; and one that has (xfce) may have missed what was drawn while it
-// was still moving things, so it is drawn once more.
+constexpr auto kDockTimeout = 3s;
+// A panel usually resizes a window a few milliseconds after the request. After this long one that
+// has not is drawn without text; and one that has (xfce) may have lost what was drawn while it was
+// still moving things, so it is drawn once more.
 constexpr auto kSettling = 250ms;
-// As long as other items of a panel take for theirs.
+// The delay of other items' tooltips.
 constexpr auto kHovering = 500ms;
 
 constexpr std::uint32_t kEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
@@ -33,21 +34,22 @@ constexpr int kUsualHeight = 22;
 constexpr QSize kLargest(2048, 512);
 constexpr double kReadable = 3;
 
+template <typename Event>
+const Event& as(const xcb_generic_event_t* event) {
+  return *reinterpret_cast<const Event*>(event);
+}
+
 }  // namespace
 
 XEmbedIcon::XEmbedIcon(const XServer& server, const TrayOwner& tray, Symbols& symbols,
-                       Handlers handlers, QObject* parent)
-    : QObject(parent),
-      server_(server),
-      tray_(tray),
-      symbols_(symbols),
-      handlers_(std::move(handlers)) {
+                       Handlers handlers)
+    : server_(server), tray_(tray), symbols_(symbols), handlers_(std::move(handlers)) {
   const auto prepare = [this](QTimer& timer, std::chrono::milliseconds interval, auto action) {
     timer.setSingleShot(true);
     timer.setInterval(interval);
-    connect(&timer, &QTimer::timeout, this, action);
+    timer.callOnTimeout(this, action);
   };
-  prepare(patience_, kPatience, [this] { giveUp(); });
+  prepare(dockTimeout_, kDockTimeout, [this] { giveUp(); });
   prepare(settling_, kSettling, [this] { paint(); });
   prepare(hovering_, kHovering, [this] { showToolTip(); });
   connect(&tray_, &TrayOwner::lookChanged, this, &XEmbedIcon::redraw);
@@ -62,20 +64,18 @@ void XEmbedIcon::dock() {
   const int height = static_cast<int>(std::lround(kUsualHeight * statusScale()));
   size_ = QSize(height, height);
   window_.emplace(server_, tray_.visual(), height, kEvents);
-  canvas_.emplace(server_, window_->id(), tray_.visual());
   state_ = State::Asking;
   askForWidth();
   window_->askForPlace(tray_.window());
-  patience_.start();
+  dockTimeout_.start();
 }
 
 void XEmbedIcon::leave() {
   if (state_ == State::Away) return;
   state_ = State::Away;
-  patience_.stop();
+  dockTimeout_.stop();
   settling_.stop();
   hideToolTip();
-  canvas_.reset();
   window_.reset();
   if (auto* app = QCoreApplication::instance()) {
     app->removeNativeEventFilter(this);
@@ -99,7 +99,7 @@ void XEmbedIcon::setContent(const QString& symbol, const QString& text, const QS
   if (!same && state_ != State::Away) askForWidth();
 }
 
-// Without its colour, for which the panel has to be looked at.
+// Without its colour, which is read from the panel.
 StatusPicture XEmbedIcon::picture() const {
   return {.symbol = symbol_,
           .text = tray_.vertical() ? QString() : text_,
@@ -108,29 +108,25 @@ StatusPicture XEmbedIcon::picture() const {
           .scale = statusScale()};
 }
 
-// The tray's own colour, unless it has forgotten to follow its ground.
+// The tray's own colour, unless the tray has not adapted it to its ground.
 QColor XEmbedIcon::colour() const {
-  const auto told = tray_.foreground();
+  const auto named = tray_.foreground();
   const auto behind = ground();
-  if (told && (!behind || contrastRatio(*told, *behind) >= kReadable)) return *told;
+  if (named && (!behind || contrastRatio(*named, *behind) >= kReadable)) return *named;
   return behind ? colourOn(*behind) : QGuiApplication::palette().color(QPalette::WindowText);
 }
 
 std::optional<QColor> XEmbedIcon::ground() const {
-  if (state_ != State::Docked || !canvas_) return std::nullopt;
-  if (const auto behind = canvas_->ground(size_)) return behind;
-  auto* c = server_.connection();
-  const auto place = xcbReply(xcb_translate_coordinates_reply(
-      c, xcb_translate_coordinates(c, window_->id(), server_.root(), 0, 0), nullptr));
-  if (!place) return std::nullopt;
-  return panelColour(server_, QPoint(place->dst_x, place->dst_y));
+  if (const auto behind = window_->ground(size_)) return behind;
+  const auto place = server_.positionOf(window_->id());
+  return place ? panelColour(server_, place) : std::nullopt;
 }
 
 void XEmbedIcon::redraw() {
   if (state_ == State::Docked) askForWidth();
 }
 
-// Tells the panel which shape the picture needs, and draws it: at once where the room suffices,
+// Asks the panel for the width of the picture, and draws it: at once where there is room for it,
 // else when the panel has given more.
 void XEmbedIcon::askForWidth() {
   const QSize wanted(picture().width(symbols_), size_.height());
@@ -149,7 +145,7 @@ void XEmbedIcon::paint() {
   if (state_ != State::Docked) return;
   auto shown = picture();
   shown.colour = colour();
-  canvas_->draw(shown.paint(symbols_, size_.width()));
+  window_->draw(shown.paint(symbols_, size_.width()));
 }
 
 bool XEmbedIcon::eventFilter(QObject* watched, QEvent* event) {
@@ -161,62 +157,53 @@ bool XEmbedIcon::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool XEmbedIcon::nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) {
-  if (type == "xcb_generic_event_t") handle(*static_cast<const xcb_generic_event_t*>(message));
-  return false;
-}
-
-void XEmbedIcon::handle(const xcb_generic_event_t& event) {
-  const auto as = [&]<typename T>(T* /*type*/) -> const T& {
-    return *reinterpret_cast<const T*>(&event);
-  };
-  const auto ours = [this](xcb_window_t window) {
-    return window_.has_value() && window == window_->id();
-  };
-  switch (event.response_type & 0x7f) {
-    case XCB_REPARENT_NOTIFY: {
-      const auto& news = as(static_cast<xcb_reparent_notify_event_t*>(nullptr));
-      if (ours(news.window)) onReparented(news.parent);
+  if (type != "xcb_generic_event_t" || !window_) return false;
+  const auto* event = static_cast<const xcb_generic_event_t*>(message);
+  const auto id = window_->id();
+  switch (event->response_type & 0x7f) {
+    case XCB_REPARENT_NOTIFY:
+      if (const auto& e = as<xcb_reparent_notify_event_t>(event); e.window == id)
+        onReparented(e.parent);
       break;
-    }
     case XCB_DESTROY_NOTIFY:
-      if (ours(as(static_cast<xcb_destroy_notify_event_t*>(nullptr)).window)) giveUp();
+      if (as<xcb_destroy_notify_event_t>(event).window == id) giveUp();
       break;
-    case XCB_CONFIGURE_NOTIFY: {
-      const auto& news = as(static_cast<xcb_configure_notify_event_t*>(nullptr));
-      if (ours(news.window)) onConfigured({news.width, news.height});
+    case XCB_CONFIGURE_NOTIFY:
+      if (const auto& e = as<xcb_configure_notify_event_t>(event); e.window == id)
+        onConfigured({e.width, e.height});
       break;
-    }
-    case XCB_EXPOSE: {
-      const auto& news = as(static_cast<xcb_expose_event_t*>(nullptr));
-      if (ours(news.window) && news.count == 0) paint();
+    case XCB_EXPOSE:
+      if (const auto& e = as<xcb_expose_event_t>(event); e.window == id && e.count == 0) paint();
       break;
-    }
-    case XCB_BUTTON_PRESS: {
-      const auto& press = as(static_cast<xcb_button_press_event_t*>(nullptr));
-      if (ours(press.event)) onPressed(press);
+    case XCB_BUTTON_PRESS:
+      if (const auto& e = as<xcb_button_press_event_t>(event); e.event == id) {
+        hideToolTip();
+        if (e.detail == XCB_BUTTON_INDEX_3) handlers_.contextMenu({e.root_x, e.root_y});
+      }
       break;
-    }
-    case XCB_BUTTON_RELEASE: {
-      const auto& release = as(static_cast<xcb_button_release_event_t*>(nullptr));
-      if (ours(release.event)) onReleased(release);
+    case XCB_BUTTON_RELEASE:
+      if (const auto& e = as<xcb_button_release_event_t>(event);
+          e.event == id && e.detail == XCB_BUTTON_INDEX_1 &&
+          QRect(QPoint(0, 0), size_).contains(e.event_x, e.event_y))
+        handlers_.activate({e.root_x, e.root_y});
       break;
-    }
     case XCB_ENTER_NOTIFY:
-      if (ours(as(static_cast<xcb_enter_notify_event_t*>(nullptr)).event)) hovering_.start();
+      if (as<xcb_enter_notify_event_t>(event).event == id) hovering_.start();
       break;
     case XCB_LEAVE_NOTIFY:
-      if (ours(as(static_cast<xcb_leave_notify_event_t*>(nullptr)).event)) hideToolTip();
+      if (as<xcb_leave_notify_event_t>(event).event == id) hideToolTip();
       break;
     default:
       break;
   }
+  return false;
 }
 
 void XEmbedIcon::onReparented(xcb_window_t parent) {
   if (parent == server_.root()) {
     giveUp();
   } else if (state_ == State::Asking) {
-    patience_.stop();
+    dockTimeout_.stop();
     state_ = State::Docked;
     Q_EMIT docked();
     askForWidth();
@@ -226,24 +213,12 @@ void XEmbedIcon::onReparented(xcb_window_t parent) {
 void XEmbedIcon::onConfigured(QSize given) {
   const QSize size = given.boundedTo(kLargest);
   if (size == size_ || state_ != State::Docked) return;
-  const bool otherHeight = size.height() != size_.height();
-  size_ = size;
+  const auto before = std::exchange(size_, size);
   settling_.start();
-  if (otherHeight)
+  if (size.height() != before.height())
     askForWidth();
   else
     paint();
-}
-
-void XEmbedIcon::onPressed(const xcb_button_press_event_t& press) {
-  hideToolTip();
-  if (press.detail == XCB_BUTTON_INDEX_3) handlers_.contextMenu({press.root_x, press.root_y});
-}
-
-void XEmbedIcon::onReleased(const xcb_button_release_event_t& release) {
-  const bool inside = QRect(QPoint(0, 0), size_).contains(release.event_x, release.event_y);
-  if (release.detail == XCB_BUTTON_INDEX_1 && inside)
-    handlers_.activate({release.root_x, release.root_y});
 }
 
 void XEmbedIcon::showToolTip() {
@@ -257,7 +232,7 @@ void XEmbedIcon::hideToolTip() {
 }
 
 QPoint logicalPosition(QPoint physical) {
-  // Qt keeps each screen's corner where it is and scales what is inside.
+  // Qt keeps each screen's corner in its place and scales its inside.
   for (const auto* screen : QGuiApplication::screens()) {
     const double ratio = screen->devicePixelRatio();
     const auto corner = screen->geometry().topLeft();

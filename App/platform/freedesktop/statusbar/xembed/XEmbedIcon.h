@@ -1,6 +1,6 @@
 // The item as a window in an X11 system tray: the only way to text beside the symbol on xfce, and
-// the only item at all in a panel without a watcher. The panel decides the height; we answer with
-// the width that symbol and text then need.
+// the only item at all in a panel without a watcher. The panel decides the height; the item answers
+// with the width that symbol and text then need.
 #pragma once
 
 #include <QAbstractNativeEventFilter>
@@ -12,10 +12,8 @@
 #include <optional>
 
 #include "platform/freedesktop/statusbar/picture/StatusPicture.h"
-#include "platform/freedesktop/statusbar/xembed/TrayCanvas.h"
 #include "platform/freedesktop/statusbar/xembed/TrayOwner.h"
 #include "platform/freedesktop/statusbar/xembed/TrayWindow.h"
-#include "platform/freedesktop/x11/XServer.h"
 
 namespace tollbeam {
 
@@ -23,21 +21,19 @@ class XEmbedIcon : public QObject, public QAbstractNativeEventFilter {
   Q_OBJECT
 
  public:
-  enum class State { Away, Asking, Docked };
-
-  /// Both with the pointer's place on the screen, in physical pixels.
+  /// Both with the pointer's position on the screen, in physical pixels.
   struct Handlers {
     std::function<void(QPoint)> activate;
     std::function<void(QPoint)> contextMenu;
   };
 
-  XEmbedIcon(const XServer& server, const TrayOwner& tray, Symbols& symbols, Handlers handlers,
-             QObject* parent = nullptr);
+  /// `tray` and `symbols` outlive this object.
+  XEmbedIcon(const XServer& server, const TrayOwner& tray, Symbols& symbols, Handlers handlers);
   ~XEmbedIcon() override;
 
-  [[nodiscard]] State state() const { return state_; }
+  [[nodiscard]] bool isDocked() const { return state_ == State::Docked; }
 
-  /// Asks the tray for a place; ends in Docked, or in refused() when it gives none.
+  /// Asks the tray for a place; `docked` or `refused` follows.
   void dock();
   void leave();
 
@@ -51,36 +47,34 @@ class XEmbedIcon : public QObject, public QAbstractNativeEventFilter {
 
  Q_SIGNALS:
   void docked();
-  /// The tray did not answer, or gave the place and took it back. It is Away again.
+  /// The tray did not answer, or gave a place and took it back. The item has left the tray.
   void refused();
 
  private:
+  enum class State { Away, Asking, Docked };
+
   void giveUp();
   void askForWidth();
   void paint();
   [[nodiscard]] StatusPicture picture() const;
   [[nodiscard]] QColor colour() const;
   [[nodiscard]] std::optional<QColor> ground() const;
-  void handle(const xcb_generic_event_t& event);
   void onReparented(xcb_window_t parent);
   void onConfigured(QSize given);
-  void onPressed(const xcb_button_press_event_t& press);
-  void onReleased(const xcb_button_release_event_t& release);
   void showToolTip();
   void hideToolTip();
 
   XServer server_;
   const TrayOwner& tray_;
   Symbols& symbols_;
-  Handlers handlers_;
+  const Handlers handlers_;
   State state_ = State::Away;
   std::optional<TrayWindow> window_;
-  std::optional<TrayCanvas> canvas_;
   QSize size_;
   QString symbol_;
   QString text_;
   QString toolTip_;
-  QTimer patience_;
+  QTimer dockTimeout_;
   QTimer settling_;
   QTimer hovering_;
 };

@@ -31,14 +31,14 @@ TEST(StatusPicture, KeepsItsWidthWhileDigitsChange) {
     EXPECT_EQ(picture(text).width(symbols), width) << text;
 }
 
-TEST(StatusPicture, WithoutTextIsASquare) {
+TEST(StatusPicture, IsASquareWithoutText) {
   Symbols symbols;
   EXPECT_EQ(picture("").width(symbols), 22);
   const auto image = picture("").paint(symbols, 22);
   EXPECT_EQ(image, *symbols.image(QStringLiteral("battery.75"), 22, Qt::black));
 }
 
-TEST(StatusPicture, StandsInTheMiddleOfATallPanel) {
+TEST(StatusPicture, IsCentredInATallPanel) {
   Symbols symbols;
   const auto wide = picture("64% · 3:47", 48);
   const auto ink = inked(wide.paint(symbols, wide.width(symbols)));
@@ -46,7 +46,7 @@ TEST(StatusPicture, StandsInTheMiddleOfATallPanel) {
   EXPECT_LE(std::abs((ink.top() + ink.bottom() + 1) - 48), 2);
 }
 
-TEST(StatusPicture, LeavesTheTextOutWhereItHasNoRoom) {
+TEST(StatusPicture, OmitsTheTextWhereThereIsNoRoom) {
   Symbols symbols;
   const auto narrow = picture("64% · 3:47").paint(symbols, 30);
   EXPECT_EQ(narrow.size(), QSize(30, 22));
@@ -55,17 +55,17 @@ TEST(StatusPicture, LeavesTheTextOutWhereItHasNoRoom) {
   EXPECT_LE(ink.right(), 26);
 }
 
-TEST(StatusPicture, EndsInsideItsWidth) {
+TEST(StatusPicture, FillsItsWidth) {
   Symbols symbols;
   const auto wide = picture("100% · 12:35");
   const int width = wide.width(symbols);
   const auto ink = inked(wide.paint(symbols, width));
   EXPECT_GE(ink.left(), 1);
   EXPECT_LE(ink.right(), width - 2);
-  EXPECT_GT(ink.right(), width - 8) << "and reaches to its end";
+  EXPECT_GT(ink.right(), width - 8) << "and reaches its right end";
 }
 
-TEST(StatusPicture, WithoutASymbolShowsTheTextAlone) {
+TEST(StatusPicture, ShowsTheTextAloneWithoutASymbol) {
   Symbols symbols;
   auto wordOnly = picture("64%");
   wordOnly.symbol.clear();
@@ -73,7 +73,7 @@ TEST(StatusPicture, WithoutASymbolShowsTheTextAlone) {
   EXPECT_FALSE(inked(wordOnly.paint(symbols, wordOnly.width(symbols))).isEmpty());
 }
 
-TEST(StatusPicture, ColourStandsOutOnItsGround) {
+TEST(ColourOn, HasContrastWithAnyBackground) {
   for (const QColor& ground : {QColor(Qt::black), QColor(Qt::white), QColor(0x80, 0x80, 0x80),
                                QColor(0x33, 0x66, 0x99), QColor(0xd6, 0xd2, 0x6a)})
     EXPECT_GE(contrastRatio(colourOn(ground), ground), 4) << ground.name().toStdString();

@@ -30,7 +30,7 @@ class DBusMenuTest : public testing::Test {
                       {100, Kind::Status, text("64%")},
                       {5, Kind::Quit, text("Quit")}});
     service_.registerObject(text("/StatusNotifierItem/Menu"), &menu_,
-                            QDBusConnection::ExportAdaptors);
+                            QDBusConnection::ExportAllContents);
   }
 
   [[nodiscard]] std::pair<uint, DBusMenuNode> layout(int parent, int depth,
@@ -58,23 +58,21 @@ class DBusMenuTest : public testing::Test {
   test::RecordingHost panel_{bus_.connect(), service_.baseService()};
 };
 
-TEST_F(DBusMenuTest, ItsLayoutIsTheEntriesInTheirOrder) {
+TEST_F(DBusMenuTest, LayoutHoldsTheEntriesInTheirOrder) {
   const auto root = layout(kRoot, -1).second;
   EXPECT_EQ(root.id, kRoot);
-  ASSERT_EQ(root.children.size(), 4);
-  const std::vector<int> expected{1, 2, 100, 5};
-  for (std::size_t i = 0; i < expected.size(); ++i) {
-    EXPECT_EQ(root.children[static_cast<int>(i)].id, expected[i]);
-  }
+  QList<int> ids;
+  for (const auto& child : root.children) ids << qdbus_cast<DBusMenuNode>(child.variant()).id;
+  EXPECT_EQ(ids, (QList<int>{1, 2, 100, 5}));
 }
 
-TEST_F(DBusMenuTest, ALayoutOfNoDepthHasNoChildren) {
+TEST_F(DBusMenuTest, LayoutOfDepthZeroHasNoChildren) {
   const auto root = layout(kRoot, 0).second;
   EXPECT_EQ(root.properties.value(text("children-display")), text("submenu"));
   EXPECT_TRUE(root.children.isEmpty());
 }
 
-TEST_F(DBusMenuTest, ALayoutMayBeOfOneEntry) {
+TEST_F(DBusMenuTest, LayoutOfOneEntryHoldsItsProperties) {
   const auto quit = layout(5, -1).second;
   EXPECT_EQ(quit.id, 5);
   EXPECT_EQ(quit.properties, (QVariantMap{{text("label"), text("Quit")}}));
@@ -82,44 +80,47 @@ TEST_F(DBusMenuTest, ALayoutMayBeOfOneEntry) {
   EXPECT_TRUE(layout(kUnknown, -1).second.properties.isEmpty());
 }
 
-TEST_F(DBusMenuTest, OnlyTheNamedPropertiesAreSent) {
-  for (const auto& child : layout(kRoot, -1, {text("enabled")}).second.children) {
-    EXPECT_EQ(child.properties,
-              child.id == 100 ? (QVariantMap{{text("enabled"), false}}) : QVariantMap());
+TEST_F(DBusMenuTest, SendsOnlyTheNamedProperties) {
+  const auto root = layout(kRoot, -1, {text("enabled")}).second;
+  ASSERT_EQ(root.children.size(), 4);
+  for (const auto& child : root.children) {
+    const auto entry = qdbus_cast<DBusMenuNode>(child.variant());
+    EXPECT_EQ(entry.properties,
+              entry.id == 100 ? (QVariantMap{{text("enabled"), false}}) : QVariantMap());
   }
 }
 
-TEST_F(DBusMenuTest, AnUnderscoreIsNoMnemonic) {
+TEST_F(DBusMenuTest, DoublesUnderscoresSoThatTheyAreNoMnemonics) {
   EXPECT_EQ(property(1, "label"), QVariant(text("Open__now")));
 }
 
-TEST_F(DBusMenuTest, PropertiesThatItDoesNotHaveReadAsEmpty) {
+TEST_F(DBusMenuTest, MissingPropertiesReadAsEmpty) {
   EXPECT_EQ(property(2, "type"), QVariant(text("separator")));
   EXPECT_EQ(property(2, "label"), QVariant(QString()));
   EXPECT_EQ(property(5, "no such property"), QVariant(QString()));
 }
 
-TEST_F(DBusMenuTest, OtherEntriesAreAnnouncedWithANewRevision) {
+TEST_F(DBusMenuTest, AnnouncesOtherEntriesWithANewRevision) {
   const uint before = layout(kRoot, 0).first;
   menu_.setEntries({{5, Kind::Quit, text("Quit")}});
-  ASSERT_TRUE(waitFor([&] { return !panel_.heard.isEmpty(); }));
-  EXPECT_EQ(panel_.heard, QStringList{text("LayoutUpdated")});
+  ASSERT_TRUE(waitFor([&] { return !panel_.signalNames.isEmpty(); }));
+  EXPECT_EQ(panel_.signalNames, QStringList{text("LayoutUpdated")});
   const auto [revision, root] = layout(kRoot, -1);
   EXPECT_GT(revision, before);
   EXPECT_EQ(root.children.size(), 1);
 }
 
-TEST_F(DBusMenuTest, TheSameEntriesAreNotAnnounced) {
+TEST_F(DBusMenuTest, DoesNotAnnounceTheSameEntries) {
   const uint before = layout(kRoot, 0).first;
   menu_.setEntries({{1, Kind::Open, text("Open_now")},
                     {2, Kind::Separator, {}},
                     {100, Kind::Status, text("64%")},
                     {5, Kind::Quit, text("Quit")}});
   EXPECT_EQ(layout(kRoot, 0).first, before);
-  EXPECT_TRUE(panel_.heard.isEmpty());
+  EXPECT_TRUE(panel_.signalNames.isEmpty());
 }
 
-TEST_F(DBusMenuTest, AClickChoosesAnEntryThatIsEnabled) {
+TEST_F(DBusMenuTest, ClickChoosesOnlyAnEnabledEntry) {
   send(100, "clicked");
   send(kUnknown, "clicked");
   send(kRoot, "clicked");
@@ -129,15 +130,13 @@ TEST_F(DBusMenuTest, AClickChoosesAnEntryThatIsEnabled) {
   EXPECT_EQ(chosen_, std::vector{Kind::Quit});
 }
 
-TEST_F(DBusMenuTest, AChoiceIsMadeAfterTheReplyToThePanel) {
-  auto* adaptor = menu_.findChild<DBusMenuAdaptor*>();
-  ASSERT_NE(adaptor, nullptr);
-  adaptor->Event(5, text("clicked"), QDBusVariant(), 0);
+TEST_F(DBusMenuTest, ReportsAChoiceAfterTheReplyToThePanel) {
+  menu_.Event(5, text("clicked"), QDBusVariant(), 0);
   EXPECT_TRUE(chosen_.empty());
   EXPECT_TRUE(waitFor([&] { return chosen_ == std::vector{Kind::Quit}; }));
 }
 
-TEST_F(DBusMenuTest, GroupsTellWhichEntriesAreUnknown) {
+TEST_F(DBusMenuTest, GroupCallsReturnTheUnknownEntries) {
   const auto shown =
       panel_.menu("AboutToShowGroup", {QVariant::fromValue(QList<int>{kRoot, 1, kUnknown})});
   ASSERT_TRUE(shown && shown->size() == 2);

@@ -20,7 +20,7 @@ StatusFace face(StatusHost host, const StatusItemContent& shown = content(),
 
 QString text(const char* utf8) { return QString::fromUtf8(utf8); }
 
-TEST(StatusFace, NamesTheSymbolicIconWhereTheHostRecolours) {
+TEST(StatusFace, NamesTheSymbolicIconOnlyWhereTheHostRecoloursIt) {
   const auto xfce = face(StatusHost::Xfce);
   EXPECT_EQ(xfce.iconName, text("tollbeam-battery-75-symbolic"));
   EXPECT_EQ(xfce.iconThemePath, text("/icons"));
@@ -63,14 +63,14 @@ TEST(StatusFace, TakesTheFirstSymbolThatExists) {
   EXPECT_TRUE(face(StatusHost::Xfce, shown).icon.isEmpty());
 }
 
-TEST(StatusFace, LabelStandsOnlyWhereTheHostDrawsOne) {
+TEST(StatusFace, SetsALabelOnlyWhereTheHostDrawsIt) {
   EXPECT_EQ(face(StatusHost::Gnome).label, text("64% · 3:47"));
   EXPECT_EQ(face(StatusHost::Mate).label, text("64% · 3:47"));
   EXPECT_TRUE(face(StatusHost::Xfce).label.isEmpty());
   EXPECT_TRUE(face(StatusHost::Plasma).label.isEmpty());
 }
 
-TEST(StatusFace, LabelOfOneDigitIsAsWideAsOneOfTwo) {
+TEST(StatusFace, PadsALabelOfOneDigitToTheWidthOfTwo) {
   auto shown = content();
   shown.title = " 9%";
   EXPECT_EQ(face(StatusHost::Gnome, shown).label, text("\u20079%"));
@@ -78,13 +78,13 @@ TEST(StatusFace, LabelOfOneDigitIsAsWideAsOneOfTwo) {
   EXPECT_EQ(face(StatusHost::Gnome, shown).label, text("100%"));
 }
 
-TEST(StatusFace, ToolTipIsSplitIntoTitleAndDescription) {
+TEST(StatusFace, SplitsTheToolTipIntoTitleAndDescription) {
   const auto toolTip = face(StatusHost::Plasma).toolTip;
   EXPECT_EQ(toolTip.title, text("64% · On battery"));
   EXPECT_EQ(toolTip.description, text("Health: 93% (Good)\nCycles: 212"));
 }
 
-TEST(StatusFace, ToolTipStandsWhollyInTheTitleOnLxqtAndInTheDescriptionOnBudgie) {
+TEST(StatusFace, PutsTheWholeToolTipInTheTitleOnLxqtAndInTheDescriptionOnBudgie) {
   const auto lxqt = face(StatusHost::Lxqt).toolTip;
   EXPECT_EQ(lxqt.title, text("64% · On battery\nHealth: 93% (Good)\nCycles: 212"));
   EXPECT_TRUE(lxqt.description.isEmpty());
@@ -93,7 +93,7 @@ TEST(StatusFace, ToolTipStandsWhollyInTheTitleOnLxqtAndInTheDescriptionOnBudgie)
   EXPECT_EQ(budgie.description, text("64% · On battery\nHealth: 93% (Good)\nCycles: 212"));
 }
 
-TEST(StatusFace, ToolTipIsEscapedWhereTheHostReadsMarkup) {
+TEST(StatusFace, EscapesTheToolTipWhereTheHostReadsMarkup) {
   auto shown = content();
   shown.toolTip = "a < b\nc & d";
   const auto xfce = face(StatusHost::Xfce, shown).toolTip;

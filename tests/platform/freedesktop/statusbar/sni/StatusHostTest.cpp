@@ -9,7 +9,7 @@ StatusHost hostOf(const char* process, const char* desktop = "") {
   return statusHostFor(QLatin1String(process), QLatin1String(desktop));
 }
 
-TEST(StatusHost, IsKnownByTheWatchersProcess) {
+TEST(StatusHost, FollowsFromTheWatchersProcess) {
   EXPECT_EQ(hostOf("panel-3-systray"), StatusHost::Xfce);
   EXPECT_EQ(hostOf("panel-12-systra"), StatusHost::Xfce);
   EXPECT_EQ(hostOf("lxqt-panel"), StatusHost::Lxqt);
@@ -21,19 +21,19 @@ TEST(StatusHost, IsKnownByTheWatchersProcess) {
   EXPECT_EQ(hostOf("waybar"), StatusHost::Waybar);
 }
 
-TEST(StatusHost, ProcessOutweighsTheDesktopsName) {
+TEST(StatusHost, ProcessTakesPrecedenceOverTheDesktopsName) {
   EXPECT_EQ(hostOf("waybar", "GNOME"), StatusHost::Waybar);
   EXPECT_EQ(hostOf("lxqt-panel", "XFCE"), StatusHost::Lxqt);
 }
 
-TEST(StatusHost, UnknownProcessIsJudgedByTheDesktop) {
+TEST(StatusHost, FollowsFromTheDesktopWhereTheProcessIsUnknown) {
   EXPECT_EQ(hostOf("something", "ubuntu:GNOME"), StatusHost::Gnome);
   EXPECT_EQ(hostOf("", "XFCE"), StatusHost::Xfce);
   EXPECT_EQ(hostOf("something", "Budgie:GNOME"), StatusHost::Budgie);
   EXPECT_EQ(hostOf("something", "Enlightenment"), StatusHost::Other);
 }
 
-TEST(StatusHost, XappsWatcherServesOtherDesktopsToo) {
+TEST(StatusHost, FollowsFromTheDesktopForXappsWatcher) {
   EXPECT_EQ(hostOf("xapp-sn-watcher", "MATE"), StatusHost::Mate);
   EXPECT_EQ(hostOf("xapp-sn-watcher", "X-Cinnamon"), StatusHost::Cinnamon);
 }

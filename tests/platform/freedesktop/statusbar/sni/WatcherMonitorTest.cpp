@@ -16,7 +16,7 @@ using test::RecordingWatcher;
 using test::waitFor;
 using Presence = WatcherMonitor::Presence;
 
-// The watcher is this test, which is no panel that the monitor knows: the desktop's name decides.
+// The watcher's process is this test, which is no known panel, so the desktop's name decides.
 class WatcherMonitorTest : public testing::Test {
  protected:
   void TearDown() override { qunsetenv("XDG_CURRENT_DESKTOP"); }
@@ -41,20 +41,20 @@ class WatcherMonitorTest : public testing::Test {
   int hosts_ = 0;
 };
 
-TEST_F(WatcherMonitorTest, KnowsNothingBeforeTheBusHasAnswered) {
+TEST_F(WatcherMonitorTest, IsNotYetKnownBeforeTheBusHasAnswered) {
   startWatcher();
   begin();
   EXPECT_EQ(monitor_->presence(), Presence::NotYetKnown);
   EXPECT_EQ(changes_, 0);
 }
 
-TEST_F(WatcherMonitorTest, SaysThatThereIsNoWatcher) {
+TEST_F(WatcherMonitorTest, IsAbsentWithoutAWatcher) {
   begin();
   ASSERT_TRUE(becomes(Presence::Absent));
   EXPECT_EQ(changes_, 1);
 }
 
-TEST_F(WatcherMonitorTest, SaysThatThereIsNoWatcherWithoutABus) {
+TEST_F(WatcherMonitorTest, IsAbsentWithoutABus) {
   bus_.stop();
   ASSERT_TRUE(waitFor([&] { return !ours_.isConnected(); }));
   begin();
@@ -62,7 +62,7 @@ TEST_F(WatcherMonitorTest, SaysThatThereIsNoWatcherWithoutABus) {
   EXPECT_TRUE(becomes(Presence::Absent));
 }
 
-TEST_F(WatcherMonitorTest, TellsWhoseWatcherItIs) {
+TEST_F(WatcherMonitorTest, IdentifiesTheHost) {
   qputenv("XDG_CURRENT_DESKTOP", "KDE");
   startWatcher();
   begin();
@@ -71,7 +71,7 @@ TEST_F(WatcherMonitorTest, TellsWhoseWatcherItIs) {
   EXPECT_EQ(changes_, 1);
 }
 
-TEST_F(WatcherMonitorTest, FollowsTheWatcher) {
+TEST_F(WatcherMonitorTest, FollowsAWatcherThatComesAndGoes) {
   begin();
   ASSERT_TRUE(becomes(Presence::Absent));
   startWatcher();
@@ -81,7 +81,7 @@ TEST_F(WatcherMonitorTest, FollowsTheWatcher) {
   EXPECT_EQ(changes_, 3);
 }
 
-TEST_F(WatcherMonitorTest, AnotherWatcherIsAChange) {
+TEST_F(WatcherMonitorTest, ReportsAReplacedWatcher) {
   startWatcher();
   begin();
   ASSERT_TRUE(becomes(Presence::Present));
@@ -103,7 +103,7 @@ TEST_F(WatcherMonitorTest, FindsTheWatcherOfARestartedBus) {
   EXPECT_TRUE(becomes(Presence::Present));
 }
 
-TEST_F(WatcherMonitorTest, PassesAPanelsArrivalOn) {
+TEST_F(WatcherMonitorTest, ReportsAPanelThatComesLater) {
   startWatcher();
   begin();
   ASSERT_TRUE(becomes(Presence::Present));
@@ -112,7 +112,7 @@ TEST_F(WatcherMonitorTest, PassesAPanelsArrivalOn) {
   EXPECT_EQ(changes_, 1);
 }
 
-TEST_F(WatcherMonitorTest, NoPanelArrivesWhereThereIsNoWatcher) {
+TEST_F(WatcherMonitorTest, IgnoresAPanelWithoutAWatcher) {
   begin();
   ASSERT_TRUE(becomes(Presence::Absent));
   const auto stranger = bus_.connect();

@@ -15,7 +15,7 @@ constexpr std::uint32_t kLight = 0xe0e8f0;
 
 class PanelColourTest : public testing::Test {
  protected:
-  /// As a window manager lists it.
+  /// Lists the window as a window manager does.
   xcb_window_t list(xcb_window_t window, const char* type) {
     panels.set(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {panels.atom(type)});
     listed.push_back(window);
@@ -29,7 +29,7 @@ class PanelColourTest : public testing::Test {
     panels.set(panels.root(), "_NET_CLIENT_LIST", XCB_ATOM_WINDOW, {});
   }
 
-  /// The colours are told apart by their upper four bits.
+  /// Compares the upper four bits of each channel.
   static void expectNear(const std::optional<QColor>& colour, std::uint32_t expected) {
     ASSERT_TRUE(colour);
     EXPECT_EQ(colour->rgb() & 0xf0f0f0, expected & 0xf0f0f0) << colour->name().toStdString();
@@ -46,7 +46,7 @@ TEST_F(PanelColourTest, IsAbsentWithoutAPanel) {
   EXPECT_EQ(panelColour(server), std::nullopt);
 }
 
-TEST_F(PanelColourTest, IsThatOfThePanelAtThePlace) {
+TEST_F(PanelColourTest, ComesFromThePanelAtThePlace) {
   panel(kTop, kDark);
   panel(kLeft, kLight);
   expectNear(panelColour(server, QPoint(300, 10)), kDark);
@@ -54,24 +54,24 @@ TEST_F(PanelColourTest, IsThatOfThePanelAtThePlace) {
   EXPECT_EQ(panelColour(server, QPoint(300, 300)), std::nullopt);
 }
 
-TEST_F(PanelColourTest, IsThatOfTheLargestWhereNoPlaceIsKnown) {
+TEST_F(PanelColourTest, ComesFromTheLargestPanelWithoutAPlace) {
   panel(kLeft, kLight);
   panel(kTop, kDark);
   expectNear(panelColour(server), kDark);
 }
 
-TEST_F(PanelColourTest, IsTheGroundsAndNotThatOfWhatStandsOnThePanel) {
+TEST_F(PanelColourTest, IsTheGroundsAndNotThatOfAnIcon) {
   panel(kTop, kDark);
   panels.window({10, 0, 200, 24}, kLight);
   expectNear(panelColour(server), kDark);
 }
 
-TEST_F(PanelColourTest, IsAbsentWhereThePanelReachesOverTheScreensEdge) {
+TEST_F(PanelColourTest, IsAbsentWhereThePanelExtendsBeyondTheScreen) {
   panel({0, 470, 640, 600}, kDark);
   EXPECT_EQ(panelColour(server), std::nullopt);
 }
 
-TEST_F(PanelColourTest, PassesOverAPanelThatIsGone) {
+TEST_F(PanelColourTest, IgnoresAPanelThatIsGone) {
   panel(kLeft, kLight);
   panels.destroy(panel(kTop, kDark));
   expectNear(panelColour(server), kLight);

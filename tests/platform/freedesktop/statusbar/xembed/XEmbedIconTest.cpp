@@ -34,7 +34,7 @@ bool hasText(const QImage& image) {
   return count > 30;
 }
 
-/// The most that this process has ever held, in KiB.
+/// The most memory that this process has ever held, in KiB.
 long peakMemory() {
   rusage usage{};
   ::getrusage(RUSAGE_SELF, &usage);
@@ -65,7 +65,7 @@ class XEmbedIconTest : public testing::Test {
   bool showsText() {
     return until([&] { return hasText(tray_->picture()); });
   }
-  void startTray(const FakeTray::Ways& ways) { tray_ = std::make_unique<FakeTray>(ways); }
+  void startTray(const FakeTray::Behaviour& ways) { tray_ = std::make_unique<FakeTray>(ways); }
 
   test::PrivateBus bus_;
   std::unique_ptr<FakeTray> tray_;
@@ -82,7 +82,7 @@ TEST_F(XEmbedIconTest, DocksWithSymbolAndTextWhereThereIsNoWatcher) {
   createItem();
   ASSERT_TRUE(showsText());
   EXPECT_GT(tray_->iconSize().width(), 3 * tray_->iconSize().height());
-  EXPECT_GT(pixelsOf(tray_->picture(), Qt::white), 300) << "the tray's ground is left as it is";
+  EXPECT_GT(pixelsOf(tray_->picture(), Qt::white), 300) << "the tray's ground stays visible";
 }
 
 TEST_F(XEmbedIconTest, IsLightOnADarkTray) {
@@ -92,7 +92,7 @@ TEST_F(XEmbedIconTest, IsLightOnADarkTray) {
   EXPECT_EQ(pixelsOf(tray_->picture(), kDarkInk), 0);
 }
 
-TEST_F(XEmbedIconTest, TakesTheTraysColourAndFollowsIt) {
+TEST_F(XEmbedIconTest, UsesTheTraysColourAndFollowsIt) {
   startTray({.alpha = true, .foreground = QColor(0x20, 0x40, 0x60)});
   createItem();
   ASSERT_TRUE(shows(QColor(0x20, 0x40, 0x60)));
@@ -140,7 +140,7 @@ TEST_F(XEmbedIconTest, ShowsTheSymbolAloneInATrayThatGivesASquare) {
   EXPECT_EQ(picture.pixelColor(29, 15), QColor(Qt::white));
 }
 
-TEST_F(XEmbedIconTest, DrawsNoMoreThanAnItemNeedsInATrayThatGivesFarTooMuch) {
+TEST_F(XEmbedIconTest, LimitsThePictureInATrayThatGivesAHugeSize) {
   startTray({});
   createItem();
   ASSERT_TRUE(showsText());
@@ -152,7 +152,7 @@ TEST_F(XEmbedIconTest, DrawsNoMoreThanAnItemNeedsInATrayThatGivesFarTooMuch) {
   EXPECT_LT(peakMemory() - before, 64 << 10) << "in KiB";
 }
 
-TEST_F(XEmbedIconTest, WaitsForATrayThatComesAfterIt) {
+TEST_F(XEmbedIconTest, DocksInATrayThatComesLater) {
   createItem();
   startTray({});
   EXPECT_TRUE(shows(kDarkInk));
@@ -167,7 +167,7 @@ TEST_F(XEmbedIconTest, DocksAgainInTheNextTray) {
   EXPECT_TRUE(shows(kLightInk));
 }
 
-TEST_F(XEmbedIconTest, HandsAClickOnWithItsPlace) {
+TEST_F(XEmbedIconTest, ReportsAClickWithItsPosition) {
   startTray({});
   createItem();
   ASSERT_TRUE(shows(kDarkInk));
@@ -179,10 +179,10 @@ TEST_F(XEmbedIconTest, HandsAClickOnWithItsPlace) {
   tray_->release(XCB_BUTTON_INDEX_2, {1, 2});
   tray_->release(XCB_BUTTON_INDEX_1, {7, 8});
   ASSERT_TRUE(until([&] { return clicks_.size() == 2; }));
-  EXPECT_EQ(clicks_[1].x, 7) << "the middle button means nothing";
+  EXPECT_EQ(clicks_[1].x, 7) << "the middle button does nothing";
 }
 
-TEST_F(XEmbedIconTest, OnXfceStandsInTheTrayAndNotOnTheBus) {
+TEST_F(XEmbedIconTest, IsInTheTrayAndNotOnTheBusOnXfce) {
   const RecordingWatcher watcher(bus_.connect());
   startTray({});
   createItem("XFCE");
@@ -190,14 +190,14 @@ TEST_F(XEmbedIconTest, OnXfceStandsInTheTrayAndNotOnTheBus) {
   EXPECT_TRUE(watcher.items.isEmpty());
 }
 
-TEST_F(XEmbedIconTest, OnXfceGoesOnTheBusWhenTheTrayDoesNotAnswer) {
+TEST_F(XEmbedIconTest, MovesToTheBusOnXfceWhenTheTrayDoesNotAnswer) {
   const RecordingWatcher watcher(bus_.connect());
   startTray({.deaf = true});
   createItem("XFCE");
   EXPECT_TRUE(until([&] { return watcher.items.size() == 1; }));
 }
 
-TEST_F(XEmbedIconTest, OnXfceGoesOnTheBusWhenTheTrayGoes) {
+TEST_F(XEmbedIconTest, MovesToTheBusOnXfceWhenTheTrayEnds) {
   const RecordingWatcher watcher(bus_.connect());
   startTray({});
   createItem("XFCE");
@@ -206,7 +206,7 @@ TEST_F(XEmbedIconTest, OnXfceGoesOnTheBusWhenTheTrayGoes) {
   EXPECT_TRUE(until([&] { return !watcher.items.isEmpty(); }));
 }
 
-TEST_F(XEmbedIconTest, ElsewhereGoesOnTheBusEvenIfThereIsATray) {
+TEST_F(XEmbedIconTest, IsOnTheBusOnOtherDesktopsInSpiteOfATray) {
   const RecordingWatcher watcher(bus_.connect());
   startTray({});
   createItem("LXQt");

@@ -1,11 +1,11 @@
+#include "platform/freedesktop/statusbar/FreedesktopStatusBar.h"
+
 #include <gtest/gtest.h>
 
-#include <QDBusConnectionInterface>
 #include <QDBusObjectPath>
 #include <QTemporaryDir>
 #include <memory>
 
-#include "platform/freedesktop/statusbar/FreedesktopStatusBar.h"
 #include "platform/freedesktop/statusbar/sni/SniTypes.h"
 #include "support/PrivateBus.h"
 #include "support/RecordingWatcher.h"
@@ -23,8 +23,8 @@ StatusItemContent content() {
 
 QString text(const char* utf8) { return QString::fromUtf8(utf8); }
 
-// Which host the item believes in: the watcher is this test, so the desktop's name decides.
-class StatusNotifierItemTest : public testing::Test {
+// The watcher's process is this test, which is no known panel, so the desktop's name decides.
+class FreedesktopStatusBarTest : public testing::Test {
  protected:
   void SetUp() override { registerSniTypes(); }
   void TearDown() override { qunsetenv("XDG_CURRENT_DESKTOP"); }
@@ -57,7 +57,7 @@ class StatusNotifierItemTest : public testing::Test {
   int quits_ = 0;
 };
 
-TEST_F(StatusNotifierItemTest, RegistersItsUniqueName) {
+TEST_F(FreedesktopStatusBarTest, RegistersItsUniqueName) {
   startWatcher();
   createItem();
   ASSERT_TRUE(registered());
@@ -65,14 +65,14 @@ TEST_F(StatusNotifierItemTest, RegistersItsUniqueName) {
   EXPECT_EQ(host()->property("Id"), text("org.tollbeam.Tollbeam"));
 }
 
-TEST_F(StatusNotifierItemTest, WaitsForAWatcherThatComesAfterIt) {
+TEST_F(FreedesktopStatusBarTest, RegistersWithAWatcherThatComesLater) {
   createItem();
   startWatcher();
   ASSERT_TRUE(registered());
   EXPECT_EQ(host()->property("Status"), text("Active"));
 }
 
-TEST_F(StatusNotifierItemTest, RegistersAgainOnARestartedBus) {
+TEST_F(FreedesktopStatusBarTest, RegistersAgainOnARestartedBus) {
   startWatcher();
   createItem();
   ASSERT_TRUE(registered());
@@ -84,7 +84,7 @@ TEST_F(StatusNotifierItemTest, RegistersAgainOnARestartedBus) {
   EXPECT_EQ(host()->property("Id"), text("org.tollbeam.Tollbeam"));
 }
 
-TEST_F(StatusNotifierItemTest, RegistersWithTheNextWatcherToo) {
+TEST_F(FreedesktopStatusBarTest, RegistersWithTheNextWatcher) {
   startWatcher();
   createItem();
   ASSERT_TRUE(registered());
@@ -94,7 +94,7 @@ TEST_F(StatusNotifierItemTest, RegistersWithTheNextWatcherToo) {
   EXPECT_EQ(host()->property("Status"), text("Active"));
 }
 
-TEST_F(StatusNotifierItemTest, RegistersAgainWhenAPanelComesToAnOldWatcher) {
+TEST_F(FreedesktopStatusBarTest, RegistersAgainWhenAPanelComesToAnOldWatcher) {
   startWatcher();
   createItem();
   ASSERT_TRUE(registered());
@@ -103,7 +103,7 @@ TEST_F(StatusNotifierItemTest, RegistersAgainWhenAPanelComesToAnOldWatcher) {
   EXPECT_EQ(watcher_->items.at(0), watcher_->items.at(1)) << "the same item, not a second one";
 }
 
-TEST_F(StatusNotifierItemTest, LeavesTheBusWithItsOwner) {
+TEST_F(FreedesktopStatusBarTest, LeavesTheBusWhenDestroyed) {
   startWatcher();
   createItem();
   ASSERT_TRUE(registered());
@@ -112,7 +112,7 @@ TEST_F(StatusNotifierItemTest, LeavesTheBusWithItsOwner) {
   EXPECT_TRUE(waitFor([&] { return !panel->property("Id").has_value(); }));
 }
 
-TEST_F(StatusNotifierItemTest, OutlivesABusWithoutAWatcher) {
+TEST_F(FreedesktopStatusBarTest, ShowsContentThatWasSetBeforeTheWatcherCame) {
   createItem();
   auto shown = content();
   shown.toolTip = "65%";
@@ -122,7 +122,7 @@ TEST_F(StatusNotifierItemTest, OutlivesABusWithoutAWatcher) {
   EXPECT_EQ(qdbus_cast<SniToolTip>(*host()->property("ToolTip")).title, text("65%"));
 }
 
-TEST_F(StatusNotifierItemTest, SaysWhatItIs) {
+TEST_F(FreedesktopStatusBarTest, HasTheStandardsProperties) {
   startWatcher();
   createItem();
   ASSERT_TRUE(registered());
@@ -145,7 +145,7 @@ TEST_F(StatusNotifierItemTest, SaysWhatItIs) {
   EXPECT_EQ(toolTip.description, text("Cycles: 212"));
 }
 
-TEST_F(StatusNotifierItemTest, TellsOnlyWhatChanged) {
+TEST_F(FreedesktopStatusBarTest, AnnouncesOnlyWhatChanged) {
   startWatcher();
   createItem("GNOME");
   ASSERT_TRUE(registered());
@@ -156,25 +156,25 @@ TEST_F(StatusNotifierItemTest, TellsOnlyWhatChanged) {
   auto shown = content();
   shown.title = " 63% · 3:45";
   item_->setContent(shown);
-  ASSERT_TRUE(waitFor([&] { return !panel->heard.isEmpty(); }));
-  EXPECT_EQ(panel->heard, QStringList(text("NewLabel")));
+  ASSERT_TRUE(waitFor([&] { return !panel->signalNames.isEmpty(); }));
+  EXPECT_EQ(panel->signalNames, QStringList(text("XAyatanaNewLabel")));
 
-  panel->heard.clear();
+  panel->signalNames.clear();
   shown.toolTip = "63% · On battery\nCycles: 212";
   item_->setContent(shown);
-  ASSERT_TRUE(waitFor([&] { return panel->heard.size() >= 2; }));
-  panel->heard.sort();
-  EXPECT_EQ(panel->heard, QStringList({text("LayoutUpdated"), text("NewToolTip")}));
+  ASSERT_TRUE(waitFor([&] { return panel->signalNames.size() >= 2; }));
+  panel->signalNames.sort();
+  EXPECT_EQ(panel->signalNames, QStringList({text("LayoutUpdated"), text("NewToolTip")}));
 
-  panel->heard.clear();
+  panel->signalNames.clear();
   shown.symbolNames = {"battery.50"};
   item_->setContent(shown);
-  ASSERT_TRUE(waitFor([&] { return !panel->heard.isEmpty(); }));
-  EXPECT_EQ(panel->heard, QStringList(text("NewIcon")));
+  ASSERT_TRUE(waitFor([&] { return !panel->signalNames.isEmpty(); }));
+  EXPECT_EQ(panel->signalNames, QStringList(text("NewIcon")));
   EXPECT_EQ(panel->property("IconName"), text("tollbeam-battery-50-symbolic"));
 }
 
-TEST_F(StatusNotifierItemTest, HandsAClickOnWithItsPlace) {
+TEST_F(FreedesktopStatusBarTest, ReportsAClickWithItsPosition) {
   startWatcher();
   createItem();
   ASSERT_TRUE(registered());
@@ -192,7 +192,7 @@ TEST_F(StatusNotifierItemTest, HandsAClickOnWithItsPlace) {
   EXPECT_TRUE(waitFor([&] { return clicks_.size() == 2; }));
 }
 
-TEST_F(StatusNotifierItemTest, DistrustsAPlaceThatTheHostGetsWrong) {
+TEST_F(FreedesktopStatusBarTest, ReportsNoPositionWhereTheHostsIsWrong) {
   startWatcher();
   createItem("MATE");
   ASSERT_TRUE(registered());
@@ -202,7 +202,7 @@ TEST_F(StatusNotifierItemTest, DistrustsAPlaceThatTheHostGetsWrong) {
   EXPECT_FALSE(clicks_[0].known);
 }
 
-TEST_F(StatusNotifierItemTest, MenuOffersOpenStatusSettingsAndQuit) {
+TEST_F(FreedesktopStatusBarTest, MenuOffersOpenStatusSettingsAndQuit) {
   startWatcher();
   createItem();
   ASSERT_TRUE(registered());
@@ -212,9 +212,10 @@ TEST_F(StatusNotifierItemTest, MenuOffersOpenStatusSettingsAndQuit) {
   EXPECT_EQ(root.properties.value(text("children-display")), text("submenu"));
   QStringList labels;
   for (const auto& child : root.children) {
-    const auto label = child.properties.value(text("label")).toString();
-    const bool enabled = child.properties.value(text("enabled"), true).toBool();
-    labels << (label.isEmpty() ? child.properties.value(text("type")).toString()
+    const auto properties = qdbus_cast<DBusMenuNode>(child.variant()).properties;
+    const auto label = properties.value(text("label")).toString();
+    const bool enabled = properties.value(text("enabled"), true).toBool();
+    labels << (label.isEmpty() ? properties.value(text("type")).toString()
                : enabled       ? label
                                : text("(%1)").arg(label));
   }
@@ -223,7 +224,7 @@ TEST_F(StatusNotifierItemTest, MenuOffersOpenStatusSettingsAndQuit) {
                                  text("separator"), text("Settings"), text("Quit")}));
 }
 
-TEST_F(StatusNotifierItemTest, MenuChoicesBecomeActions) {
+TEST_F(FreedesktopStatusBarTest, MenuChoicesCallTheirActions) {
   startWatcher();
   createItem();
   ASSERT_TRUE(registered());
@@ -232,17 +233,18 @@ TEST_F(StatusNotifierItemTest, MenuChoicesBecomeActions) {
   ASSERT_TRUE(layout && layout->size() == 2);
   const auto choose = [&](const char* label) {
     for (const auto& child : qdbus_cast<DBusMenuNode>(layout->at(1)).children) {
-      if (child.properties.value(text("label")) == text(label))
+      const auto entry = qdbus_cast<DBusMenuNode>(child.variant());
+      if (entry.properties.value(text("label")) == text(label))
         return panel
             ->menu("Event",
-                   {child.id, text("clicked"), QVariant::fromValue(QDBusVariant(QString())), 0U})
+                   {entry.id, text("clicked"), QVariant::fromValue(QDBusVariant(QString())), 0U})
             .has_value();
     }
     return false;
   };
   EXPECT_TRUE(choose("Settings"));
   EXPECT_TRUE(waitFor([&] { return settings_ == 1; }));
-  EXPECT_TRUE(choose("Cycles: 212")) << "disabled: heard and ignored";
+  EXPECT_TRUE(choose("Cycles: 212")) << "disabled: received and ignored";
   EXPECT_TRUE(choose("Open Tollbeam"));
   EXPECT_TRUE(waitFor([&] { return clicks_.size() == 1; }));
   EXPECT_TRUE(choose("Quit"));
@@ -251,13 +253,13 @@ TEST_F(StatusNotifierItemTest, MenuChoicesBecomeActions) {
   EXPECT_EQ(clicks_.size(), 1U);
 }
 
-TEST_F(StatusNotifierItemTest, MenuAnswersGroupedCalls) {
+TEST_F(FreedesktopStatusBarTest, MenuAnswersGroupedCalls) {
   startWatcher();
   createItem();
   ASSERT_TRUE(registered());
   const auto panel = host();
-  const DBusMenuEvents events{{4, text("clicked"), QString(), 0},
-                              {77, text("clicked"), QString(), 0}};
+  const DBusMenuEvents events{{4, text("clicked"), QDBusVariant(QString()), 0},
+                              {77, text("clicked"), QDBusVariant(QString()), 0}};
   const auto unknown = panel->menu("EventGroup", {QVariant::fromValue(events)});
   ASSERT_TRUE(unknown && unknown->size() == 1);
   EXPECT_EQ(qdbus_cast<QList<int>>(unknown->front()), QList<int>{77});
