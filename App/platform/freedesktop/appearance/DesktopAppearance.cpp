@@ -1,6 +1,7 @@
 #include "platform/freedesktop/appearance/DesktopAppearance.h"
 
 #include <QApplication>
+#include <QStyle>
 #include <utility>
 
 #include "platform/freedesktop/appearance/DesktopFont.h"
@@ -9,13 +10,32 @@
 namespace tollbeam {
 namespace {
 
-QStringList namespaces() {
-  return {
-      QStringLiteral("org.freedesktop.appearance"), QStringLiteral("org.gnome.desktop.interface"),
-      QStringLiteral("org.gnome.desktop.a11y.interface"), QStringLiteral("org.kde.kdeglobals.KDE")};
+// Whether the palette is the style's own, as it is without a theme. Compared by colours: the
+// palettes differ in which roles they mark as set.
+bool isStylesOwn(const QPalette& palette) {
+  const QPalette own = QApplication::style()->standardPalette();
+  for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+    for (int role = 0; role < QPalette::NColorRoles; ++role) {
+      const auto r = static_cast<QPalette::ColorRole>(role);
+      if (r != QPalette::NoRole && palette.color(group, r) != own.color(group, r)) return false;
+    }
+  }
+  return true;
+}
+
+// Whether the font is the one that Qt uses on X11 and Wayland without a theme.
+bool isQtsOwn(const QFont& font) {
+  return (font.family() == QLatin1String("Sans Serif") || font.family() == QLatin1String("Sans")) &&
+         font.pointSizeF() == 9;
 }
 
 }  // namespace
+
+ToolkitTheme ToolkitTheme::ofApplication() {
+  const bool colours = !isStylesOwn(QApplication::palette());
+  // One that brings colours is a whole theme: the user may have chosen Qt's own font there.
+  return {.bringsColours = colours, .bringsFont = colours || !isQtsOwn(QApplication::font())};
+}
 
 DesktopAppearance::DesktopAppearance(Bus& sessionBus)
     : DesktopAppearance(sessionBus,
@@ -25,27 +45,36 @@ DesktopAppearance::DesktopAppearance(Bus& sessionBus)
 DesktopAppearance::DesktopAppearance(Bus& sessionBus, Activation activation, ToolkitTheme theme)
     : theme_(theme),
       usualFont_(QApplication::font()),
-      portal_(sessionBus, namespaces(), activation) {
+      portal_(sessionBus,
+              {QStringLiteral("org.freedesktop.appearance"),
+               QStringLiteral("org.gnome.desktop.interface"),
+               QStringLiteral("org.gnome.desktop.a11y.interface"),
+               QStringLiteral("org.kde.kdeglobals.KDE")},
+              activation) {
   connect(&portal_, &PortalSettings::changed, this, &DesktopAppearance::follow);
   if (const auto server = XServer::ofApplication()) {
     daemon_.emplace(*server);
     connect(&*daemon_, &XSettingsWatch::changed, this, &DesktopAppearance::follow);
   }
-  look_ = lookOf(portal_.settings(), daemon_ ? daemon_->settings() : Dictionary());
-  dress();
+  look_ = currentLook();
+  apply();
+}
+
+Look DesktopAppearance::currentLook() const {
+  return lookOf(portal_.settings(), daemon_ ? daemon_->settings() : Dictionary());
 }
 
 void DesktopAppearance::follow() {
-  auto look = lookOf(portal_.settings(), daemon_ ? daemon_->settings() : Dictionary());
+  auto look = currentLook();
   if (look == look_) return;
-  // First, because views that repaint in the new colours ask for the rest.
+  // Before the palette: views that repaint in the new colours also read the contrast.
   look_ = std::move(look);
-  dress();
+  apply();
   observers_.notify();
 }
 
-void DesktopAppearance::dress() {
-  // Either costs every window a repaint and a new layout.
+void DesktopAppearance::apply() const {
+  // Setting either costs every window a repaint and a new layout.
   if (!theme_.bringsColours) {
     const QPalette palette = desktopPalette(look_);
     if (palette != QApplication::palette()) QApplication::setPalette(palette);

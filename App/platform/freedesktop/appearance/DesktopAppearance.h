@@ -1,9 +1,9 @@
-// The desktop's wishes for a program's look, carried out: our palette and font follow it while we
-// run, unless Qt follows it by itself; more contrast and no animations are passed on.
+// Applies the desktop's preferences for a program's look: the palette and the font follow it while
+// the program runs, unless Qt follows it by itself; contrast and animations are passed on.
 //
 // Build it after the application and before the first window. It listens to the settings portal
-// and, on X11, to the settings daemon. Both may be missing, come later and start anew; nothing here
-// waits for either. Main thread only.
+// and, on X11, to the settings daemon. Both may be missing, come later and restart; it waits for
+// neither. Main thread only.
 #pragma once
 
 #include <QFont>
@@ -13,15 +13,25 @@
 #include "platform/Appearance.h"
 #include "platform/freedesktop/appearance/LiveScale.h"
 #include "platform/freedesktop/appearance/PortalSettings.h"
-#include "platform/freedesktop/appearance/ToolkitTheme.h"
 #include "platform/freedesktop/appearance/XSettingsWatch.h"
 #include "platform/freedesktop/appearance/readings/Look.h"
 
 namespace tollbeam {
 
-class DesktopAppearance final : public QObject, public Appearance {
-  Q_OBJECT
+/// What Qt takes from the desktop by itself. Its theme plugins (Plasma's, LXQt's, qt6ct, GTK's) and
+/// its own reading of KDE's files bring colours, a font, or both, and follow changes. Without one
+/// Qt shows the light colours of its style and a font of its own, whatever the desktop's settings
+/// are.
+struct ToolkitTheme {
+  bool bringsColours = false;
+  bool bringsFont = false;
 
+  /// Call it before anything has set the application's palette or font: Qt does not name its theme,
+  /// but a theme shows in what differs from the defaults.
+  [[nodiscard]] static ToolkitTheme ofApplication();
+};
+
+class DesktopAppearance final : public QObject, public Appearance {
  public:
   /// `sessionBus` outlives this object.
   explicit DesktopAppearance(Bus& sessionBus);
@@ -34,8 +44,9 @@ class DesktopAppearance final : public QObject, public Appearance {
   }
 
  private:
+  [[nodiscard]] Look currentLook() const;
   void follow();
-  void dress();
+  void apply() const;
 
   const ToolkitTheme theme_;
   const QFont usualFont_;

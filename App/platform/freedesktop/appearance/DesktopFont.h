@@ -7,7 +7,7 @@
 
 namespace tollbeam {
 
-/// What the look does not say is as in `usual`; its larger text counts for both.
+/// What the look does not name is taken from `usual`; its text scale applies to both.
 [[nodiscard]] QFont desktopFont(const Look& look, const QFont& usual);
 
 }  // namespace tollbeam

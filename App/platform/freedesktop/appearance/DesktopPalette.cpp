@@ -18,7 +18,7 @@ const QColor kOnDark(0xff, 0xff, 0xff);
 const QColor kOnLight(0x0e, 0x11, 0x16);
 const QColor kVisited(0x9b, 0x4d, 0xca);
 
-/// `share` of `b` in `a`: 0 to 1.
+// `share` (0 to 1) of `b`, the rest `a`.
 QColor mix(const QColor& a, const QColor& b, double share) { return mixed(b, a, share); }
 
 QColor onColour(const QColor& ground) {
@@ -40,8 +40,8 @@ Ground groundOf(const Look& look) {
   return ground;
 }
 
-// What is drawn around and between: lighter and darker than a button, which is itself a little
-// apart from the window.
+// Edges and shadows are lighter and darker than a button, which itself differs a little from the
+// window.
 void setRelief(QPalette& palette, const Ground& ground, const Look& look) {
   const bool dark = look.scheme == ColourScheme::dark;
   const double strength = look.highContrast ? 2 : 1;
@@ -77,28 +77,29 @@ void setDisabled(QPalette& palette, const Ground& ground, const Look& look) {
 QPalette desktopPalette(const Look& look) {
   const Ground ground = groundOf(look);
   const double ratio = look.highContrast ? kHighContrast : kTextContrast;
-  const auto seen = [&](const QColor& colour) {
+  const auto onBase = [&](const QColor& colour) {
     return readable(colour, ground.text, ground.base, ratio);
   };
   QPalette palette;
-  // For all groups; the inactive one stays like this, since a status utility's windows are often
-  // looked at while another window has the keyboard.
-  palette.setColor(QPalette::Window, ground.window);
-  palette.setColor(QPalette::WindowText, ground.text);
-  palette.setColor(QPalette::Base, ground.base);
-  palette.setColor(QPalette::AlternateBase, mix(ground.base, ground.text, 0.04));
-  palette.setColor(QPalette::Text, ground.text);
-  palette.setColor(QPalette::PlaceholderText, seen(mix(ground.text, ground.base, 0.45)));
-  palette.setColor(QPalette::ButtonText, ground.text);
-  palette.setColor(QPalette::BrightText, Qt::white);
-  palette.setColor(QPalette::ToolTipBase, ground.base);
-  palette.setColor(QPalette::ToolTipText, ground.text);
-  palette.setColor(QPalette::Highlight, ground.highlight);
-  palette.setColor(QPalette::HighlightedText, onColour(ground.highlight));
-  palette.setColor(QPalette::Link, seen(ground.highlight));
-  palette.setColor(QPalette::LinkVisited, seen(mix(ground.highlight, kVisited, 0.6)));
+  const auto set = [&palette](std::initializer_list<QPalette::ColorRole> roles,
+                              const QColor& colour) {
+    for (const auto role : roles) palette.setColor(role, colour);
+  };
+  // For all groups. The inactive one stays like this: a status utility's windows are often read
+  // while another window has the keyboard.
+  set({QPalette::Window}, ground.window);
+  set({QPalette::Base, QPalette::ToolTipBase}, ground.base);
+  set({QPalette::AlternateBase}, mix(ground.base, ground.text, 0.04));
+  set({QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText},
+      ground.text);
+  set({QPalette::PlaceholderText}, onBase(mix(ground.text, ground.base, 0.45)));
+  set({QPalette::BrightText}, Qt::white);
+  set({QPalette::Highlight}, ground.highlight);
+  set({QPalette::HighlightedText}, onColour(ground.highlight));
+  set({QPalette::Link}, onBase(ground.highlight));
+  set({QPalette::LinkVisited}, onBase(mix(ground.highlight, kVisited, 0.6)));
 #if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
-  palette.setColor(QPalette::Accent, ground.highlight);
+  set({QPalette::Accent}, ground.highlight);
 #endif
   setRelief(palette, ground, look);
   setDisabled(palette, ground, look);

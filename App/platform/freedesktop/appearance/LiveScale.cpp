@@ -9,18 +9,15 @@
 namespace tollbeam {
 namespace {
 
-// Another size than any window's: the store is made anew when the window is painted next, in the
-// pixels of then.
-constexpr QSize kOutdated(1, 1);
-
 void renew(QWidget& window) {
   auto* store = window.backingStore();
   if (store == nullptr) return;
   const bool shown = window.isVisible();
   // A window gets its size in dots when it appears.
   window.hide();
-  store->resize(kOutdated);
-  // A popover has its place and its clicks from whoever opens it.
+  // No window has this size, so the next painting makes the store anew, at the new scale.
+  store->resize(QSize(1, 1));
+  // A popover gets its place and its clicks from the code that opens it.
   if (shown && window.windowType() == Qt::Window) window.show();
 }
 
@@ -37,7 +34,7 @@ void LiveScale::watch(QScreen* screen) {
     *ratio = screen->devicePixelRatio();
     for (auto* window : QApplication::topLevelWidgets()) renew(*window);
   };
-  // Which of the two comes with a new ratio depends on the version of Qt.
+  // Which of the two reports a new ratio depends on the version of Qt.
   connect(screen, &QScreen::logicalDotsPerInchChanged, this, follow);
   connect(screen, &QScreen::geometryChanged, this, follow);
 }

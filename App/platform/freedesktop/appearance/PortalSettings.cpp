@@ -3,8 +3,6 @@
 #include <QDBusArgument>
 #include <QDBusPendingCallWatcher>
 #include <QVariantMap>
-#include <algorithm>
-#include <array>
 #include <limits>
 #include <utility>
 
@@ -16,21 +14,17 @@ namespace {
 const QString kService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString kPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString kInterface = QStringLiteral("org.freedesktop.portal.Settings");
-const QString kSignatureOfAll = QStringLiteral("a{sa{sv}}");
 
-// A portal that starts asks its own helpers first, which may take long; a call that never ends by
-// itself ends when the portal leaves the bus.
+// A portal that starts asks its own helpers first, which may take long; a call without a time limit
+// ends when the portal leaves the bus.
 constexpr int kNever = std::numeric_limits<int>::max();
 
-// Portals that hang and hand their name on would keep any number of questions open.
+// Portals that hang and pass their name on would keep any number of questions open.
 constexpr int kMostOpen = 4;
-
-constexpr std::array<std::string_view, 3> kDesktopsOfPortals{"GNOME", "Pantheon", "COSMIC"};
 
 Dictionary settingsOf(const QDBusMessage& answer) {
   Dictionary settings;
-  if (answer.type() != QDBusMessage::ReplyMessage || answer.signature() != kSignatureOfAll)
-    return settings;
+  if (answer.signature() != QStringLiteral("a{sa{sv}}")) return settings;
   const auto all =
       qdbus_cast<QMap<QString, QVariantMap>>(answer.arguments().first().value<QDBusArgument>());
   for (auto group = all.cbegin(); group != all.cend(); ++group) {
@@ -46,22 +40,20 @@ Dictionary settingsOf(const QDBusMessage& answer) {
 }  // namespace
 
 Activation portalActivationOn(std::string_view currentDesktop) {
-  while (!currentDesktop.empty()) {
-    const auto end = std::min(currentDesktop.find(':'), currentDesktop.size());
-    const auto name = currentDesktop.substr(0, end);
-    if (std::find(kDesktopsOfPortals.begin(), kDesktopsOfPortals.end(), name) !=
-        kDesktopsOfPortals.end())
-      return Activation::allowed;
-    currentDesktop.remove_prefix(std::min(end + 1, currentDesktop.size()));
+  const auto names = QLatin1String(currentDesktop.data(), qsizetype(currentDesktop.size()));
+  for (const auto& name : QString(names).split(QLatin1Char(':'))) {
+    for (const char* desktop : {"GNOME", "Pantheon", "COSMIC"}) {
+      if (name == QLatin1String(desktop)) return Activation::allowed;
+    }
   }
   return Activation::forbidden;
 }
 
 PortalSettings::PortalSettings(Bus& bus, QStringList namespaces, Activation activation)
     : bus_(bus), namespaces_(std::move(namespaces)), owner_(bus_, kService, activation) {
-  // A slot whose parameters Qt does not know by name yet is never connected.
+  // Qt connects no slot with parameters whose names it does not know yet.
   qRegisterMetaType<QDBusVariant>();
-  // The rules name the namespaces, so that the bus wakes us for nothing else.
+  // The rules name the namespaces, so that no other signal wakes the program.
   for (const auto& group : namespaces_) {
     bus_.listen(kPath, kInterface, QStringLiteral("SettingChanged"), {group}, this,
                 SLOT(onSettingChanged(QString, QString, QDBusVariant, QDBusMessage)));
@@ -74,63 +66,52 @@ PortalSettings::PortalSettings(Bus& bus, QStringList namespaces, Activation acti
 void PortalSettings::ask() {
   const int question = ++question_;
   asking_ = true;
-  heard_.clear();
+  changes_.clear();
   unsent_ = open_ == kMostOpen;
   if (unsent_) return;
   ++open_;
   auto call =
       QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("ReadAll"));
   call << namespaces_;
-  // One that has gone meanwhile is not started for this.
+  // A portal that has gone meanwhile is not started for this.
   call.setAutoStartService(false);
   auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call, kNever), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this,
-          [this, question](QDBusPendingCallWatcher* finished) {
-            finished->deleteLater();
-            --open_;
-            if (question == question_) {
-              take(finished->reply());
-            } else if (unsent_) {
-              ask();
-            }
-          });
+  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, question, watcher] {
+    watcher->deleteLater();
+    --open_;
+    if (question == question_)
+      take(watcher->reply());
+    else if (unsent_)
+      ask();
+  });
 }
 
 void PortalSettings::take(const QDBusMessage& answer) {
   asking_ = false;
-  const auto heard = std::exchange(heard_, {});
-  if (answer.type() != QDBusMessage::ReplyMessage) return;
-  auto settings = settingsOf(answer);
-  for (const auto& news : heard) apply(news, settings);
-  store(std::move(settings));
+  const auto changes = std::exchange(changes_, {});
+  if (answer.type() == QDBusMessage::ReplyMessage) store(settingsOf(answer), changes);
 }
 
 void PortalSettings::onSettingChanged(const QString& group, const QString& key,
                                       const QDBusVariant& value, const QDBusMessage& message) {
   if (!owner_.sent(message)) return;
-  const News news{group.toStdString(), key.toStdString(), valueFromBus(value.variant())};
-  if (asking_) {
-    std::erase_if(heard_, [&news](const News& earlier) {
-      return earlier.group == news.group && earlier.key == news.key;
-    });
-    heard_.push_back(news);
-  } else {
-    auto settings = settings_;
-    apply(news, settings);
-    store(std::move(settings));
+  const auto setting = std::pair(group.toStdString(), key.toStdString());
+  if (asking_)
+    changes_[setting] = valueFromBus(value.variant());
+  else
+    store(settings_, {{setting, valueFromBus(value.variant())}});
+}
+
+void PortalSettings::store(Dictionary settings, const Changes& changes) {
+  for (const auto& [setting, value] : changes) {
+    const auto& [group, key] = setting;
+    const Value* known = find(settings, group);
+    Dictionary keys;
+    if (known != nullptr && known->dictionary() != nullptr) keys = *known->dictionary();
+    keys.erase(key);
+    if (value) keys.emplace(key, *value);
+    settings.insert_or_assign(group, Value(std::move(keys)));
   }
-}
-
-void PortalSettings::apply(const News& news, Dictionary& settings) {
-  const Value* known = find(settings, news.group);
-  Dictionary keys;
-  if (known != nullptr && known->dictionary() != nullptr) keys = *known->dictionary();
-  keys.erase(news.key);
-  if (news.value) keys.emplace(news.key, *news.value);
-  settings.insert_or_assign(news.group, Value(std::move(keys)));
-}
-
-void PortalSettings::store(Dictionary settings) {
   if (settings == settings_) return;
   settings_ = std::move(settings);
   Q_EMIT changed();

@@ -1,6 +1,6 @@
 // The desktop's settings as its portal gives them (org.freedesktop.portal.Settings), kept up to
-// date. What the last portal said holds until another one answers, so that its restart does not
-// make programs flicker. Never blocks. Main thread only.
+// date. They are kept until another portal answers, so that a restart does not make programs
+// flicker. Never blocks. Main thread only.
 #pragma once
 
 #include <QDBusMessage>
@@ -8,8 +8,11 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <map>
+#include <optional>
+#include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 #include "platform/freedesktop/bus/ServiceOwner.h"
 #include "values/Value.h"
@@ -17,9 +20,9 @@
 namespace tollbeam {
 
 /// Whether a portal that does not run may be started. With its helpers it takes tens of megabytes,
-/// which a battery reminder is not to cost a desktop that does without. Allowed on the desktops
-/// that announce their colours through the portal alone: there it is part of the desktop, and only
-/// not started yet. `currentDesktop` as $XDG_CURRENT_DESKTOP has it.
+/// too much on a desktop that does without. Allowed on the desktops that publish their colours
+/// through the portal alone: there it is part of the desktop, and only not started yet.
+/// `currentDesktop` as in $XDG_CURRENT_DESKTOP.
 [[nodiscard]] Activation portalActivationOn(std::string_view currentDesktop);
 
 class PortalSettings : public QObject {
@@ -40,29 +43,25 @@ class PortalSettings : public QObject {
                         const QDBusMessage& message);
 
  private:
-  struct News {
-    std::string group;
-    std::string key;
-    std::optional<Value> value;
-  };
+  /// A setting's new value by its namespace and key; absent when it is of an unknown kind.
+  using Changes = std::map<std::pair<std::string, std::string>, std::optional<Value>>;
 
   void ask();
   void take(const QDBusMessage& answer);
-  static void apply(const News& news, Dictionary& settings);
-  void store(Dictionary settings);
+  void store(Dictionary settings, const Changes& changes);
 
   Bus& bus_;
   const QStringList namespaces_;
   Dictionary settings_;
   ServiceOwner owner_;
   int question_ = 0;
-  /// Questions without an answer; those to earlier owners count, too.
+  /// Questions without an answer, including those to earlier owners.
   int open_ = 0;
-  /// The newest one waits for another to end.
+  /// The newest question is sent when another has ended.
   bool unsent_ = false;
   bool asking_ = false;
-  /// The newest of each key while a question is open: the answer may have been collected before.
-  std::vector<News> heard_;
+  /// Received while a question is open: the answer may have been collected before.
+  Changes changes_;
 };
 
 }  // namespace tollbeam

@@ -4,9 +4,8 @@
 
 namespace tollbeam {
 
-XSettingsWatch::XSettingsWatch(const XServer& server, QObject* parent)
-    : QObject(parent),
-      server_(server),
+XSettingsWatch::XSettingsWatch(const XServer& server)
+    : server_(server),
       property_(server_.atom("_XSETTINGS_SETTINGS")),
       daemon_(server_, "_XSETTINGS_S") {
   connect(&daemon_, &ManagerSelection::ownerChanged, this, &XSettingsWatch::read);
@@ -19,7 +18,7 @@ XSettingsWatch::XSettingsWatch(const XServer& server, QObject* parent)
 void XSettingsWatch::read() {
   if (daemon_.window() == XCB_WINDOW_NONE) return;
   const auto bytes = server_.bytes(daemon_.window(), property_);
-  // A daemon that has just come has not written them yet, and tells when it has.
+  // A daemon that has just come publishes them later, which changes the property.
   if (!bytes) return;
   auto settings = decodeXSettings(*bytes);
   if (!settings || *settings == settings_) return;

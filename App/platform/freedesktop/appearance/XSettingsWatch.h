@@ -1,6 +1,5 @@
-// The settings of an X11 desktop's settings daemon, kept up to date. What the last daemon said
-// holds until another one speaks, so that its restart does not make programs flicker. Main thread
-// only.
+// The settings of an X11 desktop's settings daemon, kept up to date. They are kept until another
+// daemon publishes its own, so that a restart does not make programs flicker. Main thread only.
 #pragma once
 
 #include <QObject>
@@ -14,9 +13,9 @@ class XSettingsWatch : public QObject {
   Q_OBJECT
 
  public:
-  explicit XSettingsWatch(const XServer& server, QObject* parent = nullptr);
+  explicit XSettingsWatch(const XServer& server);
 
-  /// Empty until a daemon has spoken.
+  /// Empty until a daemon has published.
   [[nodiscard]] const Dictionary& settings() const { return settings_; }
 
  Q_SIGNALS:

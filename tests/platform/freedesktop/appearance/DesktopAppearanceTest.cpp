@@ -50,14 +50,14 @@ class DesktopAppearanceTest : public testing::Test {
   const QFont font_ = QApplication::font();
 };
 
-TEST_F(DesktopAppearanceTest, IsLightAndLivelyWhereNobodySpeaks) {
+TEST_F(DesktopAppearanceTest, IsLightAndAnimatedWithoutSettings) {
   begin();
   EXPECT_EQ(window(), kLight);
   EXPECT_FALSE(appearance_->highContrast());
   EXPECT_TRUE(appearance_->animations());
 }
 
-TEST_F(DesktopAppearanceTest, TurnsDarkAndLightWithTheDesktop) {
+TEST_F(DesktopAppearanceTest, FollowsTheColourScheme) {
   FakePortal portal(portalBus_, {{kAppearance, {{kScheme, 1U}}}});
   begin();
   ASSERT_TRUE(waitFor([] { return window() == kDark; }));
@@ -68,12 +68,12 @@ TEST_F(DesktopAppearanceTest, TurnsDarkAndLightWithTheDesktop) {
   EXPECT_EQ(changed_, 3);
 }
 
-TEST_F(DesktopAppearanceTest, WidgetsThatExistTurnToo) {
+TEST_F(DesktopAppearanceTest, ChangesWidgetsThatExist) {
   FakePortal portal(portalBus_);
   QWidget widget;
   begin();
   portal.change(kAppearance, kScheme, 1U);
-  // Only inside exec() does the toolkit take widgets for running ones, and tell them.
+  // The toolkit passes a new palette to widgets only inside exec().
   QTimer look;
   QObject::connect(&look, &QTimer::timeout, [&] {
     if (widget.palette().color(QPalette::Window) == kDark) QCoreApplication::exit(1);
@@ -85,7 +85,7 @@ TEST_F(DesktopAppearanceTest, WidgetsThatExistTurnToo) {
   EXPECT_EQ(QCoreApplication::exec(), 1);
 }
 
-TEST_F(DesktopAppearanceTest, TakesTheAccent) {
+TEST_F(DesktopAppearanceTest, UsesTheAccentColour) {
   FakePortal portal(portalBus_);
   begin();
   portal.change(kAppearance, QStringLiteral("accent-color"), test::threeNumbers(1, 0.5, 0));
@@ -95,7 +95,7 @@ TEST_F(DesktopAppearanceTest, TakesTheAccent) {
   EXPECT_TRUE(waitFor([&] { return highlight() == QColor(0x2f, 0x6c, 0xdb); }));
 }
 
-TEST_F(DesktopAppearanceTest, TakesTheFontAndItsFactor) {
+TEST_F(DesktopAppearanceTest, UsesTheFontAndItsScale) {
   FakePortal portal(
       portalBus_,
       {{kGnome, {{QStringLiteral("font-name"), QStringLiteral("Liberation Sans Bold 12")}}}});
@@ -107,14 +107,14 @@ TEST_F(DesktopAppearanceTest, TakesTheFontAndItsFactor) {
   EXPECT_TRUE(waitFor([] { return QApplication::font().pointSizeF() == 18; }));
 }
 
-TEST_F(DesktopAppearanceTest, TheUsualFontGrowsWhereTheDesktopNamesNone) {
+TEST_F(DesktopAppearanceTest, ScalesTheUsualFontWhereTheDesktopNamesNone) {
   const double usual = QApplication::font().pointSizeF();
   FakePortal portal(portalBus_, {{kGnome, {{QStringLiteral("text-scaling-factor"), 2.0}}}});
   begin();
   EXPECT_TRUE(waitFor([&] { return QApplication::font().pointSizeF() == 2 * usual; }));
 }
 
-TEST_F(DesktopAppearanceTest, PassesOnContrastAndStillness) {
+TEST_F(DesktopAppearanceTest, PassesOnContrastAndAnimations) {
   FakePortal portal(portalBus_);
   begin();
   portal.change(kAppearance, QStringLiteral("contrast"), 1U);
@@ -130,7 +130,7 @@ TEST_F(DesktopAppearanceTest, PassesOnContrastAndStillness) {
   EXPECT_TRUE(appearance_->highContrast());
 }
 
-TEST_F(DesktopAppearanceTest, EverythingIsNewWhenItTells) {
+TEST_F(DesktopAppearanceTest, ReportsChangesAfterApplyingAllOfThem) {
   FakePortal portal(portalBus_);
   begin();
   std::optional<QColor> seen;
@@ -147,7 +147,7 @@ TEST_F(DesktopAppearanceTest, EverythingIsNewWhenItTells) {
 }
 
 // A palette that is set anew repaints every window.
-TEST_F(DesktopAppearanceTest, WhatMakesNoDifferenceTouchesNothing) {
+TEST_F(DesktopAppearanceTest, SettingsWithoutEffectChangeNothing) {
   FakePortal portal(portalBus_);
   begin();
   const auto key = QApplication::palette().cacheKey();
@@ -159,7 +159,7 @@ TEST_F(DesktopAppearanceTest, WhatMakesNoDifferenceTouchesNothing) {
   EXPECT_EQ(QApplication::palette().cacheKey(), key);
 }
 
-TEST_F(DesktopAppearanceTest, WrongKindsAreNotSaid) {
+TEST_F(DesktopAppearanceTest, IgnoresValuesOfTheWrongKind) {
   FakePortal portal(portalBus_, {{kAppearance,
                                   {{kScheme, QStringLiteral("dark")},
                                    {QStringLiteral("contrast"), true},
@@ -174,7 +174,7 @@ TEST_F(DesktopAppearanceTest, WrongKindsAreNotSaid) {
   EXPECT_FALSE(appearance_->highContrast());
 }
 
-TEST_F(DesktopAppearanceTest, ThePortalsRestartIsNotSeen) {
+TEST_F(DesktopAppearanceTest, KeepsTheLookWhileThePortalRestarts) {
   std::optional<FakePortal> portal;
   portal.emplace(portalBus_, FakePortal::Settings{{kAppearance, {{kScheme, 1U}}}});
   begin();
@@ -191,7 +191,7 @@ TEST_F(DesktopAppearanceTest, ThePortalsRestartIsNotSeen) {
   EXPECT_TRUE(waitFor([] { return window() == kLight; }));
 }
 
-TEST_F(DesktopAppearanceTest, AThemeOfTheToolkitKeepsItsColoursAndFont) {
+TEST_F(DesktopAppearanceTest, KeepsColoursAndFontOfTheToolkitsTheme) {
   const auto colour = window();
   const auto font = QApplication::font();
   FakePortal portal(
@@ -204,7 +204,7 @@ TEST_F(DesktopAppearanceTest, AThemeOfTheToolkitKeepsItsColoursAndFont) {
   EXPECT_EQ(QApplication::font(), font);
 }
 
-TEST_F(DesktopAppearanceTest, AThemeMayBringItsFontAlone) {
+TEST_F(DesktopAppearanceTest, KeepsTheFontOfAThemeWithoutColours) {
   const auto font = QApplication::font();
   FakePortal portal(
       portalBus_,
@@ -215,11 +215,11 @@ TEST_F(DesktopAppearanceTest, AThemeMayBringItsFontAlone) {
   EXPECT_EQ(QApplication::font(), font);
 }
 
-TEST(ToolkitTheme, ColoursOfTheStyleAreNobodysTheme) {
+TEST(ToolkitTheme, IsAbsentWithTheStylesColours) {
   EXPECT_FALSE(ToolkitTheme::ofApplication().bringsColours);
 }
 
-TEST(ToolkitTheme, OneOtherColourIsATheme) {
+TEST(ToolkitTheme, IsPresentWithOneOtherColour) {
   const QPalette before = QApplication::palette();
   QPalette other = before;
   other.setColor(QPalette::Disabled, QPalette::Mid, Qt::red);
@@ -229,7 +229,7 @@ TEST(ToolkitTheme, OneOtherColourIsATheme) {
   QApplication::setPalette(before);
 }
 
-TEST(ToolkitTheme, AFontThatIsNotQtsOwnIsAThemes) {
+TEST(ToolkitTheme, BringsAFontThatIsNotQtsOwn) {
   const QFont before = QApplication::font();
   QApplication::setFont(QFont(QStringLiteral("Sans Serif"), 9));
   EXPECT_FALSE(ToolkitTheme::ofApplication().bringsFont);

@@ -32,7 +32,7 @@ QColor of(const QPalette& palette, QPalette::ColorRole role,
   return palette.color(group, role);
 }
 
-TEST(DesktopPalette, LightAndDarkAreAsDesigned) {
+TEST(DesktopPalette, HasTheDesignedLightAndDarkColours) {
   const auto light = desktopPalette({});
   EXPECT_EQ(of(light, QPalette::Window), QColor(0xf4f5f7));
   EXPECT_EQ(of(light, QPalette::WindowText), QColor(0x1b1e23));
@@ -47,7 +47,7 @@ TEST(DesktopPalette, LightAndDarkAreAsDesigned) {
   EXPECT_EQ(of(dark, QPalette::HighlightedText), QColor(0x0e1116));
 }
 
-TEST(DesktopPalette, MoreContrastIsBlackAndWhite) {
+TEST(DesktopPalette, IsBlackAndWhiteWithHighContrast) {
   const auto light = desktopPalette(lookWith(ColourScheme::light, true));
   EXPECT_EQ(of(light, QPalette::Window), QColor(Qt::white));
   EXPECT_EQ(of(light, QPalette::WindowText), QColor(Qt::black));
@@ -56,7 +56,7 @@ TEST(DesktopPalette, MoreContrastIsBlackAndWhite) {
   EXPECT_EQ(of(dark, QPalette::WindowText), QColor(Qt::white));
 }
 
-TEST(DesktopPalette, EveryRoleOfEveryGroupIsSet) {
+TEST(DesktopPalette, SetsEveryRoleOfEveryGroup) {
   for (const auto& look : allLooks()) {
     const auto palette = desktopPalette(look);
     for (const auto group : kGroups) {
@@ -68,7 +68,7 @@ TEST(DesktopPalette, EveryRoleOfEveryGroupIsSet) {
   }
 }
 
-TEST(DesktopPalette, TextIsReadableOnItsGround) {
+TEST(DesktopPalette, KeepsTextReadableOnItsBackground) {
   for (const auto& look : allLooks()) {
     const auto palette = desktopPalette(look);
     const auto seen = [&](QPalette::ColorRole text, QPalette::ColorRole ground,
@@ -108,7 +108,7 @@ TEST(DesktopPalette, ReliefGoesFromLightToDark) {
   }
 }
 
-TEST(DesktopPalette, TheDesktopsAccentMarksWhatIsSelected) {
+TEST(DesktopPalette, HighlightsWithTheDesktopsAccent) {
   for (auto look : allLooks()) {
     look.accent = Accent{0.9, 0.2, 0.1};
     const auto highlight = of(desktopPalette(look), QPalette::Highlight);
@@ -117,7 +117,7 @@ TEST(DesktopPalette, TheDesktopsAccentMarksWhatIsSelected) {
   }
 }
 
-TEST(DesktopPalette, AnyAccentLeavesTextReadable) {
+TEST(DesktopPalette, KeepsTextReadableWithAnyAccent) {
   std::mt19937 random(1);
   std::uniform_real_distribution<double> part(0, 1);
   for (int round = 0; round < 500; ++round) {

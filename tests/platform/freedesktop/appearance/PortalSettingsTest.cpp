@@ -61,7 +61,7 @@ class PortalSettingsTest : public testing::Test {
 
 FakePortal::Settings scheme(uint value) { return {{kAppearance, {{kScheme, value}}}}; }
 
-TEST_F(PortalSettingsTest, ReadsWhatItFollowsOnly) {
+TEST_F(PortalSettingsTest, ReadsOnlyTheNamespacesItFollows) {
   auto& fake = portal({{kAppearance, {{kScheme, 1U}}}, {QStringLiteral("else"), {{kScheme, 2U}}}});
   begin();
   ASSERT_TRUE(becomes(1));
@@ -82,21 +82,21 @@ TEST_F(PortalSettingsTest, FollowsChanges) {
   EXPECT_EQ(portal_->asked, 1);
 }
 
-TEST_F(PortalSettingsTest, NothingWithoutAPortal) {
+TEST_F(PortalSettingsTest, IsEmptyWithoutAPortal) {
   begin();
   ASSERT_TRUE(test::passedOn(bus_.connect()));
   EXPECT_TRUE(settings_->settings().empty());
   EXPECT_EQ(changes_, 0);
 }
 
-TEST_F(PortalSettingsTest, ReadsAPortalThatComesLate) {
+TEST_F(PortalSettingsTest, ReadsAPortalThatStartsLater) {
   begin();
   ASSERT_TRUE(test::passedOn(bus_.connect()));
   portal(scheme(1));
   EXPECT_TRUE(becomes(1));
 }
 
-TEST_F(PortalSettingsTest, KeepsWhatWasSaidUntilTheNextPortalSpeaks) {
+TEST_F(PortalSettingsTest, KeepsSettingsUntilTheNextPortalAnswers) {
   portal(scheme(1));
   begin();
   ASSERT_TRUE(becomes(1));
@@ -109,7 +109,7 @@ TEST_F(PortalSettingsTest, KeepsWhatWasSaidUntilTheNextPortalSpeaks) {
   EXPECT_EQ(changes_, 2);
 }
 
-TEST_F(PortalSettingsTest, ForgetsWhatTheNextPortalDoesNotHave) {
+TEST_F(PortalSettingsTest, ForgetsSettingsThatTheNextPortalDoesNotHave) {
   portal(scheme(1));
   begin();
   ASSERT_TRUE(becomes(1));
@@ -117,7 +117,7 @@ TEST_F(PortalSettingsTest, ForgetsWhatTheNextPortalDoesNotHave) {
   EXPECT_TRUE(waitFor([&] { return !known("color-scheme"); }));
 }
 
-TEST_F(PortalSettingsTest, AnAnswerThatIsOlderThanAChangeDoesNotUndoIt) {
+TEST_F(PortalSettingsTest, KeepsAChangeThatArrivesBeforeAnOlderAnswer) {
   auto& fake = portal(scheme(1));
   fake.silent = true;
   begin();
@@ -128,7 +128,7 @@ TEST_F(PortalSettingsTest, AnAnswerThatIsOlderThanAChangeDoesNotUndoIt) {
   EXPECT_EQ(known("color-scheme"), Value(2));
 }
 
-TEST_F(PortalSettingsTest, AnAnswerFromAPortalThatIsGoneIsNotTaken) {
+TEST_F(PortalSettingsTest, IgnoresTheAnswerOfAPortalThatHasGone) {
   auto& first = portal(scheme(1));
   first.silent = true;
   begin();
@@ -138,12 +138,12 @@ TEST_F(PortalSettingsTest, AnAnswerFromAPortalThatIsGoneIsNotTaken) {
   EXPECT_EQ(changes_, 1);
 }
 
-TEST_F(PortalSettingsTest, StrangersAreNotBelieved) {
+TEST_F(PortalSettingsTest, IgnoresSignalsOfOtherSenders) {
   portal(scheme(1));
   begin();
   ASSERT_TRUE(becomes(1));
   const auto stranger = bus_.connect();
-  test::tellSettingChanged(stranger, kAppearance, kScheme, 2U);
+  test::sendSettingChanged(stranger, kAppearance, kScheme, 2U);
   ASSERT_TRUE(test::passedOn(stranger));
   portal_->change(kAppearance, QStringLiteral("contrast"), 1U);
   ASSERT_TRUE(waitFor([&] { return known("contrast") == Value(1); }));
@@ -164,23 +164,23 @@ TEST_F(PortalSettingsTest, FollowsThePortalOfARestartedBus) {
   EXPECT_EQ(changes_, 3);
 }
 
-TEST_F(PortalSettingsTest, HungPortalsKeepFewQuestionsOpen) {
+TEST_F(PortalSettingsTest, KeepsAtMostFourCallsOpenToHungPortals) {
   begin();
   std::vector<std::unique_ptr<FakePortal>> portals;
   for (uint i = 1; i <= 10; ++i) {
-    // The one before hangs on the bus, and its name goes to the next.
+    // The previous one hangs on the bus, and its name passes to the next.
     if (portalBus_) portalBus_->unregisterService(QStringLiteral("org.freedesktop.portal.Desktop"));
     portalBus_ = bus_.connect();
     portals.push_back(std::make_unique<FakePortal>(*portalBus_, scheme(i)));
     portals.back()->silent = true;
-    // The change of the name has come to us, and our question to the portal.
+    // The name's change has reached us, and our call the portal.
     ASSERT_TRUE(test::passedOn(ours_.connection()));
     ASSERT_TRUE(test::passedOn(*portalBus_));
   }
   const int asked = std::accumulate(portals.begin(), portals.end(), 0,
                                     [](int sum, const auto& one) { return sum + one->asked; });
   EXPECT_EQ(asked, 4);
-  // An answer, though too late to count, makes room for the question to the present one.
+  // A late answer is ignored, but makes room for the call to the present portal.
   portals.back()->silent = false;
   portals.front()->answer();
   EXPECT_TRUE(becomes(10));
@@ -192,8 +192,8 @@ std::size_t allocatedBytes() {
   return memory.uordblks + memory.hblkhd;
 }
 
-// Measures nothing under AddressSanitizer, whose allocator is another.
-TEST_F(PortalSettingsTest, ChangesTakeNoMoreMemoryWhileThePortalDoesNotAnswer) {
+// Measures nothing under AddressSanitizer, which has its own allocator.
+TEST_F(PortalSettingsTest, KeepsOnlyTheLastChangeOfEachSettingWhileThePortalDoesNotAnswer) {
   auto& fake = portal();
   fake.silent = true;
   begin();
@@ -201,7 +201,7 @@ TEST_F(PortalSettingsTest, ChangesTakeNoMoreMemoryWhileThePortalDoesNotAnswer) {
   constexpr int kMegabyte = 1 << 20;
   const auto before = allocatedBytes();
   for (int i = 0; i < 30; ++i) {
-    test::tellSettingChanged(*portalBus_, kAppearance, QStringLiteral("text"),
+    test::sendSettingChanged(*portalBus_, kAppearance, QStringLiteral("text"),
                              QString(kMegabyte, QChar('a' + i)));
     ASSERT_TRUE(test::passedOn(*portalBus_));
     ASSERT_TRUE(test::passedOn(ours_.connection()));
@@ -212,7 +212,7 @@ TEST_F(PortalSettingsTest, ChangesTakeNoMoreMemoryWhileThePortalDoesNotAnswer) {
   EXPECT_EQ(known("text"), Value(std::string(kMegabyte, 'a' + 29)));
 }
 
-TEST_F(PortalSettingsTest, APortalWithoutSettingsIsNoTrouble) {
+TEST_F(PortalSettingsTest, IsEmptyWhenThePortalRefuses) {
   auto& fake = portal();
   fake.refusing = true;
   begin();
@@ -222,7 +222,7 @@ TEST_F(PortalSettingsTest, APortalWithoutSettingsIsNoTrouble) {
   EXPECT_TRUE(settings_->settings().empty());
 }
 
-TEST_F(PortalSettingsTest, ReadsTheKindsThatSettingsHave) {
+TEST_F(PortalSettingsTest, ReadsTextsFlagsNumbersAndStructures) {
   portal({{kAppearance,
            {{QStringLiteral("text"), QStringLiteral("Sans 10")},
             {QStringLiteral("flag"), false},
@@ -240,7 +240,7 @@ TEST_F(PortalSettingsTest, ReadsTheKindsThatSettingsHave) {
   EXPECT_EQ(known("wrapped"), Value(7));
 }
 
-TEST_F(PortalSettingsTest, AChangeToAnotherKindForgetsTheValue) {
+TEST_F(PortalSettingsTest, ForgetsAValueThatChangesToAnUnknownKind) {
   portal(scheme(1));
   begin();
   ASSERT_TRUE(becomes(1));
@@ -248,7 +248,7 @@ TEST_F(PortalSettingsTest, AChangeToAnotherKindForgetsTheValue) {
   EXPECT_TRUE(waitFor([&] { return !known("color-scheme"); }));
 }
 
-TEST(PortalActivation, OnlyWhereColoursComeThroughThePortalAlone) {
+TEST(PortalActivation, IsAllowedOnlyWhereColoursComeThroughThePortalAlone) {
   for (const char* name : {"GNOME", "ubuntu:GNOME", "GNOME-Classic:GNOME", "Pantheon", "COSMIC"})
     EXPECT_EQ(portalActivationOn(name), Activation::allowed) << name;
   for (const char* name : {"", "XFCE", "KDE", "LXQt", "sway", "GNOME-Flashback", "MATE", ":"})

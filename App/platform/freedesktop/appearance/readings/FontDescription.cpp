@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace tollbeam {
 namespace {
@@ -10,55 +11,26 @@ namespace {
 constexpr double kLargestSize = 500;
 constexpr std::string_view kSpaces = " \t\r\n";
 
-enum class Aspect { weight, slant, stretch, ignored };
+using Word = std::pair<std::string_view, int>;
 
-struct StyleWord {
-  std::string_view word;
-  Aspect aspect;
-  int value = 0;
-};
-
-// Written here without hyphens and in small letters.
-constexpr std::array kStyleWords = std::to_array<StyleWord>({
-    {"thin", Aspect::weight, 100},
-    {"ultralight", Aspect::weight, 200},
-    {"extralight", Aspect::weight, 200},
-    {"light", Aspect::weight, 300},
-    {"semilight", Aspect::weight, 350},
-    {"demilight", Aspect::weight, 350},
-    {"book", Aspect::weight, 380},
-    {"regular", Aspect::weight, 400},
-    {"medium", Aspect::weight, 500},
-    {"semibold", Aspect::weight, 600},
-    {"demibold", Aspect::weight, 600},
-    {"bold", Aspect::weight, 700},
-    {"ultrabold", Aspect::weight, 800},
-    {"extrabold", Aspect::weight, 800},
-    {"heavy", Aspect::weight, 900},
-    {"black", Aspect::weight, 900},
-    {"ultraheavy", Aspect::weight, 1000},
-    {"extraheavy", Aspect::weight, 1000},
-    {"ultrablack", Aspect::weight, 1000},
-    {"extrablack", Aspect::weight, 1000},
-    {"normal", Aspect::slant, 0},
-    {"roman", Aspect::slant, 0},
-    {"italic", Aspect::slant, 1},
-    {"oblique", Aspect::slant, 1},
-    {"ultracondensed", Aspect::stretch, 50},
-    {"extracondensed", Aspect::stretch, 62},
-    {"condensed", Aspect::stretch, 75},
-    {"semicondensed", Aspect::stretch, 87},
-    {"semiexpanded", Aspect::stretch, 112},
-    {"expanded", Aspect::stretch, 125},
-    {"extraexpanded", Aspect::stretch, 150},
-    {"ultraexpanded", Aspect::stretch, 200},
-    {"smallcaps", Aspect::ignored},
-    {"allsmallcaps", Aspect::ignored},
-    {"petitecaps", Aspect::ignored},
-    {"allpetitecaps", Aspect::ignored},
-    {"unicase", Aspect::ignored},
-    {"titlecaps", Aspect::ignored},
-});
+// The words of style, in small letters and without hyphens.
+constexpr std::array kWeights{
+    Word{"thin", 100},        Word{"ultralight", 200},  Word{"extralight", 200},
+    Word{"light", 300},       Word{"semilight", 350},   Word{"demilight", 350},
+    Word{"book", 380},        Word{"regular", 400},     Word{"medium", 500},
+    Word{"semibold", 600},    Word{"demibold", 600},    Word{"bold", 700},
+    Word{"ultrabold", 800},   Word{"extrabold", 800},   Word{"heavy", 900},
+    Word{"black", 900},       Word{"ultraheavy", 1000}, Word{"extraheavy", 1000},
+    Word{"ultrablack", 1000}, Word{"extrablack", 1000}};
+constexpr std::array kSlants{Word{"normal", 0}, Word{"roman", 0}, Word{"italic", 1},
+                             Word{"oblique", 1}};
+constexpr std::array kStretches{Word{"ultracondensed", 50}, Word{"extracondensed", 62},
+                                Word{"condensed", 75},      Word{"semicondensed", 87},
+                                Word{"semiexpanded", 112},  Word{"expanded", 125},
+                                Word{"extraexpanded", 150}, Word{"ultraexpanded", 200}};
+constexpr std::array kIgnored{Word{"smallcaps", 0},  Word{"allsmallcaps", 0},
+                              Word{"petitecaps", 0}, Word{"allpetitecaps", 0},
+                              Word{"unicase", 0},    Word{"titlecaps", 0}};
 
 std::string_view trimmed(std::string_view text) {
   const auto first = text.find_first_not_of(kSpaces);
@@ -67,41 +39,37 @@ std::string_view trimmed(std::string_view text) {
 }
 
 std::string_view lastWord(std::string_view text) {
-  const auto space = text.find_last_of(kSpaces);
-  return space == std::string_view::npos ? text : text.substr(space + 1);
+  // Without a space npos + 1, which is 0.
+  return text.substr(text.find_last_of(kSpaces) + 1);
 }
 
 std::string_view withoutLastWord(std::string_view text) {
   return trimmed(text.substr(0, text.size() - lastWord(text).size()));
 }
 
-const StyleWord* styleWord(std::string_view word) {
+// Sets what the word of style stands for; false for any other word.
+bool readStyle(std::string_view word, FontDescription& font) {
   std::string plain;
   for (const char c : word) {
     if (c != '-') plain += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
   }
-  const auto* found = std::find_if(kStyleWords.begin(), kStyleWords.end(),
-                                   [&](const StyleWord& known) { return known.word == plain; });
-  return found == kStyleWords.end() ? nullptr : found;
+  const auto in = [&plain](const auto& words) {
+    const auto* found = std::find_if(words.begin(), words.end(),
+                                     [&](const Word& known) { return known.first == plain; });
+    return found == words.end() ? nullptr : &found->second;
+  };
+  if (const int* weight = in(kWeights))
+    font.weight = *weight;
+  else if (const int* slant = in(kSlants))
+    font.italic = *slant != 0;
+  else if (const int* stretch = in(kStretches))
+    font.stretch = *stretch;
+  else
+    return in(kIgnored) != nullptr;
+  return true;
 }
 
-void apply(const StyleWord& word, FontDescription& font) {
-  switch (word.aspect) {
-    case Aspect::weight:
-      font.weight = word.value;
-      break;
-    case Aspect::slant:
-      font.italic = word.value != 0;
-      break;
-    case Aspect::stretch:
-      font.stretch = word.value;
-      break;
-    case Aspect::ignored:
-      break;
-  }
-}
-
-/// Whether the word is a number, sensible or not.
+// Whether the word is a number, usable as a size or not.
 bool readSize(std::string_view word, FontDescription& font) {
   constexpr std::string_view kPixels = "px";
   const bool pixels = word.ends_with(kPixels);
@@ -138,10 +106,7 @@ FontDescription parseFontDescription(std::string_view text) {
   }
   if (!rest.empty() && readSize(lastWord(rest), font)) rest = withoutLastWord(rest);
   // A comma ends the families, so that one may be called "Bold".
-  while (const auto* word = styleWord(lastWord(rest))) {
-    apply(*word, font);
-    rest = withoutLastWord(rest);
-  }
+  while (readStyle(lastWord(rest), font)) rest = withoutLastWord(rest);
   font.families = familiesOf(rest);
   return font;
 }

@@ -1,5 +1,5 @@
 // A font as GTK desktops name it, in one text: "Cantarell 11", "Noto Sans Bold Italic 10.5",
-// "Ubuntu, Sans 11px". Families may be of several words, and so may be followed by words of style.
+// "Ubuntu, Sans 11px". A family may have several words and be followed by words of style.
 #pragma once
 
 #include <optional>
@@ -17,14 +17,14 @@ struct FontDescription {
   bool italic = false;
   /// Percent of the normal width.
   int stretch = 100;
-  /// Points, or pixels when `sizeIsPixels`; absent when the text gives none that makes sense.
+  /// Points, or pixels when `sizeIsPixels`; absent unless the text gives one from 0 to 500.
   std::optional<double> size;
   bool sizeIsPixels = false;
 
   friend bool operator==(const FontDescription&, const FontDescription&) = default;
 };
 
-/// Never fails: what is no size and no word of style is the family. Variations ("@wght=450") and
+/// Never fails: all but the size and the words of style is the family. Variations ("@wght=450") and
 /// features are left out.
 [[nodiscard]] FontDescription parseFontDescription(std::string_view text);
 

@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/freedesktop/appearance/readings/ThemeName.h"
-
 namespace tollbeam {
 namespace {
 
@@ -38,19 +36,41 @@ std::string_view textOf(const Value* value) {
   return text != nullptr ? std::string_view(*text) : std::string_view();
 }
 
-/// The GTK theme; empty when nobody names one.
-std::string_view themeOf(const Dictionary& portal, const Dictionary& xsettings) {
+// The GTK theme's name in small letters; empty when there is none. There is no other way to know a
+// theme's colours: the rest of it is a style sheet in a language of GTK's own.
+std::string themeOf(const Dictionary& portal, const Dictionary& xsettings) {
   const auto daemon = textOf(find(xsettings, "Net/ThemeName"));
-  return daemon.empty() ? textOf(gnome(portal, "gtk-theme")) : daemon;
+  std::string name(daemon.empty() ? textOf(gnome(portal, "gtk-theme")) : daemon);
+  for (char& c : name) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return name;
 }
 
-// A preference comes first: a theme may be dark without saying so. GNOME's own word for it is older
-// than the portal's.
+// "HighContrast", "HighContrastInverse", and MATE's "ContrastHigh".
+bool isHighContrastTheme(std::string_view name) {
+  return name.starts_with("highcontrast") || name.starts_with("contrasthigh");
+}
+
+// "Adwaita-dark", "Adwaita:dark", "Mint-Y-Dark-Aqua", "HighContrastInverse", but not "Arc-Darker",
+// which has only dark title bars.
+bool isDarkTheme(std::string_view name) {
+  if (isHighContrastTheme(name) && name.ends_with("inverse")) return true;
+  while (!name.empty()) {
+    const auto end = std::min(name.find_first_of("-_:. "), name.size());
+    if (name.substr(0, end) == "dark") return true;
+    name.remove_prefix(std::min(end + 1, name.size()));
+  }
+  return false;
+}
+
+// A preference comes first: a theme may be dark without a name that says so. GNOME's own key is
+// older than the portal's.
 ColourScheme schemeOf(const Dictionary& portal, std::string_view theme) {
   const Value* preference = appearance(portal, "color-scheme");
+  const auto ofGnome = textOf(gnome(portal, "color-scheme"));
   if (isNumber(preference, 1)) return ColourScheme::dark;
   if (isNumber(preference, 2)) return ColourScheme::light;
-  const auto ofGnome = textOf(gnome(portal, "color-scheme"));
   if (ofGnome == "prefer-dark") return ColourScheme::dark;
   if (ofGnome == "prefer-light") return ColourScheme::light;
   return isDarkTheme(theme) ? ColourScheme::dark : ColourScheme::light;
@@ -62,7 +82,7 @@ bool highContrastOf(const Dictionary& portal, std::string_view theme) {
          isHighContrastTheme(theme);
 }
 
-// KDE gives its numbers as texts.
+// Of a text, which is how KDE gives its numbers.
 bool isZero(const Value* value) {
   const auto text = textOf(value);
   if (text.empty()) return false;
@@ -71,7 +91,7 @@ bool isZero(const Value* value) {
   return error == std::errc() && end == text.data() + text.size() && number == 0;
 }
 
-// Whoever asks for stillness gets it, whatever the others say.
+// One source that turns animations off is enough.
 bool animationsOf(const Dictionary& portal, const Dictionary& xsettings) {
   return !isNumber(find(xsettings, "Gtk/EnableAnimations"), 0) &&
          !isFlag(gnome(portal, "enable-animations"), false) &&
@@ -85,7 +105,7 @@ std::optional<Accent> accentOf(const Value* value) {
   const auto part = [list](std::size_t i) { return (*list)[i].number().value_or(-1); };
   const Accent accent{part(0), part(1), part(2)};
   for (const double p : {accent.red, accent.green, accent.blue}) {
-    // The portal's way of saying that there is none. Written so that NaN is none, too.
+    // Out of range is the portal's sign for none. The negated comparison also rejects NaN.
     if (!(p >= 0 && p <= 1)) return std::nullopt;
   }
   return accent;
@@ -106,9 +126,9 @@ Look lookOf(const Dictionary& portal, const Dictionary& xsettings) {
   look.highContrast = highContrastOf(portal, theme);
   look.animations = animationsOf(portal, xsettings);
   look.accent = accentOf(appearance(portal, "accent-color"));
-  // A portal answers with GNOME's settings wherever GNOME's libraries are; a settings daemon knows
-  // its own desktop. It also turns larger text into more dots to the inch, which Qt follows: to
-  // scale the font as well would count it twice.
+  // A portal answers with GNOME's settings wherever GNOME's libraries are, so the settings daemon,
+  // which belongs to the desktop, comes first. It also turns larger text into more dots per inch,
+  // which Qt follows: to scale the font as well would count it twice.
   auto font = textOf(find(xsettings, "Gtk/FontName"));
   if (font.empty()) font = textOf(gnome(portal, "font-name"));
   if (!font.empty()) look.font = parseFontDescription(font);

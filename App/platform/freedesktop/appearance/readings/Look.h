@@ -1,6 +1,6 @@
-// How the desktop wants programs to look, made of what its services say: the settings portal, and
-// on X11 the settings daemon. Where several speak of the same, the one that the desktop's own
-// programs listen to counts.
+// How programs are to look on this desktop, according to its services: the settings portal, and on
+// X11 the settings daemon. Where both have a setting, the one that the desktop's own programs
+// follow counts.
 #pragma once
 
 #include <optional>
@@ -18,21 +18,21 @@ struct Accent {
   friend bool operator==(const Accent&, const Accent&) = default;
 };
 
-/// What nobody speaks of is as it is here.
+/// Settings that are absent are as they are here.
 struct Look {
   ColourScheme scheme = ColourScheme::light;
   bool highContrast = false;
   bool animations = true;
   std::optional<Accent> accent;
   std::optional<FontDescription> font;
-  /// What the font's size is to be multiplied with: 0.5 to 3.
+  /// A factor for the font's size: 0.5 to 3.
   double textScale = 1;
 
   friend bool operator==(const Look&, const Look&) = default;
 };
 
-/// The portal's settings are a dictionary of its namespaces, the daemon's are by name; each empty
-/// where there is none. A value of the wrong kind or out of range counts as not said.
+/// The portal's settings are a dictionary of its namespaces, the daemon's are by name; each is
+/// empty where the service is missing. A value of the wrong kind or out of range counts as absent.
 [[nodiscard]] Look lookOf(const Dictionary& portal, const Dictionary& xsettings);
 
 }  // namespace tollbeam

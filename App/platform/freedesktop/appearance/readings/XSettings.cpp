@@ -1,5 +1,6 @@
 #include "platform/freedesktop/appearance/readings/XSettings.h"
 
+#include <span>
 #include <string>
 #include <utility>
 
@@ -8,74 +9,63 @@ namespace {
 
 enum Type : std::uint8_t { number = 0, text = 1, colour = 2 };
 
-// Everything is padded to this.
-constexpr std::size_t kUnit = 4;
-constexpr std::size_t kColourBytes = 8;
-
-// Reads on as long as there are bytes; what is read after their end is zero, and `ok` false.
+// Reads from the front. After the end of the bytes all that is read is zero or empty, and `ok` is
+// false.
 class Reader {
  public:
-  explicit Reader(const std::vector<std::uint8_t>& bytes) : bytes_(bytes) {}
+  explicit Reader(const std::vector<std::uint8_t>& bytes) : rest_(bytes) {}
 
   [[nodiscard]] bool ok() const { return ok_; }
   void fail() { ok_ = false; }
   void setBigEndian(bool big) { bigEndian_ = big; }
 
-  std::uint32_t unsignedOf(std::size_t size) {
-    if (!has(size)) return 0;
+  std::uint32_t number(std::size_t size) {
+    const auto bytes = take(size);
     std::uint32_t value = 0;
-    for (std::size_t i = 0; i < size; ++i) {
-      const std::size_t place = bigEndian_ ? i : size - 1 - i;
-      value = value << 8 | bytes_[at_ + place];
-    }
-    at_ += size;
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+      value = value << 8 | bytes[bigEndian_ ? i : size - 1 - i];
     return value;
   }
 
-  std::string textOf(std::size_t size) {
-    if (!has(size)) return {};
-    const auto first = bytes_.begin() + static_cast<std::ptrdiff_t>(at_);
-    std::string value(first, first + static_cast<std::ptrdiff_t>(size));
-    at_ += size;
-    skip((kUnit - size % kUnit) % kUnit);
-    return value;
+  // With the padding after it.
+  std::string text(std::size_t size) {
+    constexpr std::size_t kUnit = 4;
+    const auto bytes = take(size);
+    take((kUnit - size % kUnit) % kUnit);
+    return {bytes.begin(), bytes.end()};
   }
 
-  void skip(std::size_t size) {
-    if (has(size)) at_ += size;
+  std::span<const std::uint8_t> take(std::size_t size) {
+    ok_ = ok_ && size <= rest_.size();
+    if (!ok_) return {};
+    return std::exchange(rest_, rest_.subspan(size)).first(size);
   }
 
  private:
-  bool has(std::size_t size) {
-    ok_ = ok_ && size <= bytes_.size() - at_;
-    return ok_;
-  }
-
-  const std::vector<std::uint8_t>& bytes_;
-  std::size_t at_ = 0;
+  std::span<const std::uint8_t> rest_;
   bool bigEndian_ = false;
   bool ok_ = true;
 };
 
 void readSetting(Reader& reader, Dictionary& settings) {
-  const auto type = reader.unsignedOf(1);
-  reader.skip(1);
-  const auto length = reader.unsignedOf(2);
-  std::string name = reader.textOf(length);
-  reader.skip(4);  // The serial of its last change.
+  const auto type = reader.number(1);
+  reader.take(1);
+  const auto length = reader.number(2);
+  std::string name = reader.text(length);
+  reader.take(4);  // The serial number of its last change.
   switch (type) {
     case Type::number: {
-      const auto value = static_cast<std::int32_t>(reader.unsignedOf(4));
+      const auto value = static_cast<std::int32_t>(reader.number(4));
       settings.insert_or_assign(std::move(name), Value(std::int64_t{value}));
       break;
     }
     case Type::text: {
-      const auto size = reader.unsignedOf(4);
-      settings.insert_or_assign(std::move(name), Value(reader.textOf(size)));
+      const auto size = reader.number(4);
+      settings.insert_or_assign(std::move(name), Value(reader.text(size)));
       break;
     }
     case Type::colour:
-      reader.skip(kColourBytes);
+      reader.take(8);
       break;
     default:
       reader.fail();
@@ -86,13 +76,13 @@ void readSetting(Reader& reader, Dictionary& settings) {
 
 std::optional<Dictionary> decodeXSettings(const std::vector<std::uint8_t>& bytes) {
   Reader reader(bytes);
-  const auto order = reader.unsignedOf(1);
+  const auto order = reader.number(1);
   if (order > 1) return std::nullopt;
   reader.setBigEndian(order == 1);
-  reader.skip(3);
-  reader.skip(4);  // The serial of the whole.
+  reader.take(3);
+  reader.take(4);  // The serial number of the whole.
   Dictionary settings;
-  for (auto left = reader.unsignedOf(4); left > 0 && reader.ok(); --left) {
+  for (auto left = reader.number(4); left > 0 && reader.ok(); --left) {
     readSetting(reader, settings);
   }
   if (!reader.ok()) return std::nullopt;

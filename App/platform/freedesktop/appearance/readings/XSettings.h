@@ -1,5 +1,5 @@
-// What an XSETTINGS manager (the settings daemon of an X11 desktop) publishes in its property,
-// decoded. The bytes are another program's and are trusted in nothing.
+// Decodes the property that an XSETTINGS manager (the settings daemon of an X11 desktop) publishes.
+// The bytes come from another program and may be anything.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 namespace tollbeam {
 
 /// The settings by name ("Net/ThemeName"), numbers and texts; colours are left out. Absent when the
-/// bytes are damaged anywhere: half of a list would mix one theme's parts with another's.
+/// bytes are damaged anywhere: half of the settings would mix one theme with another.
 [[nodiscard]] std::optional<Dictionary> decodeXSettings(const std::vector<std::uint8_t>& bytes);
 
 }  // namespace tollbeam

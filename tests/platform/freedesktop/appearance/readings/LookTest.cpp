@@ -18,21 +18,21 @@ ColourScheme schemeOf(const Dictionary& portal, const Dictionary& xsettings = {}
   return lookOf(portal, xsettings).scheme;
 }
 
-TEST(Look, NobodySpeaks) {
+TEST(Look, HasDefaultsWithoutSettings) {
   EXPECT_EQ(lookOf({}, {}), Look());
   EXPECT_EQ(Look().scheme, ColourScheme::light);
   EXPECT_FALSE(Look().highContrast);
   EXPECT_TRUE(Look().animations);
 }
 
-TEST(Look, ThePortalsColourScheme) {
+TEST(Look, FollowsThePortalsColourScheme) {
   EXPECT_EQ(schemeOf(appearance("color-scheme", 1)), ColourScheme::dark);
   EXPECT_EQ(schemeOf(appearance("color-scheme", 2)), ColourScheme::light);
   EXPECT_EQ(schemeOf(appearance("color-scheme", 0)), ColourScheme::light);
   EXPECT_EQ(schemeOf(appearance("color-scheme", 17)), ColourScheme::light);
 }
 
-TEST(Look, GnomesOwnColourSchemeWhereThePortalHasNone) {
+TEST(Look, FollowsGnomesOwnColourSchemeWhereThePortalHasNone) {
   EXPECT_EQ(schemeOf(gnome({{"color-scheme", "prefer-dark"}})), ColourScheme::dark);
   EXPECT_EQ(schemeOf(gnome({{"color-scheme", "prefer-light"}, {"gtk-theme", "Adwaita-dark"}})),
             ColourScheme::light);
@@ -40,31 +40,52 @@ TEST(Look, GnomesOwnColourSchemeWhereThePortalHasNone) {
             ColourScheme::dark);
 }
 
-TEST(Look, TheThemeCountsWhereNobodyHasAPreference) {
+TEST(Look, FollowsTheThemeWithoutAPreference) {
   const Dictionary dark{{"Net/ThemeName", "Greybird-dark"}};
   EXPECT_EQ(schemeOf({}, dark), ColourScheme::dark);
   EXPECT_EQ(schemeOf(appearance("color-scheme", 0), dark), ColourScheme::dark);
   EXPECT_EQ(schemeOf(appearance("color-scheme", 2), dark), ColourScheme::light);
 }
 
-TEST(Look, TheSettingsDaemonsThemeCountsMoreThanThePortals) {
+TEST(Look, PrefersTheSettingsDaemonsThemeToThePortals) {
   EXPECT_EQ(schemeOf(gnome({{"gtk-theme", "Adwaita-dark"}}), {{"Net/ThemeName", "Greybird"}}),
             ColourScheme::light);
   EXPECT_EQ(schemeOf(gnome({{"gtk-theme", "Adwaita-dark"}}), {{"Net/ThemeName", ""}}),
             ColourScheme::dark);
 }
 
-TEST(Look, MoreContrastByAnyOfItsNames) {
+TEST(Look, IsDarkWithADarkTheme) {
+  for (const char* name :
+       {"Adwaita-dark", "Adwaita:dark", "Greybird-dark", "Arc-Dark", "Mint-Y-Dark-Aqua",
+        "Yaru-blue-dark", "Materia-dark-compact", "dark", "HighContrastInverse"})
+    EXPECT_EQ(schemeOf({}, {{"Net/ThemeName", name}}), ColourScheme::dark) << name;
+}
+
+TEST(Look, IsLightWithAnyOtherTheme) {
+  for (const char* name : {"", "Adwaita", "Greybird", "Arc-Darker", "Darkness", "HighContrast",
+                           "Mint-Y-Aqua", "Adwaita-", ":", "Inverse"})
+    EXPECT_EQ(schemeOf({}, {{"Net/ThemeName", name}}), ColourScheme::light) << name;
+}
+
+TEST(Look, HasHighContrastWithAThemeOfThatName) {
+  const auto highContrast = [](const char* name) {
+    return lookOf({}, {{"Net/ThemeName", name}}).highContrast;
+  };
+  for (const char* name : {"HighContrast", "HighContrastInverse", "ContrastHigh", "highcontrast"})
+    EXPECT_TRUE(highContrast(name)) << name;
+  EXPECT_FALSE(highContrast("Adwaita"));
+}
+
+TEST(Look, HasHighContrastByAnyOfItsSettings) {
   EXPECT_TRUE(lookOf(appearance("contrast", 1), {}).highContrast);
   EXPECT_FALSE(lookOf(appearance("contrast", 0), {}).highContrast);
   EXPECT_FALSE(lookOf(appearance("contrast", 2), {}).highContrast);
   EXPECT_TRUE(
       lookOf({{"org.gnome.desktop.a11y.interface", Dictionary{{"high-contrast", true}}}}, {})
           .highContrast);
-  EXPECT_TRUE(lookOf({}, {{"Net/ThemeName", "HighContrastInverse"}}).highContrast);
 }
 
-TEST(Look, StillnessByAnyOfItsNames) {
+TEST(Look, HasNoAnimationsByAnyOfTheirSettings) {
   EXPECT_FALSE(lookOf({}, {{"Gtk/EnableAnimations", 0}}).animations);
   EXPECT_TRUE(lookOf({}, {{"Gtk/EnableAnimations", 1}}).animations);
   EXPECT_FALSE(lookOf(gnome({{"enable-animations", false}}), {}).animations);
@@ -82,7 +103,7 @@ TEST(Look, StillnessByAnyOfItsNames) {
   EXPECT_TRUE(lookOf(kde("none"), {}).animations);
 }
 
-TEST(Look, TheAccentIsThreeNumbersFromZeroToOne) {
+TEST(Look, TakesAnAccentOfThreeNumbersFromZeroToOne) {
   const auto accent = [](List list) {
     return lookOf(appearance("accent-color", std::move(list)), {}).accent;
   };
@@ -95,26 +116,26 @@ TEST(Look, TheAccentIsThreeNumbersFromZeroToOne) {
   EXPECT_FALSE(accent({0.5, 0.5, "red"}));
 }
 
-TEST(Look, TheFontOfThePortalGrowsWithItsFactor) {
+TEST(Look, TakesThePortalsFontAndTextScale) {
   const auto look =
       lookOf(gnome({{"font-name", "Cantarell 11"}, {"text-scaling-factor", 1.25}}), {});
   EXPECT_EQ(look.font, parseFontDescription("Cantarell 11"));
   EXPECT_EQ(look.textScale, 1.25);
 }
 
-// A settings daemon has more dots to the inch already, and Qt follows that.
-TEST(Look, LargerTextIsNotCountedTwice) {
+// The daemon has raised the dots per inch already, and Qt follows that.
+TEST(Look, DoesNotScaleTextWithASettingsDaemon) {
   const auto look = lookOf(gnome({{"font-name", "Cantarell 11"}, {"text-scaling-factor", 1.25}}),
                            {{"Gtk/FontName", "Cantarell 11"}, {"Xft/DPI", 122880}});
   EXPECT_EQ(look.textScale, 1);
 }
 
-TEST(Look, TheSettingsDaemonsFontCountsMoreThanThePortals) {
+TEST(Look, PrefersTheSettingsDaemonsFontToThePortals) {
   const auto look = lookOf(gnome({{"font-name", "Cantarell 11"}}), {{"Gtk/FontName", "Sans 10"}});
   EXPECT_EQ(look.font, parseFontDescription("Sans 10"));
 }
 
-TEST(Look, TheFactorStaysWithinReason) {
+TEST(Look, LimitsTheTextScale) {
   const auto scale = [](Value factor) {
     return lookOf(gnome({{"text-scaling-factor", std::move(factor)}}), {}).textScale;
   };
@@ -127,7 +148,7 @@ TEST(Look, TheFactorStaysWithinReason) {
   EXPECT_EQ(scale(std::nan("")), 1);
 }
 
-TEST(Look, ValuesOfTheWrongKindAreNotSaid) {
+TEST(Look, IgnoresValuesOfTheWrongKind) {
   const Dictionary portal{{"org.freedesktop.appearance", Dictionary{{"color-scheme", "1"},
                                                                     {"contrast", true},
                                                                     {"accent-color", "red"},

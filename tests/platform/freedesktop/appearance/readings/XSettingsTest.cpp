@@ -33,11 +33,11 @@ TEST(XSettings, DecodesBothByteOrders) {
   EXPECT_EQ(decodeXSettings(usual(true)), kUsual);
 }
 
-TEST(XSettings, NoSettingsAreNoDamage) {
+TEST(XSettings, DecodesAnEmptyList) {
   EXPECT_EQ(decodeXSettings(XSettingsBytes().bytes()), Dictionary());
 }
 
-TEST(XSettings, NothingIsSaidByATruncatedList) {
+TEST(XSettings, RejectsATruncatedList) {
   for (const bool bigEndian : {false, true}) {
     auto bytes = usual(bigEndian);
     while (!bytes.empty()) {
@@ -47,17 +47,17 @@ TEST(XSettings, NothingIsSaidByATruncatedList) {
   }
 }
 
-TEST(XSettings, NothingIsSaidByAnUnknownByteOrder) {
+TEST(XSettings, RejectsAnUnknownByteOrder) {
   auto bytes = usual(false);
   bytes.front() = 'l';
   EXPECT_FALSE(decodeXSettings(bytes));
 }
 
-TEST(XSettings, NothingIsSaidByAnUnknownKind) {
+TEST(XSettings, RejectsAnUnknownType) {
   EXPECT_FALSE(decodeXSettings(XSettingsBytes().unknown("What").bytes()));
 }
 
-TEST(XSettings, LengthsBeyondTheEndAreDamage) {
+TEST(XSettings, RejectsALengthBeyondTheEnd) {
   auto bytes = XSettingsBytes().text("A", "b").bytes();
   const std::size_t length = bytes.size() - 8;
   ASSERT_EQ(bytes[length], 1);
@@ -65,14 +65,14 @@ TEST(XSettings, LengthsBeyondTheEndAreDamage) {
   EXPECT_FALSE(decodeXSettings(bytes));
 }
 
-TEST(XSettings, AHugeCountEndsWithTheBytes) {
+TEST(XSettings, RejectsACountBeyondTheEnd) {
   auto bytes = usual(false);
   for (const std::size_t i : {8, 9, 10, 11}) bytes[i] = 0xff;
   EXPECT_FALSE(decodeXSettings(bytes));
 }
 
-// Run under the sanitizers, this reads where it must not if anything does.
-TEST(XSettings, RandomDamageIsSurvived) {
+// The sanitizers would report a read out of bounds.
+TEST(XSettings, SurvivesRandomDamage) {
   std::mt19937 random(1);
   for (int round = 0; round < 5000; ++round) {
     auto bytes = usual(round % 2 == 0);

@@ -1,4 +1,4 @@
-// A settings daemon on a real X server, and what we and Qt make of it.
+// XSettingsWatch and DesktopAppearance with a settings daemon on a real X server.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -7,21 +7,34 @@
 
 #include "platform/freedesktop/appearance/DesktopAppearance.h"
 #include "platform/freedesktop/appearance/readings/XSettingsBytes.h"
-#include "platform/freedesktop/appearance/x11/FakeSettingsDaemon.h"
 #include "platform/freedesktop/x11/ManagerSelection.h"
 #include "support/FakePortal.h"
+#include "support/OtherProgram.h"
 #include "support/PrivateBus.h"
 
 namespace tollbeam {
 namespace {
 
-using test::FakeSettingsDaemon;
 using test::waitFor;
 using test::XSettingsBytes;
 
 std::vector<std::uint8_t> theme(const char* name) {
   return XSettingsBytes().text("Net/ThemeName", name).bytes();
 }
+
+/// Owns the selection of the settings daemon. What it publishes may be damaged.
+class FakeSettingsDaemon {
+ public:
+  FakeSettingsDaemon() { program_.announce("_XSETTINGS_S0", window_); }
+
+  void publish(const std::vector<std::uint8_t>& settings) {
+    program_.setBytes(window_, "_XSETTINGS_SETTINGS", settings);
+  }
+
+ private:
+  test::OtherProgram program_;
+  xcb_window_t window_ = program_.own("_XSETTINGS_S0");
+};
 
 class XSettingsWatchTest : public testing::Test {
  protected:
@@ -43,7 +56,7 @@ class XSettingsWatchTest : public testing::Test {
   int changes_ = 0;
 };
 
-TEST_F(XSettingsWatchTest, ReadsADaemonThatIsThereAtOnce) {
+TEST_F(XSettingsWatchTest, ReadsADaemonThatIsThereAlready) {
   FakeSettingsDaemon daemon;
   daemon.publish(theme("Arc"));
   ASSERT_TRUE(waitFor([] {
@@ -54,7 +67,7 @@ TEST_F(XSettingsWatchTest, ReadsADaemonThatIsThereAtOnce) {
   EXPECT_EQ(watch_->settings(), (Dictionary{{"Net/ThemeName", "Arc"}}));
 }
 
-TEST_F(XSettingsWatchTest, ReadsADaemonThatComesLateAndSpeaksLater) {
+TEST_F(XSettingsWatchTest, ReadsADaemonThatComesLater) {
   begin();
   EXPECT_TRUE(watch_->settings().empty());
   FakeSettingsDaemon daemon;
@@ -72,7 +85,7 @@ TEST_F(XSettingsWatchTest, FollowsChanges) {
   EXPECT_EQ(changes_, 3);
 }
 
-TEST_F(XSettingsWatchTest, KeepsWhatWasSaidUntilTheNextDaemonSpeaks) {
+TEST_F(XSettingsWatchTest, KeepsSettingsUntilTheNextDaemonPublishes) {
   begin();
   std::optional<FakeSettingsDaemon> daemon;
   daemon.emplace();
@@ -88,7 +101,7 @@ TEST_F(XSettingsWatchTest, KeepsWhatWasSaidUntilTheNextDaemonSpeaks) {
   EXPECT_EQ(changes_, 4);
 }
 
-TEST_F(XSettingsWatchTest, DamageChangesNothing) {
+TEST_F(XSettingsWatchTest, IgnoresDamagedSettings) {
   FakeSettingsDaemon daemon;
   begin();
   daemon.publish(theme("Arc"));
@@ -102,7 +115,7 @@ TEST_F(XSettingsWatchTest, DamageChangesNothing) {
   EXPECT_EQ(changes_, 2);
 }
 
-TEST_F(XSettingsWatchTest, ReadsMoreThanAFewSettings) {
+TEST_F(XSettingsWatchTest, ReadsThousandsOfSettings) {
   FakeSettingsDaemon daemon;
   begin();
   XSettingsBytes many;
@@ -112,7 +125,7 @@ TEST_F(XSettingsWatchTest, ReadsMoreThanAFewSettings) {
   EXPECT_EQ(watch_->settings().size(), 3001U);
 }
 
-TEST_F(XSettingsWatchTest, FarTooMuchIsNotRead) {
+TEST_F(XSettingsWatchTest, IgnoresMoreThanFourMebibytes) {
   FakeSettingsDaemon daemon;
   begin();
   daemon.publish(theme("Arc"));
@@ -145,7 +158,7 @@ class SettingsDaemonTest : public testing::Test {
   const QFont font_ = QApplication::font();
 };
 
-TEST_F(SettingsDaemonTest, ColoursFontAndStillnessFollowIt) {
+TEST_F(SettingsDaemonTest, SetsColoursFontAndAnimations) {
   const DesktopAppearance appearance(bus_.join());
   daemon_.publish(XSettingsBytes()
                       .text("Net/ThemeName", "Greybird-dark")
@@ -162,7 +175,7 @@ TEST_F(SettingsDaemonTest, ColoursFontAndStillnessFollowIt) {
   EXPECT_EQ(QApplication::font(), QFont(QStringLiteral("Sans Serif"), 9));
 }
 
-// It has made more dots to the inch of the factor already.
+// The daemon has raised the dots per inch by the factor already.
 TEST_F(SettingsDaemonTest, LargerTextIsNotCountedTwice) {
   const auto portalBus = bus_.connect();
   const test::FakePortal portal(portalBus, {{QStringLiteral("org.gnome.desktop.interface"),
