@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <array>
 
-// Outside any namespace, as Qt's macro demands: a static library's resources are dropped by the
-// linker unless somebody asks for them.
+// The linker drops a static library's resources unless they are referenced. Qt's macro must be
+// outside any namespace.
 static void initSymbolResource() { Q_INIT_RESOURCE(symbols); }
 
 namespace tollbeam {
@@ -16,13 +16,6 @@ namespace {
 // In order of preference where two grids fit equally: 48 is three times the 16 drawing.
 constexpr std::array kGrids{16, 22, 24};
 constexpr qsizetype kMostKept = 64;
-
-int gridFor(int crisp) {
-  for (const int grid : kGrids) {
-    if (crisp % grid == 0) return grid;
-  }
-  return kGrids.front();
-}
 
 QString path(const QString& name, int grid) {
   return QStringLiteral(":/symbols/%1/%2.svg").arg(grid).arg(name);
@@ -48,7 +41,9 @@ std::optional<QImage> Symbols::image(const QString& name, int side, const QColor
   if (const auto kept = cache_.constFind(key); kept != cache_.constEnd()) return *kept;
 
   const int crisp = std::min(crispSide(side), side);
-  QSvgRenderer renderer(path(name, gridFor(crisp)));
+  const auto* grid = std::find_if(kGrids.begin(), kGrids.end(),
+                                  [crisp](int candidate) { return crisp % candidate == 0; });
+  QSvgRenderer renderer(path(name, grid != kGrids.end() ? *grid : kGrids.front()));
   if (!renderer.isValid()) return std::nullopt;
   QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);

@@ -1,6 +1,6 @@
 // The program's own battery symbols. Desktop themes disagree on battery icons, so we ship ours:
-// each name is drawn three times, for a pixel grid of 16, 22 and 24, and a symbol is crisp only at
-// a whole multiple of its grid. Sizes between are therefore padded, never scaled.
+// each name has three drawings, for pixel grids of 16, 22 and 24, and a symbol is crisp only at
+// whole multiples of its grid. Sizes between are therefore padded, never scaled.
 #pragma once
 
 #include <QColor>

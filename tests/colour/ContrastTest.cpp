@@ -8,13 +8,13 @@ namespace {
 const QColor kBlack(Qt::black);
 const QColor kWhite(Qt::white);
 
-TEST(Contrast, GoesFrom1To21) {
+TEST(Contrast, RangesFrom1To21) {
   EXPECT_DOUBLE_EQ(contrastRatio(kWhite, kWhite), 1);
   EXPECT_NEAR(contrastRatio(kBlack, kWhite), 21, 1e-9);
   EXPECT_DOUBLE_EQ(contrastRatio(kWhite, kBlack), contrastRatio(kBlack, kWhite));
 }
 
-TEST(Contrast, OfAKnownPairIsAsPublished) {
+TEST(Contrast, HasThePublishedRatioForAKnownPair) {
   EXPECT_NEAR(contrastRatio(QColor(0x76, 0x76, 0x76), kWhite), 4.54, 0.005);
 }
 

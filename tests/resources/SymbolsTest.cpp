@@ -11,8 +11,8 @@
 namespace tollbeam {
 namespace {
 
-// Every name that some battery state asks for.
-std::set<std::string> wantedNames() {
+// Every name that some battery state names.
+std::set<std::string> namesOfAllStates() {
   std::set<std::string> names;
   const auto add = [&](const BatteryState& state) {
     for (const auto& name : state.symbolNames()) names.insert(name);
@@ -44,9 +44,9 @@ int opaquePixels(const QImage& image) {
   return count;
 }
 
-TEST(Symbols, DrawEveryNameThatABatteryStateAsksFor) {
+TEST(Symbols, ExistForEveryNameOfABatteryState) {
   Symbols symbols;
-  const auto names = wantedNames();
+  const auto names = namesOfAllStates();
   EXPECT_EQ(names.size(), 10U);
   for (const auto& name : names) {
     for (const int side : {16, 22, 24, 48}) {
@@ -59,10 +59,10 @@ TEST(Symbols, DrawEveryNameThatABatteryStateAsksFor) {
   }
 }
 
-TEST(Symbols, AreDistinctFromEachOther) {
+TEST(Symbols, DifferFromEachOther) {
   Symbols symbols;
   std::vector<QImage> seen;
-  for (const auto& name : wantedNames()) {
+  for (const auto& name : namesOfAllStates()) {
     const auto image = symbols.image(QString::fromStdString(name), 22, Qt::black);
     ASSERT_TRUE(image);
     for (const auto& other : seen) EXPECT_NE(*image, other) << name;
@@ -70,7 +70,7 @@ TEST(Symbols, AreDistinctFromEachOther) {
   }
 }
 
-TEST(Symbols, AnUnknownNameIsAbsent) {
+TEST(Symbols, AreAbsentForAnUnknownName) {
   Symbols symbols;
   EXPECT_FALSE(symbols.contains(QStringLiteral("battery.42")));
   EXPECT_FALSE(symbols.contains(QString()));
@@ -102,7 +102,7 @@ TEST(Symbols, ArePaddedNotScaledBetweenTheirGrids) {
   EXPECT_EQ(opaquePixels(*padded), opaquePixels(*crisp));
 }
 
-TEST(Symbols, TakeTheColourTheyAreAskedFor) {
+TEST(Symbols, AreDrawnInTheGivenColour) {
   Symbols symbols;
   const QColor colour(0xec, 0xee, 0xf1);
   const auto light = symbols.image(QStringLiteral("battery.100percent"), 22, colour);
