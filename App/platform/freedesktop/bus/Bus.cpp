@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A bus that is restarted is back soon; one that is not costs a wake-up a minute.
+// A restarted bus is back soon; a missing one costs one wake-up a minute.
 constexpr auto kFirstPause = 1s;
 constexpr auto kLongestPause = 60s;
 
@@ -58,9 +58,27 @@ Bus::~Bus() {
 }
 
 QDBusPendingCall Bus::asyncCall(const QDBusMessage& call, int timeout) const {
-  // The library would never finish a call on a connection that is closed.
+  // Qt never finishes a call on a closed connection.
   if (!isConnected()) return QDBusPendingCall::fromError({QDBusError::Disconnected, QString()});
   return connection_.asyncCall(call, timeout);
+}
+
+void Bus::call(const QDBusMessage& call, QObject* receiver,
+               std::function<void(const QDBusMessage& answer)> answered, int timeout) const {
+  auto* watcher = new QDBusPendingCallWatcher(asyncCall(call, timeout), receiver);
+  QObject::connect(watcher, &QDBusPendingCallWatcher::finished, receiver,
+                   [watcher, answered = std::move(answered)] {
+                     watcher->deleteLater();
+                     answered(watcher->reply());
+                   });
+}
+
+QDBusMessage Bus::method(const char* name, const QVariantList& arguments) {
+  const QString bus = QStringLiteral("org.freedesktop.DBus");
+  auto call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
+                                             QLatin1String(name));
+  call.setArguments(arguments);
+  return call;
 }
 
 void Bus::listen(const QString& path, const QString& interface, const QString& signal,
@@ -80,7 +98,7 @@ void Bus::connectNow() {
   QDBusConnection::disconnectFromBus(name_);
   connection_ = open_(name_);
   if (!isConnected()) return;
-  // Not a message of the bus: the library makes it when the connection ends.
+  // Qt itself emits this when the connection ends.
   connection_.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                       QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
                       this, SLOT(onDisconnected()));
@@ -97,17 +115,11 @@ void Bus::tryAgain() {
   retry_.start(std::min<std::chrono::milliseconds>(retry_.intervalAsDuration() * 2, kLongestPause));
   greeting_.reset();
   QDBusConnection::disconnectFromPeer(greetingName_);
-  // As a peer, because the library connects to those without waiting for an answer.
+  // As a peer, because Qt connects to a peer without waiting for an answer.
   const auto peer = QDBusConnection::connectToPeer(address_, greetingName_);
-  if (!peer.isConnected()) {
-    // No bus is there that could hang. Should it be elsewhere, the library knows where.
-    join();
-    return;
-  }
-  const QString bus = QStringLiteral("org.freedesktop.DBus");
-  greeting_ =
-      std::make_unique<QDBusPendingCallWatcher>(peer.asyncCall(QDBusMessage::createMethodCall(
-          bus, QStringLiteral("/org/freedesktop/DBus"), bus, QStringLiteral("Hello"))));
+  // No bus there that could hang. libdbus may know of one elsewhere.
+  if (!peer.isConnected()) return join();
+  greeting_ = std::make_unique<QDBusPendingCallWatcher>(peer.asyncCall(method("Hello")));
   QObject::connect(greeting_.get(), &QDBusPendingCallWatcher::finished, this, [this] {
     const bool answers = !greeting_->isError();
     greeting_.release()->deleteLater();

@@ -1,6 +1,7 @@
-// A message bus, which may go away and come back at the same address: a connection does not
-// reconnect by itself. Subscriptions made here hold on every later connection; what else a class
-// told the bus it tells again when `restored`. Main thread only.
+// A message bus, which may go away and come back at the same address: a QDBusConnection does not
+// reconnect by itself. Subscriptions made here hold on every later connection; everything else that
+// a bus keeps for a client, such as names and objects, must be set up again on `restored`. Main
+// thread only.
 #pragma once
 
 #include <QDBusConnection>
@@ -22,19 +23,19 @@ class Bus final : public QObject {
   Q_OBJECT
 
  public:
-  /// Connects here, which blocks the thread until the bus has answered: at once where there is
-  /// none, for as long as it hangs where one accepts and hangs.
+  /// Connects, which blocks the thread until the bus has answered: not at all where there is none,
+  /// for as long as it hangs where one accepts and hangs.
   ///
-  /// Without a bus it goes on trying, a minute apart in the end. These attempts do not block: a bus
-  /// is greeted asynchronously over a connection of its own, and joined as above once it has
-  /// answered. Only one that hangs between the two holds the thread up.
+  /// Without a bus it tries again, in the end once a minute. These attempts do not block: they
+  /// greet the bus asynchronously over a connection of their own and connect as above once it has
+  /// answered. Only a bus that hangs between the two blocks the thread.
   explicit Bus(QDBusConnection::BusType type);
   explicit Bus(const QString& address);
   ~Bus() override;
 
   [[nodiscard]] bool isConnected() const { return connection_.isConnected(); }
 
-  /// The present connection; another one after `restored`.
+  /// The current connection; another one after `restored`.
   [[nodiscard]] const QDBusConnection& connection() const { return connection_; }
 
   /// A further connection to the same bus, which is the caller's to close and is not restored.
@@ -49,8 +50,17 @@ class Bus final : public QObject {
   [[nodiscard]] QDBusPendingCall asyncCall(const QDBusMessage& call,
                                            int timeout = kUsualTimeout) const;
 
-  /// Connects the signal to a SLOT or SIGNAL of the receiver for as long as that lives. It may come
-  /// from anyone: a rule that named a service would make the library ask for its owner and wait.
+  /// The same; `answered` is called with the reply or the error, unless `receiver` is destroyed
+  /// before.
+  void call(const QDBusMessage& call, QObject* receiver,
+            std::function<void(const QDBusMessage& answer)> answered,
+            int timeout = kUsualTimeout) const;
+
+  /// A call of a method of the bus itself.
+  [[nodiscard]] static QDBusMessage method(const char* name, const QVariantList& arguments = {});
+
+  /// Connects the signal to a SLOT or SIGNAL of the receiver for as long as the receiver lives. It
+  /// may come from any sender: with a service in the rule Qt would ask for its owner and block.
   /// `arguments`: the texts with which the signal must begin.
   void listen(const QString& path, const QString& interface, const QString& signal,
               const QStringList& arguments, QObject* receiver, const char* slot);
@@ -58,7 +68,7 @@ class Bus final : public QObject {
  Q_SIGNALS:
   /// The connection ended; calls under way have failed.
   void lost();
-  /// There is a connection again, or at last.
+  /// There is a connection again, or for the first time.
   void restored();
 
  private Q_SLOTS:

@@ -2,8 +2,6 @@
 
 #include <QDBusArgument>
 #include <QDBusError>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <limits>
 #include <utility>
 
@@ -13,9 +11,9 @@ namespace tollbeam {
 
 namespace {
 
-constexpr int waitForever = std::numeric_limits<int>::max();
+constexpr int kForever = std::numeric_limits<int>::max();
 
-const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const auto kPropertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
 }  // namespace
 
@@ -25,26 +23,25 @@ RemoteProperties::RemoteProperties(Bus& bus, Address address, QStringList keys,
       address_(std::move(address)),
       keys_(std::move(keys)),
       owner_(bus_, address_.service, activation) {
-  // The rule names path and interface, so that the bus wakes us for nothing else.
-  bus_.listen(address_.path, propertiesInterface, QStringLiteral("PropertiesChanged"),
+  // The rule names path and interface, so that no other signal wakes the process.
+  bus_.listen(address_.path, kPropertiesInterface, QStringLiteral("PropertiesChanged"),
               {address_.interface}, this,
               SLOT(onPropertiesChanged(QString, QVariantMap, QStringList, QDBusMessage)));
   connect(&owner_, &ServiceOwner::changed, this, &RemoteProperties::onOwnerChanged);
 }
 
 void RemoteProperties::ask(int timeout) {
-  auto call = QDBusMessage::createMethodCall(address_.service, address_.path, propertiesInterface,
+  auto call = QDBusMessage::createMethodCall(address_.service, address_.path, kPropertiesInterface,
                                              QStringLiteral("GetAll"));
   call << address_.interface;
-  // A service that has gone meanwhile is not started for this.
+  // The service may have gone meanwhile; this must not start it.
   call.setAutoStartService(false);
-  const int question = ++question_;
-  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call, timeout), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this,
-          [this, question](QDBusPendingCallWatcher* finished) {
-            finished->deleteLater();
-            if (question == question_) take(finished->reply());
-          });
+  bus_.call(
+      call, this,
+      [this, question = ++question_](const QDBusMessage& answer) {
+        if (question == question_) take(answer);
+      },
+      timeout);
 }
 
 void RemoteProperties::take(const QDBusMessage& answer) {
@@ -56,9 +53,9 @@ void RemoteProperties::take(const QDBusMessage& answer) {
   } else {
     values_.reset();
     state_ = State::absent;
-    // Our patience ended, and the service has an owner still: it hangs. A question that waits for
-    // it is answered the moment it goes on.
-    if (QDBusError(answer).type() == QDBusError::NoReply) ask(waitForever);
+    // The service has an owner but hangs. A call without a timeout is answered as soon as it goes
+    // on.
+    if (QDBusError(answer).type() == QDBusError::NoReply) ask(kForever);
   }
   Q_EMIT updated();
 }
@@ -70,7 +67,7 @@ void RemoteProperties::onOwnerChanged() {
     state_ = State::absent;
   } else {
     state_ = State::asking;
-    ask(Bus::kUsualTimeout);
+    ask();
   }
   Q_EMIT updated();
 }
@@ -78,16 +75,16 @@ void RemoteProperties::onOwnerChanged() {
 void RemoteProperties::onPropertiesChanged(const QString& /*interface*/, const QVariantMap& changed,
                                            const QStringList& invalidated,
                                            const QDBusMessage& message) {
-  // What changes before the answer is in the answer.
+  // The answer to an open question contains this change.
   if (!values_ || !owner_.sent(message)) return;
   Q_EMIT heard();
   for (const auto& key : invalidated) {
-    if (keys_.contains(key)) return ask(Bus::kUsualTimeout);
+    if (keys_.contains(key)) return ask();
   }
-  auto news = followed(changed);
-  news.merge(Dictionary(*values_));
-  if (news == *values_) return;
-  values_ = std::move(news);
+  auto values = followed(changed);
+  values.merge(Dictionary(*values_));
+  if (values == *values_) return;
+  values_ = std::move(values);
   Q_EMIT updated();
 }
 

@@ -1,6 +1,6 @@
-// The properties of one object on the bus, kept up to date. Everything is asked again whenever the
+// The properties of one object on the bus, kept up to date. All are queried again whenever the
 // service gets a new owner, because a starting daemon sends its first signals before it owns its
-// name; an answer that belongs to an earlier owner is dropped. Never blocks. Main thread only.
+// name; answers of earlier owners are dropped. Never blocks. Main thread only.
 #pragma once
 
 #include <QDBusMessage>
@@ -25,23 +25,23 @@ class RemoteProperties final : public QObject {
     QString interface;
   };
 
-  /// Absent: no owner, or it refused to answer.
+  /// Absent: the service has no owner, or its owner refused to answer.
   enum class State { asking, known, absent };
 
-  /// `bus` outlives this object. Follows the properties named `keys`; others are neither kept nor
-  /// announced. What is there to know is known later.
+  /// `bus` outlives this object. Follows the properties named `keys` and ignores others. The state
+  /// is `asking` until the first answer.
   RemoteProperties(Bus& bus, Address address, QStringList keys, Activation activation);
 
-  /// Asks for all properties once more; what is known is kept meanwhile.
-  void ask() { ask(Bus::kUsualTimeout); }
+  /// Queries all properties once more and keeps the known values meanwhile. In milliseconds.
+  void ask(int timeout = Bus::kUsualTimeout);
 
   [[nodiscard]] State state() const { return state_; }
 
-  /// Flags, numbers and texts among the followed properties; absent unless `known`.
+  /// Flags, numbers and texts among the followed properties; present while `known`.
   [[nodiscard]] const std::optional<Dictionary>& values() const { return values_; }
 
  Q_SIGNALS:
-  /// The service answered or signalled, whether or not that changes anything. Comes before
+  /// The service answered or sent a signal, even one that changes nothing. Emitted before
   /// `updated`.
   void heard();
   /// The state or a followed value changed.
@@ -53,7 +53,6 @@ class RemoteProperties final : public QObject {
 
  private:
   void onOwnerChanged();
-  void ask(int timeout);
   void take(const QDBusMessage& answer);
   [[nodiscard]] Dictionary followed(const QVariantMap& properties) const;
 
@@ -63,6 +62,7 @@ class RemoteProperties final : public QObject {
   State state_ = State::asking;
   std::optional<Dictionary> values_;
   ServiceOwner owner_;
+  /// Incremented with each question; answers to earlier ones are out of date.
   int question_ = 0;
 };
 

@@ -1,20 +1,13 @@
 #include "platform/freedesktop/bus/ServiceOwner.h"
 
-#include <QDBusPendingCallWatcher>
 #include <utility>
 
 namespace tollbeam {
 
-namespace {
-
-const QString kBus = QStringLiteral("org.freedesktop.DBus");
-const QString kBusPath = QStringLiteral("/org/freedesktop/DBus");
-
-}  // namespace
-
 ServiceOwner::ServiceOwner(Bus& bus, QString service, Activation activation)
     : bus_(bus), service_(std::move(service)), activation_(activation) {
-  bus_.listen(kBusPath, kBus, QStringLiteral("NameOwnerChanged"), {service_}, this,
+  bus_.listen(QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
+              QStringLiteral("NameOwnerChanged"), {service_}, this,
               SLOT(onNameOwnerChanged(QString, QString, QString, QDBusMessage)));
   connect(&bus_, &Bus::lost, this, [this] {
     ++question_;
@@ -24,21 +17,9 @@ ServiceOwner::ServiceOwner(Bus& bus, QString service, Activation activation)
   ask();
 }
 
-void ServiceOwner::askBus(const char* method, const QVariantList& arguments,
-                          const std::function<void(const QDBusMessage&)>& answered) {
-  auto call = QDBusMessage::createMethodCall(kBus, kBusPath, kBus, QLatin1String(method));
-  call.setArguments(arguments);
-  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this,
-          [answered](QDBusPendingCallWatcher* finished) {
-            finished->deleteLater();
-            answered(finished->reply());
-          });
-}
-
 void ServiceOwner::ask() {
-  askBus("GetNameOwner", {service_}, [this, question = ++question_](const QDBusMessage& answer) {
-    // The library may deliver a later announcement first.
+  const auto take = [this, question = ++question_](const QDBusMessage& answer) {
+    // Qt may deliver a later NameOwnerChanged first.
     if (question != question_) return;
     if (answer.type() == QDBusMessage::ReplyMessage) {
       settle(answer.arguments().value(0).toString());
@@ -47,20 +28,22 @@ void ServiceOwner::ask() {
     } else {
       settle({});
     }
-  });
+  };
+  bus_.call(Bus::method("GetNameOwner", {service_}), this, take);
 }
 
 void ServiceOwner::start() {
   constexpr uint kNoFlags = 0;
-  askBus("StartServiceByName", {service_, kNoFlags}, [this](const QDBusMessage& answer) {
-    // The owner of one that was started has been announced.
-    if (answer.type() != QDBusMessage::ReplyMessage && name_.isEmpty()) settle({});
-  });
+  bus_.call(Bus::method("StartServiceByName", {service_, kNoFlags}), this,
+            [this](const QDBusMessage& answer) {
+              // A service that was started has been announced by NameOwnerChanged.
+              if (answer.type() != QDBusMessage::ReplyMessage && name_.isEmpty()) settle({});
+            });
 }
 
 void ServiceOwner::onNameOwnerChanged(const QString& /*service*/, const QString& /*before*/,
                                       const QString& now, const QDBusMessage& message) {
-  if (message.service() != kBus) return;
+  if (message.service() != QStringLiteral("org.freedesktop.DBus")) return;
   ++question_;
   settle(now);
 }

@@ -1,15 +1,14 @@
 // Who owns a service's name on the bus, kept up to date. A signal's sender is compared with the
-// owner, because rules that name the sender would make the library ask for it and wait, and replies
-// do not carry their sender on every release of Qt.
+// owner, because with the sender in the rule Qt would ask for the owner and block, and because
+// replies do not carry their sender in every release of Qt.
 //
-// The bus answers in order: who asks the service after building this, or when the owner changes,
-// knows the owner before the service's answer arrives. Never blocks. Main thread only.
+// A bus answers in order: a question to the service that is sent after the construction, or after a
+// change of the owner, is answered when the owner is known already. Never blocks. Main thread only.
 #pragma once
 
 #include <QDBusMessage>
 #include <QObject>
 #include <QString>
-#include <functional>
 
 #include "platform/freedesktop/bus/Bus.h"
 
@@ -25,7 +24,7 @@ class ServiceOwner final : public QObject {
   /// `bus` outlives this object.
   ServiceOwner(Bus& bus, QString service, Activation activation);
 
-  /// Its unique name; empty while there is no owner, or it is not known yet.
+  /// The owner's unique name; empty while there is no owner, or it is not known yet.
   [[nodiscard]] const QString& name() const { return name_; }
 
   [[nodiscard]] bool sent(const QDBusMessage& signal) const {
@@ -33,9 +32,9 @@ class ServiceOwner final : public QObject {
   }
 
  Q_SIGNALS:
-  /// Once when the owner is first known or there is none, also after an attempt to start one; then
-  /// at each change, and once more after the bus was lost and restored. Never before the
-  /// constructor has returned.
+  /// Once when it is first known whether there is an owner, after an attempt to start one where
+  /// that is allowed; then at each change, and once more after the bus was lost and restored. Never
+  /// before the constructor has returned.
   void changed();
 
  private Q_SLOTS:
@@ -43,8 +42,6 @@ class ServiceOwner final : public QObject {
                           const QDBusMessage& message);
 
  private:
-  void askBus(const char* method, const QVariantList& arguments,
-              const std::function<void(const QDBusMessage&)>& answered);
   void ask();
   void start();
   void settle(const QString& name);
@@ -53,7 +50,7 @@ class ServiceOwner final : public QObject {
   const QString service_;
   const Activation activation_;
   QString name_;
-  /// Counts what makes the answer to an open question out of date.
+  /// Incremented by whatever makes the answer to an open question out of date.
   int question_ = 0;
 };
 

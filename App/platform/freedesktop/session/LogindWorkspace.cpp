@@ -1,7 +1,6 @@
 #include "platform/freedesktop/session/LogindWorkspace.h"
 
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusReply>
 #include <QPointer>
 #include <utility>
 
@@ -9,16 +8,16 @@ namespace tollbeam {
 
 namespace {
 
-const auto service = QStringLiteral("org.freedesktop.login1");
-const auto path = QStringLiteral("/org/freedesktop/login1");
-const auto interface = QStringLiteral("org.freedesktop.login1.Manager");
+const auto kService = QStringLiteral("org.freedesktop.login1");
+const auto kPath = QStringLiteral("/org/freedesktop/login1");
+const auto kInterface = QStringLiteral("org.freedesktop.login1.Manager");
 
 }  // namespace
 
-// Without logind nobody announces sleep: there is nothing to start it for.
+// logind is not started for this: where it does not run, nothing announces sleep.
 LogindWorkspace::LogindWorkspace(Bus& systemBus)
-    : bus_(systemBus), owner_(bus_, service, Activation::forbidden) {
-  bus_.listen(path, interface, QStringLiteral("PrepareForSleep"), {}, this,
+    : bus_(systemBus), owner_(bus_, kService, Activation::forbidden) {
+  bus_.listen(kPath, kInterface, QStringLiteral("PrepareForSleep"), {}, this,
               SLOT(onPrepareForSleep(bool, QDBusMessage)));
   connect(&owner_, &ServiceOwner::changed, this, &LogindWorkspace::onOwnerChanged);
 }
@@ -32,25 +31,20 @@ Subscription LogindWorkspace::onDidWake(std::function<void()> callback) {
 }
 
 void LogindWorkspace::takeLock() {
-  auto call = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Inhibit"));
+  auto call =
+      QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Inhibit"));
   call << QStringLiteral("sleep") << QStringLiteral("Tollbeam")
        << QStringLiteral("The battery history is saved first") << QStringLiteral("delay");
   call.setAutoStartService(false);
-  const int request = ++request_;
-  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this,
-          [this, request](QDBusPendingCallWatcher* finished) {
-            finished->deleteLater();
-            const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *finished;
-            if (request != request_) return;
-            // A lock that comes while the machine prepares to sleep would hold it up: dropping the
-            // answer closes it.
-            if (reply.isValid() && !preparing_) lock_ = reply.value();
-          });
+  bus_.call(call, this, [this, request = ++request_](const QDBusMessage& answer) {
+    const QDBusReply<QDBusUnixFileDescriptor> lock = answer;
+    // A lock that comes during the preparation for sleep is released by dropping the answer.
+    if (request == request_ && lock.isValid() && !preparing_) lock_ = lock.value();
+  });
 }
 
 void LogindWorkspace::onPrepareForSleep(bool start, const QDBusMessage& message) {
-  // Anybody may send such a signal, and no lock is held for one that comes from nobody.
+  // Any process may send such a signal.
   if (!owner_.sent(message)) return;
   const QPointer<LogindWorkspace> alive(this);
   preparing_ = start;
@@ -65,7 +59,7 @@ void LogindWorkspace::onPrepareForSleep(bool start, const QDBusMessage& message)
 
 void LogindWorkspace::onOwnerChanged() {
   const QPointer<LogindWorkspace> alive(this);
-  // The one that announced sleep is gone; nobody will announce the wake.
+  // The logind that announced the sleep is gone and cannot announce the wake.
   if (std::exchange(preparing_, false)) didWake_.notify();
   if (alive && !owner_.name().isEmpty()) takeLock();
 }

@@ -1,6 +1,6 @@
 // Sleep and wake as logind announces them. A delay lock is held while the machine is awake, so that
-// sleep waits until the observers are done; it is given back right then, because every moment that
-// it is kept holds up the user who closed the lid.
+// sleep waits until the observers have returned; it is released right then, because a held lock
+// delays the sleep of a machine whose lid is closed.
 #pragma once
 
 #include <QDBusMessage>
@@ -32,6 +32,7 @@ class LogindWorkspace final : public QObject, public Workspace {
   Bus& bus_;
   QDBusUnixFileDescriptor lock_;
   ServiceOwner owner_;
+  /// Incremented with each request for a lock; answers to earlier ones are dropped.
   int request_ = 0;
   bool preparing_ = false;
   Observers<> willSleep_;

@@ -1,8 +1,7 @@
 #include "platform/freedesktop/session/SingleInstance.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusReply>
 #include <QTimer>
 #include <utility>
 
@@ -21,19 +20,13 @@ constexpr uint kDoNotQueue = 4;
 constexpr uint kPrimaryOwner = 1;
 constexpr uint kAlreadyOwner = 4;
 
-QDBusMessage busMethod(const char* name) {
-  return QDBusMessage::createMethodCall(
-      QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-      QStringLiteral("org.freedesktop.DBus"), QLatin1String(name));
-}
-
 }  // namespace
 
 SingleInstance::SingleInstance(Bus& sessionBus, QObject* parent)
     : QObject(parent), bus_(sessionBus) {
   connect(&bus_, &Bus::restored, this, [this] {
     publish();
-    // A start that had no answer from us may own the name for a moment.
+    // A start that got no answer from this one may own the name for a moment.
     askForName(
         kQueue, [] {}, [] {});
   });
@@ -42,8 +35,8 @@ SingleInstance::SingleInstance(Bus& sessionBus, QObject* parent)
 SingleInstance::~SingleInstance() {
   QDBusConnection bus = bus_.connection();
   bus.unregisterObject(kPath);
-  // The process may need a moment to end; a start meanwhile is the first.
-  bus.send(busMethod("ReleaseName") << kName);
+  // The process may take a moment to end; the next start need not wait for that.
+  bus.send(Bus::method("ReleaseName", {kName}));
 }
 
 void SingleInstance::publish() {
@@ -56,48 +49,34 @@ void SingleInstance::begin(std::function<void()> first, std::function<void()> ot
     QTimer::singleShot(0, this, std::move(first));
     return;
   }
-  // The object stands before the name is asked for: who finds the name finds us.
+  // Before the request, so that the owner of the name always has the object.
   publish();
   askForName(kDoNotQueue, first, [this, first, other = std::move(other)] {
-    askTheFirst([this, first, other](bool answered) {
-      if (answered) {
+    auto activate =
+        QDBusMessage::createMethodCall(kName, kPath, kInterface, QStringLiteral("Activate"));
+    activate << QVariantMap();
+    const auto answered = [this, first, other](const QDBusMessage& answer) {
+      if (answer.type() == QDBusMessage::ReplyMessage) {
         other();
       } else {
-        // One that was about to end, or died, took our question along: then its place is free.
+        // The owner ended before it could answer, or hangs: try to take its place.
         askForName(kDoNotQueue, first, other);
       }
-    });
+    };
+    bus_.call(activate, this, answered, kPatienceMs);
   });
 }
 
 void SingleInstance::askForName(uint flags, std::function<void()> granted,
                                 std::function<void()> taken) {
-  auto request = busMethod("RequestName");
-  request << kName << flags;
-  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(request, kPatienceMs), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this,
-          [watcher, granted = std::move(granted), taken = std::move(taken)] {
-            watcher->deleteLater();
-            const QDBusPendingReply<uint> reply = *watcher;
-            const bool isTaken = !reply.isError() && reply.value() != kPrimaryOwner &&
-                                 reply.value() != kAlreadyOwner;
-            if (isTaken) {
-              taken();
-            } else {
-              granted();
-            }
-          });
-}
-
-void SingleInstance::askTheFirst(std::function<void(bool answered)> then) {
-  auto activate =
-      QDBusMessage::createMethodCall(kName, kPath, kInterface, QStringLiteral("Activate"));
-  activate << QVariantMap();
-  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(activate, kPatienceMs), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, then = std::move(then)] {
-    watcher->deleteLater();
-    then(!watcher->isError());
-  });
+  const auto answered = [granted = std::move(granted),
+                         taken = std::move(taken)](const QDBusMessage& answer) {
+    const QDBusReply<uint> result = answer;
+    const bool isTaken =
+        result.isValid() && result.value() != kPrimaryOwner && result.value() != kAlreadyOwner;
+    (isTaken ? taken : granted)();
+  };
+  bus_.call(Bus::method("RequestName", {kName, flags}), this, answered, kPatienceMs);
 }
 
 void SingleInstance::Activate(const QVariantMap&) {

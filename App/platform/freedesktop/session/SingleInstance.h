@@ -1,5 +1,5 @@
-// One Tollbeam per session. The first one owns the application's name on the session bus; a later
-// one asks it to show itself and ends. Without a session bus every start is the first.
+// One Tollbeam per session. The first start owns the application's name on the session bus; a later
+// one activates the first and ends. Without a session bus every start is the first.
 #pragma once
 
 #include <QObject>
@@ -18,11 +18,12 @@ class SingleInstance final : public QObject {
   explicit SingleInstance(Bus& sessionBus, QObject* parent = nullptr);
   ~SingleInstance() override;
 
-  /// Finds out whether this is the first, without blocking; one of the two is called, later.
-  /// `other` comes when the first one has been asked (or does not answer within a few seconds).
+  /// Finds out without blocking whether this start is the first, and calls one of the two, never
+  /// before this returns. `other` is called when the first one has answered, or has the name and
+  /// has not answered within a few seconds.
   void begin(std::function<void()> first, std::function<void()> other);
 
-  /// Called whenever a later start asks.
+  /// Called at each later start.
   std::function<void()> onActivate;
 
  public Q_SLOTS:
@@ -35,7 +36,6 @@ class SingleInstance final : public QObject {
  private:
   void publish();
   void askForName(uint flags, std::function<void()> granted, std::function<void()> taken);
-  void askTheFirst(std::function<void(bool answered)> then);
 
   Bus& bus_;
 };
