@@ -21,7 +21,7 @@ class MainQueue : public Port {
   virtual void after(double seconds, std::function<void()> work) = 0;
 
   /// Runs `work` every `seconds` until the subscription dies; time asleep does not count. Each time
-  /// it may be up to `tolerance` seconds late, so that the system can wake once for several
+  /// it may be off by up to `tolerance` seconds, so that the system can wake once for several
   /// programs.
   virtual Subscription every(double seconds, double tolerance, std::function<void()> work) = 0;
 };

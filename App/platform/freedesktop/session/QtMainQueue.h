@@ -1,5 +1,5 @@
-// Qt's event loop as the main queue. Made on the main thread. Timers count the time that the
-// machine is awake; whoever needs a wall-clock deadline compares instants instead.
+// Qt's event loop as the main queue. Constructed on the main thread. Timers count only the time
+// that the machine is awake; for a wall-clock deadline compare instants instead.
 #pragma once
 
 #include <QObject>
@@ -13,11 +13,12 @@ class QtMainQueue final : public MainQueue {
   [[nodiscard]] bool isCurrent() const override;
   void async(std::function<void()> work) override;
 
-  /// Never early. Up to 24 days ahead. Work that the queue does not live to see is dropped.
+  /// Never early. Up to 24 days ahead. Work still waiting when the queue is destroyed is dropped.
   void after(double seconds, std::function<void()> work) override;
 
-  /// Never early, and never later than `tolerance` allows unless the thread is busy. Firings do not
-  /// drift; those that were missed while the thread was busy are not made up for.
+  /// With a tolerance of a second or more it fires at full seconds, the first time up to half a
+  /// second early; otherwise never early. Firings do not drift; those that were missed while the
+  /// thread was busy are not made up for.
   Subscription every(double seconds, double tolerance, std::function<void()> work) override;
 
  private:
