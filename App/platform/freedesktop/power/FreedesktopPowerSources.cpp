@@ -4,7 +4,7 @@
 #include <chrono>
 #include <utility>
 
-#include "platform/freedesktop/power/readings/SupplyReading.h"
+#include "platform/freedesktop/power/readings/SmartBattery.h"
 
 namespace tollbeam {
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace tollbeam {
 
@@ -20,8 +21,7 @@ ChargeState chargeState(std::string_view status) {
 
 // Firmware has given garbage bytes here; what is shown must be text.
 std::string printable(std::string_view text) {
-  const bool clean =
-      std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+  const bool clean = std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
   return clean && text != "-" ? std::string(text) : std::string();
 }
 
@@ -51,12 +51,15 @@ BatteryPack decode(const SupplyAttributes& supply) {
   return pack;
 }
 
+std::optional<double> percentOf(const Amounts& amounts) {
+  if (!amounts.now || !amounts.full) return std::nullopt;
+  return std::min(100.0, *amounts.now / *amounts.full * 100);
+}
+
 std::optional<double> percentOf(const BatteryPack& pack) {
   if (pack.percent) return pack.percent;
-  for (const auto& amounts : {pack.energy, pack.charge}) {
-    if (amounts.now && amounts.full) return std::min(100.0, *amounts.now / *amounts.full * 100);
-  }
-  return std::nullopt;
+  const auto percent = percentOf(pack.energy);
+  return percent ? percent : percentOf(pack.charge);
 }
 
 Amounts asEnergy(const BatteryPack& pack) {
@@ -73,22 +76,13 @@ template <typename AmountsOfPack>
 Amounts sum(const Packs& packs, AmountsOfPack amountsOfPack) {
   Amounts total{0.0, 0.0, 0.0};
   for (const auto& pack : packs) {
-    const Amounts amounts = amountsOfPack(pack);
+    const Amounts amounts = std::invoke(amountsOfPack, pack);
     for (const Part part : {&Amounts::now, &Amounts::full, &Amounts::design}) {
       if (!(amounts.*part)) (total.*part).reset();
       if (total.*part) *(total.*part) += *(amounts.*part);
     }
   }
   return total;
-}
-
-bool all(const Packs& packs, bool (*holds)(const BatteryPack&)) {
-  return std::all_of(packs.begin(), packs.end(), holds);
-}
-
-bool any(const Packs& packs, ChargeState state) {
-  return std::any_of(packs.begin(), packs.end(),
-                     [state](const BatteryPack& pack) { return pack.state == state; });
 }
 
 std::optional<double> meanPercent(const Packs& packs) {
@@ -111,45 +105,43 @@ std::vector<BatteryPack> internalBatteries(const PowerSupplies& supplies) {
   return packs;
 }
 
-bool tellsAnything(const SupplyAttributes& battery) {
+bool reportsAnything(const SupplyAttributes& battery) {
   const auto pack = decode(battery);
   return pack.state != ChargeState::unknown || pack.percent.value_or(0) > 0 ||
-         tellsAmounts(battery);
+         reportsAmounts(battery);
 }
 
-bool tellsAmounts(const SupplyAttributes& battery) {
+bool reportsAmounts(const SupplyAttributes& battery) {
   const auto pack = decode(battery);
-  const auto tells = [](const Amounts& amounts) {
+  const auto reports = [](const Amounts& amounts) {
     return amounts.now.value_or(0) > 0 || amounts.full || amounts.design;
   };
-  return tells(pack.energy) || tells(pack.charge);
+  return reports(pack.energy) || reports(pack.charge);
 }
 
 ChargeState combinedState(const Packs& packs) {
-  if (any(packs, ChargeState::discharging)) return ChargeState::discharging;
-  if (any(packs, ChargeState::charging)) return ChargeState::charging;
-  if (any(packs, ChargeState::notCharging)) return ChargeState::notCharging;
-  if (any(packs, ChargeState::unknown)) return ChargeState::unknown;
+  for (const auto state : {ChargeState::discharging, ChargeState::charging,
+                           ChargeState::notCharging, ChargeState::unknown}) {
+    if (std::ranges::find(packs, state, &BatteryPack::state) != packs.end()) return state;
+  }
   return packs.empty() ? ChargeState::unknown : ChargeState::full;
 }
 
 std::optional<double> combinedPercent(const Packs& packs) {
+  if (packs.empty()) return std::nullopt;
   if (packs.size() == 1) return percentOf(packs.front());
-  const auto energy = sum(packs, asEnergy);
-  const auto charge = sum(packs, [](const BatteryPack& pack) { return pack.charge; });
-  for (const auto& total : {energy, charge}) {
-    if (total.now && total.full && *total.full > 0) {
-      return std::min(100.0, *total.now / *total.full * 100);
-    }
+  for (const auto& total : {sum(packs, asEnergy), sum(packs, &BatteryPack::charge)}) {
+    if (const auto percent = percentOf(total)) return percent;
   }
-  return packs.empty() ? std::nullopt : meanPercent(packs);
+  return meanPercent(packs);
 }
 
 CombinedAmounts combinedAmounts(const Packs& packs) {
-  const bool allEnergy = all(packs, [](const BatteryPack& pack) { return pack.energy.known(); });
-  const bool allCharge = all(packs, [](const BatteryPack& pack) { return pack.charge.known(); });
-  if (allCharge && !allEnergy) {
-    return {false, sum(packs, [](const BatteryPack& pack) { return pack.charge; })};
+  const auto allKnow = [&packs](Amounts BatteryPack::*amounts) {
+    return std::ranges::all_of(packs, &Amounts::known, amounts);
+  };
+  if (allKnow(&BatteryPack::charge) && !allKnow(&BatteryPack::energy)) {
+    return {false, sum(packs, &BatteryPack::charge)};
   }
   return {true, sum(packs, asEnergy)};
 }

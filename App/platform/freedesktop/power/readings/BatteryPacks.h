@@ -1,6 +1,6 @@
-// The machine's battery packs, decoded from the kernel's attributes, and what they amount to
-// together. A laptop with two packs has one battery to its user: half of the packs is never told as
-// the whole, so a sum exists only when every pack has its part.
+// The machine's battery packs, decoded from the kernel's attributes, and their combination. A
+// laptop with two packs has one battery to its user: one pack must never pass for the whole
+// battery, so a sum exists only when every pack reports its part.
 #pragma once
 
 #include <optional>
@@ -38,21 +38,20 @@ struct BatteryPack {
   std::optional<double> temperature;
 };
 
-/// The internal batteries that are there, in the order of their names.
+/// The internal batteries that are present, in the order of their names.
 [[nodiscard]] std::vector<BatteryPack> internalBatteries(const PowerSupplies& supplies);
 
-/// Whether the battery tells what it does, a charge or an amount. A charge of 0 is none of these
-/// while the state is unknown.
-[[nodiscard]] bool tellsAnything(const SupplyAttributes& battery);
+/// Whether the battery reports a state, a charge or an amount. A charge of 0 with an unknown state
+/// does not count.
+[[nodiscard]] bool reportsAnything(const SupplyAttributes& battery);
 
-/// Whether the battery tells how much it holds, has held or can hold, as a pack of the machine
-/// does.
-[[nodiscard]] bool tellsAmounts(const SupplyAttributes& battery);
+/// Whether the battery reports how much it holds or can hold, as a pack of the machine does.
+[[nodiscard]] bool reportsAmounts(const SupplyAttributes& battery);
 
-/// What the packs do together, as UPower has it.
+/// The packs' common state, combined as UPower does it.
 [[nodiscard]] ChargeState combinedState(const std::vector<BatteryPack>& packs);
 
-/// The charge of all packs, each with its share of the energy. Absent unless every pack tells.
+/// The charge of all packs, weighted by their energy. Absent unless every pack reports its part.
 [[nodiscard]] std::optional<double> combinedPercent(const std::vector<BatteryPack>& packs);
 
 /// In the packs' common unit: charge where all report charge and not all report energy, energy
@@ -63,10 +62,10 @@ struct CombinedAmounts {
 };
 [[nodiscard]] CombinedAmounts combinedAmounts(const std::vector<BatteryPack>& packs);
 
-/// The size of the pack's power in µW, never negative.
+/// The pack's power in µW, never negative.
 [[nodiscard]] std::optional<double> powerOf(const BatteryPack& pack);
 
-/// The size of the pack's current in µA, never negative.
+/// The pack's current in µA, never negative.
 [[nodiscard]] std::optional<double> currentOf(const BatteryPack& pack);
 
 }  // namespace tollbeam

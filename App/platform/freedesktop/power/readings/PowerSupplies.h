@@ -1,5 +1,5 @@
-// The kernel's power supplies: one folder per device, one small text file per attribute. Which
-// device is what is told by its attributes, never by its name: batteries are called BAT1, CMB0 or
+// The kernel's power supplies: one folder per device, one small text file per attribute. The
+// attributes tell the kind of a device, never its name: batteries are called BAT1, CMB0 or
 // macsmc-battery, and a mouse's battery is a power supply too.
 #pragma once
 
@@ -23,18 +23,18 @@ using PowerSupplies = std::map<std::string, SupplyAttributes, std::less<>>;
 /// The attribute's text; empty when there is none.
 [[nodiscard]] std::string_view textOf(const SupplyAttributes& supply, std::string_view attribute);
 
-/// The attribute's whole number; absent when it is missing, no number or outside the bounds, which
-/// are what tells a reading from a register's "unknown".
+/// The attribute's whole number; absent when it is missing, no number or outside the bounds: a
+/// register's "unknown" is a number out of bounds.
 [[nodiscard]] std::optional<double> numberOf(const SupplyAttributes& supply,
                                              std::string_view attribute, double least, double most);
 
 /// A battery that runs this machine, as opposed to one of a mouse or a headset.
 [[nodiscard]] bool isInternalBattery(const SupplyAttributes& supply);
 
-/// A charger or another source from outside.
+/// A charger or another external source.
 [[nodiscard]] bool isExternalSupply(const SupplyAttributes& supply);
 
-/// Whether external power is connected; absent when the machine has no supply that could tell.
+/// Whether external power is connected; absent when no supply of the machine reports it.
 [[nodiscard]] std::optional<bool> externalPowerConnected(const PowerSupplies& supplies);
 
 /// Largest possible readings, in the kernel's millionths: beyond them a value is an unset register.

@@ -1,6 +1,6 @@
-// One reading of a power source, whoever gave it, and the power-source table made of it. A reading
-// can be a glitch: firmware that has not woken up yet says "unknown, 0 %", and taking that at its
-// word is how other programs warn of an empty battery at every boot.
+// One reading of a power source, from UPower or the kernel, and the power-source table made of it.
+// A reading can be a glitch: firmware that is not awake yet reports "unknown, 0 %", which would be
+// a warning of an empty battery at every boot.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace tollbeam {
 enum class ChargeState { unknown, charging, discharging, full, notCharging };
 
 struct SourceReading {
-  /// "InternalBattery", or another text for what is no battery of this machine's own.
+  /// "InternalBattery", or another text for a source that is no battery of this machine.
   std::string type = "InternalBattery";
   /// Empty when the source has none.
   std::string name;
@@ -26,21 +26,20 @@ struct SourceReading {
   std::optional<std::int64_t> minutesToEmpty;
 };
 
-/// Longer estimates come from a rate that is next to nothing, or from garbage: they are no
-/// estimates.
-constexpr std::int64_t longestMinutesToFull = 20 * 60;
-constexpr std::int64_t longestMinutesToEmpty = 10 * 24 * 60;
+/// Longer estimates come from a rate near zero or from garbage, and are left out.
+constexpr std::int64_t kLongestMinutesToFull = 20 * 60;
+constexpr std::int64_t kLongestMinutesToEmpty = 10 * 24 * 60;
 
 [[nodiscard]] bool isGlitch(const SourceReading& reading);
 
-/// The table with this one source; without a source it is empty.
+/// The table with this one source; empty without a source.
 [[nodiscard]] List powerTable(const std::optional<SourceReading>& reading);
 
-/// Whether the table's first source is a battery of this machine's own.
+/// Whether the table's first source is a battery of this machine.
 [[nodiscard]] bool hasInternalBattery(const List& table);
 
-/// The table as far as its readers look: the charge in whole percent. Two tables that are equal
-/// after this need no second look.
+/// The table with the charge in whole percent, which is all that readers use: when this does not
+/// change, no refresh is needed.
 [[nodiscard]] List inWholePercent(List table);
 
 }  // namespace tollbeam

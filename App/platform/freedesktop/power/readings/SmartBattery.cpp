@@ -1,3 +1,5 @@
+#include "platform/freedesktop/power/readings/SmartBattery.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -30,8 +32,8 @@ std::optional<double> firstVoltage(const Packs& packs) {
   return std::nullopt;
 }
 
-// The status tells the direction. Where it does not, the driver's sign is all there is, except
-// that a battery without external power cannot be filling.
+// The status gives the direction. Otherwise the driver's sign does, except that a battery without
+// external power cannot be charging.
 double signedBy(const BatteryPack& pack, bool external, double size) {
   if (pack.state == ChargeState::charging) return size;
   if (pack.state == ChargeState::discharging || !external) return -size;
@@ -44,7 +46,7 @@ bool moves(const BatteryPack& pack) {
   return pack.state == ChargeState::charging || pack.state == ChargeState::discharging;
 }
 
-// The current that, at the voltage that is told, is the power of all packs.
+// The current that amounts to the power of all packs at `voltage`, which is the one reported.
 std::optional<double> combinedCurrent(const Packs& packs, std::optional<double> voltage,
                                       bool external) {
   if (packs.size() == 1) {
@@ -54,15 +56,15 @@ std::optional<double> combinedCurrent(const Packs& packs, std::optional<double> 
   }
   if (!voltage) return std::nullopt;
   double total = 0;
-  bool told = false;
+  bool known = false;
   for (const auto& pack : packs) {
     const auto power = powerOf(pack);
-    // A pack at rest may keep silent; one that is at work must be counted.
+    // Only a pack at rest need not report its power.
     if (!power && moves(pack)) return std::nullopt;
-    told = told || power;
+    known = known || power;
     total += signedBy(pack, external, power.value_or(0));
   }
-  if (!told) return std::nullopt;
+  if (!known) return std::nullopt;
   return total / *voltage * 1e6;
 }
 

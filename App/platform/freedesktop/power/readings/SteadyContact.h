@@ -1,9 +1,9 @@
-// Keeps a charger's worn contact from being told ten times a second: each change would be a
-// refresh, a sample and perhaps an alert. The first change counts at once, and so do those within
-// the half second in which it settles; later ones count when external power has not changed for
-// three seconds. A contact that never rests counts as it is once a minute: the history has a sample
-// a minute anyway, and the state of an hour ago would be wrong. What the battery does follows
-// external power, its charge is never held back.
+// Filters a charger's worn contact, which would otherwise cause ten refreshes, samples and perhaps
+// alerts a second. The first change counts at once, and so do those within the half second in which
+// it settles; later ones count when external power has not changed for three seconds. A contact
+// that never rests counts as it is once a minute: the history has a sample a minute anyway, and the
+// state of an hour ago would be wrong. State and estimates are held back together with external
+// power, the charge never.
 #pragma once
 
 #include <chrono>
@@ -18,22 +18,22 @@ class SteadyContact {
   /// Since any fixed moment; never goes back.
   using Time = std::chrono::milliseconds;
 
-  /// The reading with external power as it counts at `now`. To be given each reading in turn.
+  /// The reading with external power as it counts at `now`. To be called with each reading in turn.
   [[nodiscard]] SourceReading steady(SourceReading reading, Time now);
 
-  /// When a reading that is held back counts, if external power does not change before; absent when
-  /// none is.
+  /// When a reading that is held back counts if external power does not change before; absent when
+  /// none is held back.
   [[nodiscard]] std::optional<Time> due() const;
 
   /// The next reading counts as it is, whatever came before.
-  void forget() { told_.reset(); }
+  void forget() { last_.reset(); }
 
  private:
   enum class Phase { calm, settling, holding };
 
   void follow(bool external, Time now);
 
-  std::optional<SourceReading> told_;
+  std::optional<SourceReading> last_;
   Phase phase_ = Phase::calm;
   /// As last read, held back or not.
   bool external_ = false;

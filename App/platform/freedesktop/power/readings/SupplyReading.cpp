@@ -7,7 +7,7 @@ namespace tollbeam {
 namespace {
 
 // How fast the packs in this state fill or empty, in the unit of the amounts per hour; absent when
-// one of them does not tell.
+// one of them does not report it.
 std::optional<double> rate(const std::vector<BatteryPack>& packs, ChargeState state,
                            bool isEnergy) {
   double total = 0;
@@ -43,7 +43,7 @@ std::optional<SourceReading> readSupplies(const PowerSupplies& supplies) {
   SourceReading reading;
   if (packs.size() == 1) reading.name = packs.front().model;
   const auto percent = combinedPercent(packs);
-  if (!percent) return reading;  // "Unknown, 0 %": the battery is there and does not tell.
+  if (!percent) return reading;  // A glitch.
   reading.percent = *percent;
   reading.state = combinedState(packs);
   const bool discharging = reading.state == ChargeState::discharging;
@@ -52,10 +52,10 @@ std::optional<SourceReading> readSupplies(const PowerSupplies& supplies) {
   const auto [isEnergy, amounts] = combinedAmounts(packs);
   const auto perHour = rate(packs, reading.state, isEnergy);
   if (discharging && amounts.now) {
-    reading.minutesToEmpty = minutes(*amounts.now, perHour, longestMinutesToEmpty);
+    reading.minutesToEmpty = minutes(*amounts.now, perHour, kLongestMinutesToEmpty);
   }
   if (reading.state == ChargeState::charging && amounts.now && amounts.full) {
-    reading.minutesToFull = minutes(*amounts.full - *amounts.now, perHour, longestMinutesToFull);
+    reading.minutesToFull = minutes(*amounts.full - *amounts.now, perHour, kLongestMinutesToFull);
   }
   return reading;
 }

@@ -68,8 +68,8 @@ std::optional<SourceReading> readUPower(const UPowerAnswer& answer) {
     reading.state = chargeState(integerAt(device, "State").value_or(0));
   }
   reading.onExternalPower = !answer.onBattery;
-  reading.minutesToFull = minutes(integerAt(device, "TimeToFull"), longestMinutesToFull);
-  reading.minutesToEmpty = minutes(integerAt(device, "TimeToEmpty"), longestMinutesToEmpty);
+  reading.minutesToFull = minutes(integerAt(device, "TimeToFull"), kLongestMinutesToFull);
+  reading.minutesToEmpty = minutes(integerAt(device, "TimeToEmpty"), kLongestMinutesToEmpty);
   return reading;
 }
 

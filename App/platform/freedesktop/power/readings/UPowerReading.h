@@ -1,5 +1,5 @@
-// What UPower says of the battery, decoded. UPower's display device already combines all packs of a
-// laptop; whether the machine runs on external power is told by the daemon's manager object alone.
+// UPower's properties of the battery, decoded. UPower's display device already combines all packs
+// of a laptop; only the daemon's manager object tells whether the machine runs on external power.
 #pragma once
 
 #include <optional>

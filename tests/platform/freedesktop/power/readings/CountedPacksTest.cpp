@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/freedesktop/power/readings/SmartBattery.h"
 #include "platform/freedesktop/power/readings/Supplies.h"
 #include "platform/freedesktop/power/readings/SupplyReading.h"
 

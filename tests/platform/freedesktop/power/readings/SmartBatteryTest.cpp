@@ -1,7 +1,8 @@
+#include "platform/freedesktop/power/readings/SmartBattery.h"
+
 #include <gtest/gtest.h>
 
 #include "platform/freedesktop/power/readings/Supplies.h"
-#include "platform/freedesktop/power/readings/SupplyReading.h"
 
 namespace tollbeam {
 namespace {
