@@ -26,6 +26,7 @@
 #include "platform/freedesktop/session/LogindWorkspace.h"
 #include "platform/freedesktop/session/QtMainQueue.h"
 #include "platform/freedesktop/session/SingleInstance.h"
+#include "platform/freedesktop/session/SleepHold.h"
 #include "platform/freedesktop/session/SystemClock.h"
 #include "platform/freedesktop/session/TerminationSignals.h"
 #include "platform/freedesktop/sounds/DesktopSounds.h"
@@ -133,8 +134,9 @@ class Program {
   Translations translations_{QString::fromStdString(bundle_.resources() + "/translations")};
   JsonUserDefaults userDefaults_{files_, JsonUserDefaults::defaultPath()};
   LogindWorkspace workspace_{systemBus_};
-  FreedesktopPowerSources powerSources_{systemBus_, workspace_};
-  PowerProfilesProcessInfo processInfo_{systemBus_, workspace_};
+  SleepHold sleepHold_{workspace_};
+  FreedesktopPowerSources powerSources_{systemBus_, sleepHold_};
+  PowerProfilesProcessInfo processInfo_{systemBus_, sleepHold_};
   DesktopSounds systemSounds_{
       std::filesystem::path(bundle_.executable()).replace_filename("tollbeam-sound"),
       bundle_.resources() + "/sounds/tollbeam"};

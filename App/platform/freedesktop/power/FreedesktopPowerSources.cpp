@@ -1,7 +1,6 @@
 #include "platform/freedesktop/power/FreedesktopPowerSources.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include "platform/freedesktop/power/readings/SmartBattery.h"
@@ -12,16 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const auto service = QStringLiteral("org.freedesktop.UPower");
-
-RemoteProperties::Address displayDevice() {
-  return {service, QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice"),
-          QStringLiteral("org.freedesktop.UPower.Device")};
-}
-
-RemoteProperties::Address manager() {
-  return {service, QStringLiteral("/org/freedesktop/UPower"), service};
-}
+const auto kService = QStringLiteral("org.freedesktop.UPower");
 
 QStringList deviceKeys() {
   return {QStringLiteral("Type"),       QStringLiteral("IsPresent"),  QStringLiteral("Model"),
@@ -29,47 +19,56 @@ QStringList deviceKeys() {
           QStringLiteral("TimeToEmpty")};
 }
 
-// Nothing to read and no battery are the same to a reader.
-List asSeen(const PowerTableCache::Table& table) {
+// No table and no battery look the same to a reader.
+List visibleIn(const PowerTableCache::Table& table) {
   return inWholePercent(table.sources.value_or(List{}));
 }
 
 }  // namespace
 
-FreedesktopPowerSources::FreedesktopPowerSources(Bus& systemBus, Workspace& workspace,
-                                                 std::string suppliesFolder,
-                                                 LaunchPatience patience,
-                                                 DaemonSilence::Patience patienceWithSilence,
-                                                 std::chrono::milliseconds settling)
+FreedesktopPowerSources::FreedesktopPowerSources(Bus& systemBus, SleepHold& hold,
+                                                 std::string suppliesFolder, PowerTiming timing)
     : bus_(systemBus),
+      hold_(hold),
       suppliesFolder_(std::move(suppliesFolder)),
-      device_(systemBus, displayDevice(), deviceKeys(), Activation::allowed),
-      manager_(systemBus, manager(), {QStringLiteral("OnBattery")}, Activation::allowed),
-      cache_(patienceWithSilence),
-      readiness_(patience.glitch),
-      hold_(workspace, [this] { onHoldReleased(); }) {
+      device_(systemBus,
+              {kService, QStringLiteral("/org/freedesktop/UPower/devices/DisplayDevice"),
+               QStringLiteral("org.freedesktop.UPower.Device")},
+              deviceKeys(), Activation::allowed),
+      manager_(systemBus, {kService, QStringLiteral("/org/freedesktop/UPower"), kService},
+               {QStringLiteral("OnBattery")}, Activation::allowed),
+      kernelMonitor_([this](auto change) { onKernelEvent(change); }),
+      cache_(timing.silence),
+      readiness_(timing.glitch) {
   sinceStart_.start();
-  review_.setSingleShot(true);
+  const auto setUp = [](QTimer& timer, auto action) {
+    timer.setSingleShot(true);
+    timer.callOnTimeout(&timer, std::move(action));
+  };
+  setUp(review_, [this] { onReviewDue(); });
+  // A coarse timer may fire early, before the table changes.
   review_.setTimerType(Qt::PreciseTimer);
-  QObject::connect(&review_, &QTimer::timeout, &review_, [this] { onReviewDue(); });
-  settling_.setSingleShot(true);
-  settling_.setInterval(settling);
-  QObject::connect(&settling_, &QTimer::timeout, &settling_, [this] { onSettled(); });
+  setUp(settling_, [this] { onSettled(); });
+  settling_.setInterval(timing.settling);
+  setUp(patienceWithDaemon_, [this] { tryFirstReading(); });
+  patienceWithDaemon_.start(timing.daemon);
   for (auto* properties : {&device_, &manager_}) {
-    QObject::connect(properties, &RemoteProperties::heard, &settling_, [this] { onDaemonHeard(); });
-    QObject::connect(properties, &RemoteProperties::updated, &settling_,
+    QObject::connect(properties, &RemoteProperties::heard, properties, [this] {
+      if (cache_.heardFromDaemon()) onDaemonUpdated();
+    });
+    QObject::connect(properties, &RemoteProperties::updated, properties,
                      [this] { onDaemonUpdated(); });
   }
-  patienceWithDaemon_.setSingleShot(true);
-  QObject::connect(&patienceWithDaemon_, &QTimer::timeout, &patienceWithDaemon_,
-                   [this] { lookForFirstReading(); });
-  patienceWithDaemon_.start(patience.daemon);
-  ownReadiness_ = readiness_.whenReady([this] { onReady(); });
+  ownReadiness_ = readiness_.whenReady([this] { announceIfChanged(); });
+  holdReleased_ = hold.onRelease([this] {
+    // Changes that are settling are announced when they have.
+    if (readiness_.isReady() && !settling_.isActive()) announceIfChanged();
+  });
 }
 
 std::optional<List> FreedesktopPowerSources::descriptions() const {
   auto table = read();
-  known_ = asSeen(table);
+  known_ = visibleIn(table);
   return std::move(table.sources);
 }
 
@@ -79,8 +78,7 @@ std::optional<Dictionary> FreedesktopPowerSources::smartBattery() const {
 }
 
 std::optional<Subscription> FreedesktopPowerSources::observe(std::function<void()> changed) {
-  if (!bus_.isConnected()) watchKernel();
-  if (!bus_.isConnected() && !kernelMonitor_) return std::nullopt;
+  if (!bus_.isConnected() && !kernelMonitor_.isListening()) return std::nullopt;
   return observers_.add(std::move(changed));
 }
 
@@ -101,11 +99,11 @@ std::optional<PowerSupplies> FreedesktopPowerSources::readKernel() const {
 }
 
 PowerTableCache::Table FreedesktopPowerSources::read() const {
-  // What the machine starts or wakes up with is no flapping of the charger's contact.
+  // A change of the charger during a launch or a sleep is not a flapping contact.
   if (!readiness_.isReady() || hold_.isHolding()) cache_.forgetContact();
   const std::chrono::milliseconds now(sinceStart_.elapsed());
   auto table = cache_.update(daemonsAnswer(), readKernel(), now);
-  followsKernelsBatteries_ = table.fromKernel || !daemonsAnswer();
+  followsKernelsBatteries_ = table.fromKernel;
   if (const auto due = cache_.due()) {
     review_.start(std::max(*due - now, 0ms));
   } else {
@@ -114,33 +112,25 @@ PowerTableCache::Table FreedesktopPowerSources::read() const {
   return table;
 }
 
-void FreedesktopPowerSources::lookForFirstReading() {
+void FreedesktopPowerSources::tryFirstReading() {
   using State = RemoteProperties::State;
   const bool gone = device_.state() == State::absent || manager_.state() == State::absent;
   if (!daemonsAnswer() && !gone && patienceWithDaemon_.isActive()) return;
-  if (settling_.isActive()) return;
-  // Before the look: what happens after it is an event. The kernel may have the battery's first
-  // word.
-  watchKernel();
+  if (readiness_.isReady() || settling_.isActive()) return;
   if (read().isGlitch) {
     glitched_ = true;
-    return;
+  } else if (std::exchange(glitched_, false)) {
+    // A battery that wakes up reports its charge first, and in another signal that it discharges.
+    settling_.start();
+  } else {
+    readiness_.markReady();
   }
-  // A battery that wakes up tells its charge first; that it feeds the machine, in another signal.
-  if (std::exchange(glitched_, false)) return settling_.start();
-  readiness_.markReady();
-}
-
-void FreedesktopPowerSources::onDaemonHeard() {
-  const bool goesOn = cache_.isDaemonSilent();
-  cache_.heardFromDaemon();
-  if (goesOn) onDaemonUpdated();
 }
 
 void FreedesktopPowerSources::onDaemonUpdated() {
-  if (!readiness_.isReady()) return lookForFirstReading();
-  // Only what a reader would see is worth a wake-up half a second from now.
-  if (known_ != asSeen(read()) && !settling_.isActive()) settling_.start();
+  if (!readiness_.isReady()) return tryFirstReading();
+  // Other changes are not worth a wake-up half a second later.
+  if (known_ != visibleIn(read()) && !settling_.isActive()) settling_.start();
 }
 
 void FreedesktopPowerSources::onReviewDue() {
@@ -152,10 +142,15 @@ void FreedesktopPowerSources::onReviewDue() {
 }
 
 void FreedesktopPowerSources::onKernelEvent(PowerSupplyMonitor::Change change) {
-  // UPower signals what its batteries do.
+  // UPower signals the changes of its batteries.
   if (change == PowerSupplyMonitor::Change::battery && !followsKernelsBatteries_) return;
-  // Each change of the contact counts, also one that is over when the burst has settled.
-  if (readiness_.isReady()) static_cast<void>(read());
+  if (readiness_.isReady()) {
+    // Counts each change of the contact, also one that is undone before the burst has settled.
+    static_cast<void>(read());
+  } else if (!glitched_ && !settling_.isActive()) {
+    // The first reading is yet to come.
+    return;
+  }
   // The last event of a burst needs its full time: its content may come as late as the first's.
   if (settling_.isActive()) {
     settleAgain_ = true;
@@ -164,34 +159,18 @@ void FreedesktopPowerSources::onKernelEvent(PowerSupplyMonitor::Change change) {
   }
 }
 
-void FreedesktopPowerSources::onReady() {
-  patienceWithDaemon_.stop();
-  watchKernel();
-  announceIfChanged(read());
-}
-
 void FreedesktopPowerSources::onSettled() {
   if (std::exchange(settleAgain_, false)) settling_.start();
-  if (!readiness_.isReady()) return lookForFirstReading();
-  announceIfChanged(read());
+  if (!readiness_.isReady()) return tryFirstReading();
+  announceIfChanged();
 }
 
-void FreedesktopPowerSources::onHoldReleased() {
-  // What is settling is told when it has.
-  if (readiness_.isReady() && !settling_.isActive()) announceIfChanged(read());
-}
-
-void FreedesktopPowerSources::watchKernel() {
-  if (kernelMonitor_) return;
-  kernelMonitor_ = PowerSupplyMonitor::start(
-      [this](PowerSupplyMonitor::Change change) { onKernelEvent(change); });
-}
-
-void FreedesktopPowerSources::announceIfChanged(const PowerTableCache::Table& table) {
+void FreedesktopPowerSources::announceIfChanged() {
+  const auto table = read();
   if (hold_.isHolding()) return;
-  auto seen = asSeen(table);
-  if (known_ == seen) return;
-  known_ = std::move(seen);
+  auto visible = visibleIn(table);
+  if (known_ == visible) return;
+  known_ = std::move(visible);
   observers_.notify();
 }
 

@@ -8,31 +8,29 @@ namespace tollbeam {
 
 namespace {
 
-constexpr std::chrono::milliseconds longestWait(1500);
+constexpr std::chrono::milliseconds kLongestWait(1500);
 
-// Starting the daemon may set another profile than the one in force, and a program that only looks
-// has no business doing that.
-constexpr auto activation = Activation::forbidden;
+// Starting the daemon may set another profile than the one in force.
+constexpr auto kActivation = Activation::forbidden;
 
-RemoteProperties::Address currentAddress() {
-  const auto name = QStringLiteral("org.freedesktop.UPower.PowerProfiles");
-  return {name, QStringLiteral("/org/freedesktop/UPower/PowerProfiles"), name};
-}
-
-RemoteProperties::Address olderAddress() {
-  const auto name = QStringLiteral("net.hadess.PowerProfiles");
-  return {name, QStringLiteral("/net/hadess/PowerProfiles"), name};
+RemoteProperties::Address addressOf(const QString& name) {
+  return {name, QLatin1Char('/') + QString(name).replace(QLatin1Char('.'), QLatin1Char('/')), name};
 }
 
 }  // namespace
 
-PowerProfilesProcessInfo::PowerProfilesProcessInfo(Bus& systemBus, Workspace& workspace)
-    : profiles_(systemBus, currentAddress(), {QStringLiteral("ActiveProfile")}, activation),
-      olderProfiles_(systemBus, olderAddress(), {QStringLiteral("ActiveProfile")}, activation),
-      readiness_(longestWait),
-      hold_(workspace, [this] { announceIfChanged(); }) {
-  follow(profiles_);
-  follow(olderProfiles_);
+PowerProfilesProcessInfo::PowerProfilesProcessInfo(Bus& systemBus, SleepHold& hold)
+    : hold_(hold),
+      profiles_(systemBus, addressOf(QStringLiteral("org.freedesktop.UPower.PowerProfiles")),
+                {QStringLiteral("ActiveProfile")}, kActivation),
+      olderProfiles_(systemBus, addressOf(QStringLiteral("net.hadess.PowerProfiles")),
+                     {QStringLiteral("ActiveProfile")}, kActivation),
+      readiness_(kLongestWait),
+      holdReleased_(hold.onRelease([this] { announceIfChanged(); })) {
+  for (auto* profiles : {&profiles_, &olderProfiles_}) {
+    QObject::connect(profiles, &RemoteProperties::updated, profiles,
+                     [this, profiles] { onUpdated(*profiles); });
+  }
 }
 
 Subscription PowerProfilesProcessInfo::onPowerStateChange(std::function<void()> changed) {
@@ -41,11 +39,6 @@ Subscription PowerProfilesProcessInfo::onPowerStateChange(std::function<void()> 
 
 Subscription PowerProfilesProcessInfo::whenReady(std::function<void()> ready) {
   return readiness_.whenReady(std::move(ready));
-}
-
-void PowerProfilesProcessInfo::follow(RemoteProperties& profiles) {
-  QObject::connect(&profiles, &RemoteProperties::updated, &context_,
-                   [this, &profiles] { onUpdated(profiles); });
 }
 
 void PowerProfilesProcessInfo::onUpdated(const RemoteProperties& profiles) {
@@ -59,7 +52,7 @@ void PowerProfilesProcessInfo::onUpdated(const RemoteProperties& profiles) {
     enabled_ = *active->text() == "power-saver";
   }
 
-  const QPointer<QObject> alive(&context_);
+  const QPointer alive(&profiles);
   announceIfChanged();
   if (alive && (anyKnown || allAbsent) && !readiness_.isReady()) readiness_.markReady();
 }

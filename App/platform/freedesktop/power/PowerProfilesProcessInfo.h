@@ -1,9 +1,7 @@
 // Low Power Mode as the power profile "power-saver". The daemon has had two names, and systems have
-// either or both. While no daemon answers, its last word stands: the profile is the kernel's and
+// either or both. While no daemon answers, the last answer stands: the profile is the kernel's and
 // does not change because a daemon stops.
 #pragma once
-
-#include <QObject>
 
 #include "platform/ProcessInfo.h"
 #include "platform/freedesktop/bus/RemoteProperties.h"
@@ -14,30 +12,29 @@ namespace tollbeam {
 
 class PowerProfilesProcessInfo final : public ProcessInfo {
  public:
-  /// `systemBus` and `workspace` outlive this object.
-  PowerProfilesProcessInfo(Bus& systemBus, Workspace& workspace);
+  /// `systemBus` and `hold` outlive this object.
+  PowerProfilesProcessInfo(Bus& systemBus, SleepHold& hold);
 
   [[nodiscard]] bool isLowPowerModeEnabled() const override { return enabled_; }
   Subscription onPowerStateChange(std::function<void()> changed) override;
 
-  /// Calls `ready` once, never before this returns: when a daemon has answered, none is there, or
-  /// it has been silent for too long.
+  /// Calls `ready` once, never before this returns: when a daemon has answered, when there is none,
+  /// or after 1.5 seconds.
   Subscription whenReady(std::function<void()> ready);
 
  private:
-  void follow(RemoteProperties& profiles);
   void onUpdated(const RemoteProperties& profiles);
   void announceIfChanged();
 
+  const SleepHold& hold_;
   RemoteProperties profiles_;
   RemoteProperties olderProfiles_;
   bool enabled_ = false;
-  /// What the observers know.
+  /// As last announced to the observers.
   bool announced_ = false;
   Observers<> observers_;
   Readiness readiness_;
-  QObject context_;
-  SleepHold hold_;
+  Subscription holdReleased_;
 };
 
 }  // namespace tollbeam

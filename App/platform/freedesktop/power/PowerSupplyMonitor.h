@@ -5,6 +5,7 @@
 #include <QSocketNotifier>
 #include <functional>
 #include <memory>
+#include <optional>
 
 struct udev;
 struct udev_monitor;
@@ -13,29 +14,22 @@ namespace tollbeam {
 
 class PowerSupplyMonitor {
  public:
-  /// Anything but a battery counts as a charger, and so do events that were lost.
+  /// Every supply except a battery counts as a charger, and so does the loss of events.
   enum class Change { battery, charger };
-  using Changed = std::function<void(Change)>;
 
-  /// Listens until it is destroyed. Events that arrive together are one call, of a charger if one
-  /// of them is. Null where the system has no device events.
-  [[nodiscard]] static std::unique_ptr<PowerSupplyMonitor> start(Changed changed);
+  /// Events that arrive together are reported once, as a charger's if one of them is.
+  explicit PowerSupplyMonitor(std::function<void(Change)> changed);
+
+  /// False where the system has no device events.
+  [[nodiscard]] bool isListening() const { return notifier_.has_value(); }
 
  private:
-  struct Release {
-    void operator()(udev* context) const;
-    void operator()(udev_monitor* monitor) const;
-  };
-  using Context = std::unique_ptr<udev, Release>;
-  using Monitor = std::unique_ptr<udev_monitor, Release>;
-
-  PowerSupplyMonitor(Context context, Monitor monitor, Changed changed);
   void drain();
 
-  Context context_;
-  Monitor monitor_;
-  QSocketNotifier notifier_;
-  Changed changed_;
+  const std::function<void(Change)> changed_;
+  const std::unique_ptr<udev, udev* (*)(udev*)> context_;
+  const std::unique_ptr<udev_monitor, udev_monitor* (*)(udev_monitor*)> monitor_;
+  std::optional<QSocketNotifier> notifier_;
 };
 
 }  // namespace tollbeam

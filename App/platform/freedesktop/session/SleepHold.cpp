@@ -5,22 +5,17 @@
 
 namespace tollbeam {
 
-namespace {
+using namespace std::chrono_literals;
 
-constexpr std::chrono::milliseconds holdAfterWake(3500);
-
-}  // namespace
-
-SleepHold::SleepHold(Workspace& workspace, std::function<void()> released) {
+SleepHold::SleepHold(Workspace& workspace) {
   untilRelease_.setSingleShot(true);
-  // Never early: the look at three seconds would come second.
+  // A coarse timer may fire early, and so before the refresh.
   untilRelease_.setTimerType(Qt::PreciseTimer);
-  untilRelease_.setInterval(holdAfterWake);
-  QObject::connect(&untilRelease_, &QTimer::timeout, &untilRelease_,
-                   [this, released = std::move(released)] {
-                     holding_ = false;
-                     released();
-                   });
+  untilRelease_.setInterval(3500ms);
+  untilRelease_.callOnTimeout(&untilRelease_, [this] {
+    holding_ = false;
+    released_.notify();
+  });
   willSleep_ = workspace.onWillSleep([this] {
     holding_ = true;
     untilRelease_.stop();
@@ -29,6 +24,10 @@ SleepHold::SleepHold(Workspace& workspace, std::function<void()> released) {
     holding_ = true;
     untilRelease_.start();
   });
+}
+
+Subscription SleepHold::onRelease(std::function<void()> callback) {
+  return released_.add(std::move(callback));
 }
 
 }  // namespace tollbeam

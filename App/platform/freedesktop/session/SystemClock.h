@@ -1,5 +1,8 @@
-// The machine's two clocks: the one that is set, and the one that counts since it started.
+// The machine's two clocks: the wall clock, which can be set, and the time since the start.
 #pragma once
+
+#include <chrono>
+#include <ctime>
 
 #include "platform/Clock.h"
 
@@ -7,8 +10,17 @@ namespace tollbeam {
 
 class SystemClock final : public Clock {
  public:
-  [[nodiscard]] Date now() const override;
-  [[nodiscard]] double uptime() const override;
+  [[nodiscard]] Date now() const override {
+    const auto since1970 = std::chrono::system_clock::now().time_since_epoch();
+    return {std::chrono::duration<double>(since1970).count()};
+  }
+
+  [[nodiscard]] double uptime() const override {
+    // Unlike CLOCK_MONOTONIC it goes on while the machine sleeps.
+    timespec time{};
+    clock_gettime(CLOCK_BOOTTIME, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+  }
 };
 
 }  // namespace tollbeam

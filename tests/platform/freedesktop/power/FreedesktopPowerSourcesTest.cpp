@@ -44,8 +44,7 @@ class Machine {
   void stopDaemon() { daemon.unregisterService(service); }
 
   void start() {
-    sources = std::make_unique<FreedesktopPowerSources>(bus.join(), workspace, folder.path(),
-                                                        patience, patienceWithSilence, settling);
+    sources = std::make_unique<FreedesktopPowerSources>(bus.join(), hold, folder.path(), timing);
     ready = sources->whenReady([this] {
       ++timesReady;
       percentWhenReady = percent();
@@ -109,11 +108,10 @@ class Machine {
                         QStringLiteral("org.freedesktop.UPower.Device")};
   FakeProperties manager{daemon, QStringLiteral("/org/freedesktop/UPower"), service};
   RecordedWorkspace workspace;
+  SleepHold hold{workspace};
   QElapsedTimer sinceWake;
   std::vector<qint64> toldAfterWake;
-  LaunchPatience patience;
-  DaemonSilence::Patience patienceWithSilence;
-  std::chrono::milliseconds settling = 500ms;
+  PowerTiming timing;
   int timesReady = 0;
   std::optional<double> percentWhenReady;
   std::string sourceWhenReady;
@@ -142,29 +140,15 @@ class FreedesktopPowerSourcesTest : public testing::Test, protected Machine {
     Machine other;
     other.startDaemon();
     other.device.silent = other.manager.silent = true;
-    other.patience.daemon = patience.daemon;
+    other.timing.daemon = timing.daemon;
     other.startAndWaitUntilReady();
   }
 };
 
-/// Announcements that were held back in a sleep have been made when this is over.
-class EndOfTheHold {
- public:
-  explicit EndOfTheHold(RecordedWorkspace& workspace)
-      : hold_(workspace, [this] { over_ = true; }) {}
-
-  [[nodiscard]] bool wait() const {
-    return waitFor([this] { return over_; });
-  }
-
- private:
-  bool over_ = false;
-  SleepHold hold_;
-};
-
 TEST_F(FreedesktopPowerSourcesTest, AreReadyWithTheDaemonsFirstWholeAnswer) {
   startDaemon();
-  patience = {.daemon = 1h, .glitch = 1h};
+  timing.daemon = 1h;
+  timing.glitch = 1h;
   startAndWaitUntilReady();
   EXPECT_EQ(percentWhenReady, 55);
   EXPECT_EQ(device.asked, 1);
@@ -183,13 +167,15 @@ TEST_F(FreedesktopPowerSourcesTest, TakeBothAnswersForAWholeOne) {
 }
 
 TEST_F(FreedesktopPowerSourcesTest, AreReadyAtOnceWithoutTheDaemon) {
-  patience = {.daemon = 1h, .glitch = 1h};
+  timing.daemon = 1h;
+  timing.glitch = 1h;
   startAndWaitUntilReady();
   EXPECT_EQ(percentWhenReady, 80);
 }
 
 TEST_F(FreedesktopPowerSourcesTest, AreReadyAtOnceWithoutABattery) {
-  patience = {.daemon = 1h, .glitch = 1h};
+  timing.daemon = 1h;
+  timing.glitch = 1h;
   device.properties[QStringLiteral("Type")] = 0U;
   device.properties[QStringLiteral("IsPresent")] = false;
   folder.set("BAT0", "present", "0");
@@ -202,7 +188,7 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyAtOnceWithoutABattery) {
 
 TEST_F(FreedesktopPowerSourcesTest, WaitForAHangingDaemonOnlySoLong) {
   startDaemon();
-  patience.glitch = 1h;
+  timing.glitch = 1h;
   device.silent = manager.silent = true;
   startAndWaitUntilReady();
   EXPECT_EQ(percentWhenReady, 80);
@@ -328,7 +314,7 @@ TEST_F(FreedesktopPowerSourcesTest, ReadExternalPowerAsItIsAfterAWake) {
 
 TEST_F(FreedesktopPowerSourcesTest, TakeTheKernelsWordWhileTheDaemonHangs) {
   startDaemon();
-  patienceWithSilence = {.polling = 50ms, .answer = 50ms};
+  timing.silence = {.polling = 50ms, .answer = 50ms};
   startAndWaitUntilReady();
   device.silent = manager.silent = true;
   ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
@@ -341,7 +327,7 @@ TEST_F(FreedesktopPowerSourcesTest, TakeTheKernelsWordWhileTheDaemonHangs) {
 
 TEST_F(FreedesktopPowerSourcesTest, TakeAnySignalForASignThatTheDaemonGoesOn) {
   startDaemon();
-  patienceWithSilence = {.polling = 50ms, .answer = 1s};
+  timing.silence = {.polling = 50ms, .answer = 1s};
   startAndWaitUntilReady();
   device.silent = manager.silent = true;
   ASSERT_TRUE(waitFor([this] { return percentsTold == Percents{80}; }));
@@ -352,7 +338,7 @@ TEST_F(FreedesktopPowerSourcesTest, TakeAnySignalForASignThatTheDaemonGoesOn) {
 
 TEST_F(FreedesktopPowerSourcesTest, BelieveADaemonThatAnswersWhateverTheKernelSays) {
   startDaemon();
-  patienceWithSilence = {.polling = 20ms, .answer = 5s};
+  timing.silence = {.polling = 20ms, .answer = 5s};
   startAndWaitUntilReady();
   ASSERT_TRUE(waitFor([this] { return device.asked > 5 && manager.asked > 5; }));
   EXPECT_EQ(percent(), 55);
@@ -379,7 +365,8 @@ TEST_F(FreedesktopPowerSourcesTest, TellWhatASleepChangedOnceAndAfterTheLookThat
 TEST_F(FreedesktopPowerSourcesTest, TellNothingInASleepAndNothingAfterOneThatChangedNothing) {
   startDaemon();
   startAndWaitUntilReady();
-  const EndOfTheHold hold(workspace);
+  bool released = false;
+  const auto release = hold.onRelease([&released] { released = true; });
   device.change({{percentage, 54.0}});
   ASSERT_TRUE(waitFor([this] { return percent() == 54; }));
   fallAsleep();
@@ -390,7 +377,7 @@ TEST_F(FreedesktopPowerSourcesTest, TellNothingInASleepAndNothingAfterOneThatCha
   device.change({{percentage, 55.0}});
   ASSERT_TRUE(waitFor([this] { return percent() == 55; }));
   wake();
-  ASSERT_TRUE(hold.wait());
+  ASSERT_TRUE(waitFor([&released] { return released; }));
   EXPECT_EQ(percentsTold, Percents{});
   device.change({{percentage, 20.0}});
   ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
@@ -399,15 +386,16 @@ TEST_F(FreedesktopPowerSourcesTest, TellNothingInASleepAndNothingAfterOneThatCha
 
 TEST_F(FreedesktopPowerSourcesTest, LetABurstAtTheEndOfTheHoldSettle) {
   startDaemon();
-  settling = 5s;  // Longer than the hold.
+  timing.settling = 5s;  // Longer than the hold.
   startAndWaitUntilReady();
-  const EndOfTheHold hold(workspace);
+  bool released = false;
+  const auto release = hold.onRelease([&released] { released = true; });
   wake();
   device.change({{percentage, 15.0}});
   ASSERT_TRUE(waitFor([this] { return percent() == 15; }));
   device.change({{percentage, 14.0}});
   ASSERT_TRUE(passedOn(daemon));
-  ASSERT_TRUE(hold.wait());
+  ASSERT_TRUE(waitFor([&released] { return released; }));
   EXPECT_EQ(percentsTold, Percents{});
   ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
   EXPECT_EQ(percentsTold, Percents{14});
@@ -446,7 +434,8 @@ TEST_F(FreedesktopPowerSourcesTest, KeepWhatWasKnownThroughAGlitch) {
 TEST_F(FreedesktopPowerSourcesTest, AreReadyWithTheFirstRealReadingAfterAGlitch) {
   startDaemon();
   letTheBatteryGlitch();
-  patience = {.daemon = 50ms, .glitch = 1h};
+  timing.daemon = 50ms;
+  timing.glitch = 1h;
   start();
   loseThePatienceWithTheDaemon();
   EXPECT_EQ(timesReady, 0);
@@ -460,7 +449,7 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyOnlyWhenABatteryThatWakesUpHasToldAl
   startDaemon();
   letTheBatteryGlitch();
   manager.properties[QStringLiteral("OnBattery")] = false;
-  patience.glitch = 1h;
+  timing.glitch = 1h;
   start();
   ASSERT_TRUE(waitFor([this] { return device.asked == 1 && manager.asked == 1; }));
   device.change({{percentage, 15.0}, {state, 2U}});
@@ -473,7 +462,7 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyOnlyWhenABatteryThatWakesUpHasToldAl
 TEST_F(FreedesktopPowerSourcesTest, AreReadyWithoutABatteryThatIsTakenOutInAGlitch) {
   startDaemon();
   letTheBatteryGlitch();
-  patience.glitch = 1h;
+  timing.glitch = 1h;
   start();
   ASSERT_TRUE(waitFor([this] { return device.asked == 1 && manager.asked == 1; }));
   device.change({{QStringLiteral("Type"), 0U}, {QStringLiteral("IsPresent"), false}});
@@ -484,7 +473,8 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyWithoutABatteryThatIsTakenOutInAGlit
 TEST_F(FreedesktopPowerSourcesTest, WaitForTheEndOfAGlitchOnlySoLong) {
   startDaemon();
   letTheBatteryGlitch();
-  patience = {.daemon = 20ms, .glitch = 200ms};
+  timing.daemon = 20ms;
+  timing.glitch = 200ms;
   startAndWaitUntilReady();
   EXPECT_EQ(percentWhenReady, std::nullopt);
   device.change({{percentage, 15.0}, {state, 2U}});
@@ -494,7 +484,8 @@ TEST_F(FreedesktopPowerSourcesTest, WaitForTheEndOfAGlitchOnlySoLong) {
 
 TEST_F(FreedesktopPowerSourcesTest, WaitOnThroughTheKernelsGlitchWithoutTheDaemon) {
   letTheBatteryGlitch();
-  patience = {.daemon = 20ms, .glitch = 1h};
+  timing.daemon = 20ms;
+  timing.glitch = 1h;
   start();
   loseThePatienceWithTheDaemon();
   EXPECT_EQ(timesReady, 0);
@@ -508,7 +499,8 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyWithAHangingDaemonAfterTheKernelsGli
   startDaemon();
   device.silent = manager.silent = true;
   letTheBatteryGlitch();
-  patience = {.daemon = 20ms, .glitch = 1h};
+  timing.daemon = 20ms;
+  timing.glitch = 1h;
   start();
   loseThePatienceWithTheDaemon();
   EXPECT_EQ(timesReady, 0);
@@ -533,7 +525,7 @@ TEST_F(FreedesktopPowerSourcesTest, TellTheSmartBatteryFromTheKernelAlways) {
   const auto properties = sources->smartBattery();
   ASSERT_TRUE(properties);
   EXPECT_EQ(properties->at("AppleRawMaxCapacity"), Value(50000));
-  const FreedesktopPowerSources elsewhere(bus.join(), workspace, folder.path() + "/missing");
+  const FreedesktopPowerSources elsewhere(bus.join(), hold, folder.path() + "/missing");
   EXPECT_EQ(elsewhere.smartBattery(), std::nullopt);
 }
 
@@ -557,7 +549,7 @@ TEST_F(FreedesktopPowerSourcesTest, NeverTakeOnePackForTheWholeBattery) {
 
 TEST_F(FreedesktopPowerSourcesTest, WorkWithoutABus) {
   Bus nowhere(QStringLiteral("unix:path=/no such bus"));
-  sources = std::make_unique<FreedesktopPowerSources>(nowhere, workspace, folder.path());
+  sources = std::make_unique<FreedesktopPowerSources>(nowhere, hold, folder.path());
   ready = sources->whenReady([this] { ++timesReady; });
   EXPECT_EQ(percent(), 80);
   EXPECT_TRUE(waitFor([this] { return timesReady == 1; }));
@@ -605,7 +597,7 @@ TEST_F(FreedesktopPowerSourcesTest, MayEndWhileSomethingIsUnderWay) {
 
 TEST_F(FreedesktopPowerSourcesTest, MayEndInTheirOwnCallbacks) {
   startDaemon();
-  sources = std::make_unique<FreedesktopPowerSources>(bus.join(), workspace, folder.path());
+  sources = std::make_unique<FreedesktopPowerSources>(bus.join(), hold, folder.path());
   ready = sources->whenReady([this] { sources.reset(); });
   ASSERT_TRUE(waitFor([this] { return sources == nullptr; }));
   startAndWaitUntilReady();

@@ -27,7 +27,7 @@ class PowerProfilesProcessInfoTest : public testing::Test {
   PowerProfilesProcessInfoTest() { current.properties = older.properties = profile("balanced"); }
 
   void start() {
-    info = std::make_unique<PowerProfilesProcessInfo>(bus.join(), workspace);
+    info = std::make_unique<PowerProfilesProcessInfo>(bus.join(), hold);
     observation = info->onPowerStateChange([this] { told.push_back(lowPower()); });
     ready = info->whenReady([this] { ++timesReady; });
     EXPECT_EQ(timesReady, 0);
@@ -42,6 +42,7 @@ class PowerProfilesProcessInfoTest : public testing::Test {
                          currentName};
   FakeProperties older{daemon, QStringLiteral("/net/hadess/PowerProfiles"), olderName};
   RecordedWorkspace workspace;
+  SleepHold hold{workspace};
   std::vector<bool> told;
   int timesReady = 0;
   std::unique_ptr<PowerProfilesProcessInfo> info;

@@ -18,13 +18,15 @@ class SleepHoldTest : public testing::Test {
  protected:
   RecordedWorkspace workspace;
   int releases = 0;
-  std::unique_ptr<SleepHold> hold = std::make_unique<SleepHold>(workspace, [this] { ++releases; });
+  std::unique_ptr<SleepHold> hold = std::make_unique<SleepHold>(workspace);
+  Subscription released = hold->onRelease([this] { ++releases; });
 
-  /// A hold of its own, to compare with: timers fire in the order in which they are due, however
-  /// busy the machine is.
+  /// Another hold to compare with: timers fire in the order in which they are due, however busy the
+  /// machine is.
   RecordedWorkspace otherWorkspace;
   std::optional<int> releasesAtOtherEnd;
-  SleepHold other{otherWorkspace, [this] { releasesAtOtherEnd = releases; }};
+  SleepHold other{otherWorkspace};
+  Subscription otherReleased = other.onRelease([this] { releasesAtOtherEnd = releases; });
 };
 
 TEST_F(SleepHoldTest, HoldsFromTheSleepUntilThreeAndAHalfSecondsAfterTheWake) {
@@ -40,7 +42,7 @@ TEST_F(SleepHoldTest, HoldsFromTheSleepUntilThreeAndAHalfSecondsAfterTheWake) {
   EXPECT_EQ(releases, 1);
 }
 
-TEST_F(SleepHoldTest, ASleepSoonAfterAWakeHoldsOn) {
+TEST_F(SleepHoldTest, ASleepSoonAfterAWakeExtendsTheHold) {
   workspace.didWake.notify();
   workspace.willSleep.notify();
   otherWorkspace.didWake.notify();
@@ -59,8 +61,8 @@ TEST_F(SleepHoldTest, CountsFromTheLastWake) {
   EXPECT_EQ(releasesAtOtherEnd, 0);
 }
 
-TEST_F(SleepHoldTest, MayEndInItsOwnCallback) {
-  hold = std::make_unique<SleepHold>(workspace, [this] { hold.reset(); });
+TEST_F(SleepHoldTest, MayBeDestroyedInItsOwnCallback) {
+  released = hold->onRelease([this] { hold.reset(); });
   workspace.didWake.notify();
   EXPECT_TRUE(waitFor([this] { return hold == nullptr; }));
   workspace.didWake.notify();

@@ -1,7 +1,7 @@
-// Tells a daemon that hangs from one that merely sees the battery differently. What the kernel says
-// may differ from what the daemon last said: the daemon polls, rounds and guesses. When it has
-// differed for longer than the daemon takes to poll the battery, the daemon is asked; one that
-// hangs does not answer, and counts as silent until something is heard of it.
+// Distinguishes a daemon that hangs from one that merely sees the battery differently. The kernel's
+// values may differ from the daemon's last ones, because the daemon polls, rounds and guesses. When
+// they have differed for longer than the daemon takes to poll the battery, the daemon is queried;
+// one that does not answer counts as silent until it answers or sends a signal.
 #pragma once
 
 #include <chrono>
@@ -23,22 +23,23 @@ class DaemonSilence {
   DaemonSilence() = default;
   explicit DaemonSilence(Patience patience) : patience_(patience) {}
 
-  /// To be told at each reading whether the kernel contradicts the daemon's last word.
+  /// To be called at each reading, with whether the kernel contradicts the daemon's last values.
   void compare(bool contradicts, Time now);
 
-  /// The daemon answered or signalled.
+  /// To be called when the daemon answers or sends a signal.
   void heard() { *this = DaemonSilence(patience_); }
 
-  /// The daemon hangs: its last word is worth nothing.
+  /// The daemon hangs: its last values are out of date.
   [[nodiscard]] bool isSilent() const { return silent_; }
 
-  /// The kernel has contradicted the daemon ever since something was heard of it.
+  /// The kernel has contradicted the daemon ever since its last answer or signal.
   [[nodiscard]] bool isInDoubt() const { return since_.has_value(); }
 
-  /// When `review` is to be called; absent while nothing is to be done.
+  /// When `review` or `compare` is to be called next; absent while there is no contradiction, and
+  /// while the daemon is silent.
   [[nodiscard]] std::optional<Time> due() const;
 
-  /// Whether the daemon is to be asked now.
+  /// Whether the daemon is to be queried now. True once for each contradiction.
   [[nodiscard]] bool review(Time now);
 
  private:

@@ -15,8 +15,7 @@ bool isInternal(const std::optional<SourceReading>& reading) {
   return reading && hasInternalBattery(powerTable(reading));
 }
 
-// The daemon's display device has no name, and the daemon believes in a charger whenever no battery
-// discharges.
+// UPower's display device has no name, and UPower assumes a charger whenever no battery discharges.
 void amend(SourceReading& daemons, const PowerSupplies& supplies,
            const std::optional<SourceReading>& kernels) {
   if (daemons.name.empty() && kernels) daemons.name = kernels->name;
@@ -27,7 +26,7 @@ void amend(SourceReading& daemons, const PowerSupplies& supplies,
   if (daemons.state == ChargeState::charging) daemons.state = state;
 }
 
-// Whether more lies between the two than rounding. Without a reading the battery has gone.
+// Whether the two differ by more than rounding. Without a kernel's reading the battery has gone.
 bool contradicts(const std::optional<SourceReading>& kernels, const SourceReading& daemons) {
   if (!kernels) return true;
   if (isGlitch(*kernels)) return false;
@@ -50,11 +49,17 @@ PowerTableCache::Table PowerTableCache::update(const std::optional<UPowerAnswer>
   const bool answers = upower && !(silence_.isSilent() && kernel);
   steadied_ = false;
   last_ = decide(answers, daemons, kernel.has_value(), kernels, now);
-  // Without a reading there is no contact to wait for.
+  // Without a battery there is no contact to wait for.
   if (!steadied_) contact_.forget();
   auto table = last_;
-  table.fromKernel = table.fromKernel || silence_.isInDoubt();
+  table.fromKernel = table.fromKernel || !upower || silence_.isInDoubt();
   return table;
+}
+
+bool PowerTableCache::heardFromDaemon() {
+  const bool wasSilent = silence_.isSilent();
+  silence_.heard();
+  return wasSilent;
 }
 
 std::optional<PowerTableCache::Time> PowerTableCache::due() const {
@@ -70,7 +75,7 @@ PowerTableCache::Table PowerTableCache::decide(bool daemonAnswers,
                                                Time now) {
   const bool daemonGlitches = daemonAnswers && daemons && isGlitch(*daemons);
   if (daemonGlitches) {
-    // A bay that tells the kernel that it is empty is a glitch to the daemon, too.
+    // UPower also reports a glitch for a bay that the kernel knows to be empty.
     const bool takenOut = kernelAnswers && !kernels;
     if (last_.sources && hasInternalBattery(*last_.sources) && !takenOut) return last_;
   } else if (daemonAnswers && isInternal(daemons)) {
@@ -80,7 +85,7 @@ PowerTableCache::Table PowerTableCache::decide(bool daemonAnswers,
   if (daemonAnswers && !daemonGlitches) return {powerTable(daemons), false};
   if (kernels) return last_.sources ? last_ : Table{List{}, true, true};
   if (kernelAnswers) return {List{}, true};
-  // Without the kernel's word the daemon's glitch, if it has answered, is all there is.
+  // All there is without the kernel is the daemon's glitch, if it has answered.
   return {std::nullopt, true, daemonAnswers};
 }
 

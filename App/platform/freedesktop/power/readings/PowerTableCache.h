@@ -1,7 +1,7 @@
-// Decides whose word the power-source table is. UPower's, when it has one about an internal
-// battery; the kernel's otherwise, so that a restart of the daemon never makes the battery vanish,
-// and in place of a daemon that hangs. A glitch is no reading: what was known before stands until
-// somebody has a real one. A charger's flapping contact is steadied, whoever tells of it.
+// Decides whether the power-source table is UPower's or the kernel's. UPower's, if it reports an
+// internal battery; otherwise the kernel's, so that a restart of the daemon never makes the battery
+// vanish, and also when the daemon hangs. A glitch is no reading: the last table stands until
+// UPower or the kernel has a real one. A charger's flapping contact is steadied in either.
 #pragma once
 
 #include <chrono>
@@ -21,31 +21,29 @@ class PowerTableCache {
   using Time = std::chrono::milliseconds;
 
   struct Table {
-    /// Absent when neither UPower nor the kernel tells anything.
+    /// Absent when neither UPower nor the kernel reports anything.
     std::optional<List> sources;
-    /// The kernel's word, or about to become it: its changes are what to watch then.
+    /// The table is the kernel's, or may become it: then the kernel's changes must be watched.
     bool fromKernel = false;
-    /// A battery is there, but nobody has told anything real of it yet: no news of its absence.
+    /// A battery is there, but nothing real has been reported of it yet. It is not absent.
     bool isGlitch = false;
   };
 
   PowerTableCache() = default;
   explicit PowerTableCache(DaemonSilence::Patience patience) : silence_(patience) {}
 
-  /// `upower` is absent while the daemon has not answered, `kernel` when it cannot be read.
+  /// `upower` is absent while the daemon has not answered, `kernel` if it cannot be read.
   [[nodiscard]] Table update(const std::optional<UPowerAnswer>& upower,
                              const std::optional<PowerSupplies>& kernel, Time now);
 
-  /// When the table may change although nothing is signalled: `review`, then `update` it.
+  /// When the table may change without a signal: call `review`, then `update`.
   [[nodiscard]] std::optional<Time> due() const;
 
-  /// Whether the daemon is to be asked for its properties now, to see whether it hangs.
+  /// Whether the daemon is to be queried now, to find out whether it hangs.
   [[nodiscard]] bool review(Time now) { return silence_.review(now); }
 
-  [[nodiscard]] bool isDaemonSilent() const { return silence_.isSilent(); }
-
-  /// The daemon answered or signalled.
-  void heardFromDaemon() { silence_.heard(); }
+  /// To be called when the daemon answers or sends a signal. Whether it had been silent.
+  bool heardFromDaemon();
 
   /// The next change of external power counts at once, whatever came before.
   void forgetContact() { contact_.forget(); }
@@ -58,7 +56,7 @@ class PowerTableCache {
 
   Table last_;
   SteadyContact contact_;
-  /// The last decision gave the contact a reading.
+  /// The last decision steadied a reading.
   bool steadied_ = false;
   DaemonSilence silence_;
 };
