@@ -1,5 +1,5 @@
-// What comes over the bus as a plain value: flags, numbers, texts, and a structure of numbers as a
-// list of them. What no service that we meet has a use for is absent.
+// Values from the bus as plain values: flags, numbers, texts, and a structure of doubles as a list.
+// Other types are absent; no service that this program uses sends them.
 #pragma once
 
 #include <QVariant>

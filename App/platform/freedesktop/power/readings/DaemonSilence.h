@@ -24,7 +24,16 @@ class DaemonSilence {
   explicit DaemonSilence(Patience patience) : patience_(patience) {}
 
   /// To be called at each reading, with whether the kernel contradicts the daemon's last values.
-  void compare(bool contradicts, Time now);
+  void compare(bool contradicts, Time now) {
+    if (silent_) return;
+    if (!contradicts) {
+      since_.reset();
+      asked_.reset();
+    } else if (!since_) {
+      since_ = now;
+    }
+    silent_ = asked_ && now - *asked_ >= patience_.answer;
+  }
 
   /// To be called when the daemon answers or sends a signal.
   void heard() { *this = DaemonSilence(patience_); }
@@ -37,10 +46,17 @@ class DaemonSilence {
 
   /// When `review` or `compare` is to be called next; absent while there is no contradiction, and
   /// while the daemon is silent.
-  [[nodiscard]] std::optional<Time> due() const;
+  [[nodiscard]] std::optional<Time> due() const {
+    if (silent_ || !since_) return std::nullopt;
+    return asked_ ? *asked_ + patience_.answer : *since_ + patience_.polling;
+  }
 
   /// Whether the daemon is to be queried now. True once for each contradiction.
-  [[nodiscard]] bool review(Time now);
+  [[nodiscard]] bool review(Time now) {
+    if (silent_ || !since_ || asked_ || now - *since_ < patience_.polling) return false;
+    asked_ = now;
+    return true;
+  }
 
  private:
   Patience patience_;

@@ -19,17 +19,9 @@ void putThousandth(Dictionary& properties, const char* key, std::optional<double
   if (value) properties.emplace(key, whole(*value / 1000));
 }
 
+// Absent counts as the least.
 std::optional<double> highest(const Packs& packs, std::optional<double> BatteryPack::*part) {
-  std::optional<double> most;
-  for (const auto& pack : packs) most = std::max(most, pack.*part);
-  return most;
-}
-
-std::optional<double> firstVoltage(const Packs& packs) {
-  for (const auto& pack : packs) {
-    if (pack.microvolts) return pack.microvolts;
-  }
-  return std::nullopt;
+  return std::ranges::max(packs, {}, part).*part;
 }
 
 // The status gives the direction. Otherwise the driver's sign does, except that a battery without
@@ -40,10 +32,6 @@ double signedBy(const BatteryPack& pack, bool external, double size) {
   const bool driverSaysNegative =
       pack.microamperes ? *pack.microamperes < 0 : pack.microwatts.value_or(0) < 0;
   return driverSaysNegative ? -size : size;
-}
-
-bool moves(const BatteryPack& pack) {
-  return pack.state == ChargeState::charging || pack.state == ChargeState::discharging;
 }
 
 // The current that amounts to the power of all packs at `voltage`, which is the one reported.
@@ -60,7 +48,9 @@ std::optional<double> combinedCurrent(const Packs& packs, std::optional<double> 
   for (const auto& pack : packs) {
     const auto power = powerOf(pack);
     // Only a pack at rest need not report its power.
-    if (!power && moves(pack)) return std::nullopt;
+    const bool isAtRest =
+        pack.state != ChargeState::charging && pack.state != ChargeState::discharging;
+    if (!power && !isAtRest) return std::nullopt;
     known = known || power;
     total += signedBy(pack, external, power.value_or(0));
   }
@@ -99,7 +89,9 @@ std::optional<Dictionary> smartBatteryProperties(const PowerSupplies& supplies) 
   const auto hottest = highest(packs, &BatteryPack::temperature);
   if (hottest) properties.emplace("Temperature", whole(*hottest * 10));
 
-  const auto voltage = firstVoltage(packs);
+  const auto reporting = std::ranges::find_if(
+      packs, [](const BatteryPack& pack) { return pack.microvolts.has_value(); });
+  const auto voltage = reporting == packs.end() ? std::nullopt : reporting->microvolts;
   putThousandth(properties, "Voltage", voltage);
   const bool external = isOnExternalPower(supplies, combinedState(packs));
   putThousandth(properties, "Amperage", combinedCurrent(packs, voltage, external));
