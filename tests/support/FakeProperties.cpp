@@ -22,12 +22,12 @@ void FakeProperties::answer() {
 
 void FakeProperties::change(const QVariantMap& values) {
   properties.insert(values);
-  tell(values, {});
+  announce(values, {});
 }
 
-void FakeProperties::invalidate(const QString& property) { tell({}, {property}); }
+void FakeProperties::invalidate(const QString& property) { announce({}, {property}); }
 
-void FakeProperties::tell(const QVariantMap& changed, const QStringList& invalidated) {
+void FakeProperties::announce(const QVariantMap& changed, const QStringList& invalidated) {
   auto signal = QDBusMessage::createSignal(path_, QStringLiteral("org.freedesktop.DBus.Properties"),
                                            QStringLiteral("PropertiesChanged"));
   signal << interface_ << changed << invalidated;
@@ -47,10 +47,8 @@ bool FakeProperties::handleMessage(const QDBusMessage& message,
 
 bool passedOn(const QDBusConnection& connection) {
   bool answered = false;
-  const QString bus = QStringLiteral("org.freedesktop.DBus");
-  const QDBusPendingCallWatcher word(connection.asyncCall(QDBusMessage::createMethodCall(
-      bus, QStringLiteral("/org/freedesktop/DBus"), bus, QStringLiteral("GetId"))));
-  QObject::connect(&word, &QDBusPendingCallWatcher::finished, [&answered] { answered = true; });
+  const QDBusPendingCallWatcher call(connection.asyncCall(Bus::method("GetId")));
+  QObject::connect(&call, &QDBusPendingCallWatcher::finished, [&answered] { answered = true; });
   return waitFor([&answered] { return answered; });
 }
 

@@ -11,8 +11,8 @@ namespace tollbeam::test {
 
 namespace {
 
-// The usual session bus without its service folders: what is installed on this machine must not
-// answer in a test.
+// The usual session bus without its service folders, so that no installed service answers in a
+// test.
 constexpr const char* kConfiguration = R"(<busconfig>
   <type>session</type>
   <listen>unix:path=%1/socket</listen>
@@ -64,7 +64,7 @@ PrivateBus::~PrivateBus() {
 void PrivateBus::start() {
   daemon_.start();
   if (!daemon_.waitForStarted(kPatience) || !daemon_.waitForReadyRead(kPatience)) std::abort();
-  // Without the identifier, which is this daemon's own: a client that was told it accepts no other.
+  // Without the daemon's identifier: a client that knows it accepts no other daemon.
   address_ = QString::fromUtf8(daemon_.readLine()).trimmed().section(QLatin1Char(','), 0, 0);
 }
 

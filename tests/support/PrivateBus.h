@@ -1,5 +1,5 @@
-// A message bus of a test's own: a real dbus-daemon that ends with the object. Nothing can be
-// activated on it, unless a test says what, so a service is there only when the test starts one.
+// A test's own message bus: a real dbus-daemon that ends with the object. It can activate only the
+// service that the test names.
 #pragma once
 
 #include <QDBusConnection>
@@ -32,11 +32,10 @@ class PrivateBus {
 
   [[nodiscard]] const QString& address() const { return address_; }
 
-  /// A connection of its own at every call; it is closed with the bus.
+  /// A new connection at every call, closed with the bus.
   [[nodiscard]] QDBusConnection connect();
 
-  /// The same as the program's classes take it. It comes back after `stop` and `start`, which no
-  /// other connection does.
+  /// A new connection as the program's classes take it. It is restored after `stop` and `start`.
   [[nodiscard]] Bus& join();
 
   /// Ends the daemon, and starts another one at the same address.
@@ -52,8 +51,8 @@ class PrivateBus {
   std::vector<std::unique_ptr<Bus>> joined_;
 };
 
-/// Lets the process, which is to be started yet, end when this one does: a test that crashes leaves
-/// nothing behind.
+/// To be called before the process starts: it then ends when this one does, so that a test that
+/// crashes leaves nothing behind.
 void endWithThisProcess(QProcess& process);
 
 }  // namespace tollbeam::test

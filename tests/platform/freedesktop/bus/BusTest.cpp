@@ -26,7 +26,6 @@ namespace {
 
 using test::waitFor;
 
-const auto kBus = QStringLiteral("org.freedesktop.DBus");
 const auto kPath = QStringLiteral("/org/example/Object");
 const auto kInterface = QStringLiteral("org.example.Interface");
 
@@ -48,7 +47,7 @@ class HungBus {
   HungBus& operator=(const HungBus&) = delete;
   ~HungBus() {
     over_.release();
-    // Without a caller it is still accepting.
+    // Ends the accept() that still waits if no client has come.
     ::shutdown(socket_, SHUT_RDWR);
     thread_.join();
     ::close(socket_);
@@ -99,8 +98,8 @@ class BusTest : public testing::Test {
     ASSERT_TRUE(waitFor([this] { return returns == 1; }));
   }
 
-  /// A bus that hangs takes the address of the one that is gone, is met by `caller`, and gives way
-  /// to a real one.
+  /// Starts a bus that hangs at the address of the ended one, lets `caller` meet it, and replaces
+  /// it with a real one.
   void meetHungBus(Bus& caller, std::string_view says, std::string_view last) {
     QTimer timer;
     bool restored = false;
@@ -123,11 +122,10 @@ class BusTest : public testing::Test {
 
   /// The error of a call to the bus itself; empty when it succeeds.
   std::optional<QString> call() const {
-    const QDBusPendingCallWatcher watcher(ours.asyncCall(QDBusMessage::createMethodCall(
-        kBus, QStringLiteral("/org/freedesktop/DBus"), kBus, QStringLiteral("GetId"))));
+    QObject receiver;
     std::optional<QString> error;
-    QObject::connect(&watcher, &QDBusPendingCallWatcher::finished,
-                     [&] { error = watcher.isError() ? watcher.error().name() : QString(); });
+    ours.call(Bus::method("GetId"), &receiver,
+              [&error](const QDBusMessage& answer) { error = answer.errorName(); });
     EXPECT_FALSE(error);
     waitFor([&] { return error.has_value(); });
     return error;
@@ -150,13 +148,23 @@ TEST_F(BusTest, IsConnectedAtOnce) {
   EXPECT_EQ(call(), QString());
 }
 
-TEST_F(BusTest, CallsFailWhileItIsGone) {
+TEST_F(BusTest, CallsFailWhileThereIsNoBus) {
   lose();
   EXPECT_FALSE(ours.isConnected());
   EXPECT_EQ(call(), QStringLiteral("org.freedesktop.DBus.Error.Disconnected"));
 }
 
-TEST_F(BusTest, CallsUnderWayFailWhenItGoes) {
+TEST_F(BusTest, AnAnswerToADestroyedReceiverIsDropped) {
+  bool called = false;
+  auto receiver = std::make_unique<QObject>();
+  ours.call(Bus::method("GetId"), receiver.get(),
+            [&called](const QDBusMessage&) { called = true; });
+  receiver.reset();
+  ASSERT_TRUE(test::passedOn(ours.connection()));
+  EXPECT_FALSE(called);
+}
+
+TEST_F(BusTest, PendingCallsFailWhenTheBusEnds) {
   auto service = bus.connect();
   test::FakeProperties object(service, kPath, kInterface);
   object.silent = true;
@@ -169,36 +177,36 @@ TEST_F(BusTest, CallsUnderWayFailWhenItGoes) {
   EXPECT_TRUE(watcher.isError());
 }
 
-TEST_F(BusTest, ComesBackWhenTheBusDoes) {
+TEST_F(BusTest, ReconnectsWhenTheBusIsBack) {
   restart();
   EXPECT_TRUE(ours.isConnected());
   EXPECT_EQ(call(), QString());
   EXPECT_EQ(losses, 1);
 }
 
-TEST_F(BusTest, ComesBackAgainAndAgain) {
+TEST_F(BusTest, ReconnectsRepeatedly) {
   restart();
   losses = returns = 0;
   restart();
   EXPECT_EQ(call(), QString());
 }
 
-TEST_F(BusTest, ABusThatAcceptsAndHangsDoesNotBlockUs) {
+TEST_F(BusTest, ABusThatAcceptsAndHangsDoesNotBlock) {
   lose();
   meetHungBus(ours, "", "AUTH");
   EXPECT_EQ(call(), QString());
   EXPECT_EQ(returns, 1);
 }
 
-TEST_F(BusTest, ABusThatHangsAfterTheAuthenticationDoesNotBlockUs) {
+TEST_F(BusTest, ABusThatHangsAfterTheAuthenticationDoesNotBlock) {
   lose();
   meetHungBus(ours, "OK 0123456789abcdef0123456789abcdef\r\nAGREE_UNIX_FD\r\n", "Hello");
   EXPECT_EQ(call(), QString());
   EXPECT_EQ(returns, 1);
 }
 
-// The only one of its kind: libdbus reads the variable once in a process.
-TEST_F(BusTest, AHungSessionBusDoesNotBlockUs) {
+// The only test of this kind, because libdbus reads the variable once in a process.
+TEST_F(BusTest, AHungSessionBusDoesNotBlock) {
   qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toLocal8Bit());
   Bus session(QDBusConnection::SessionBus);
   ASSERT_TRUE(session.isConnected());
@@ -206,7 +214,7 @@ TEST_F(BusTest, AHungSessionBusDoesNotBlockUs) {
   meetHungBus(session, "", "AUTH");
 }
 
-TEST_F(BusTest, IsThereAtLastWhenTheBusStartsLate) {
+TEST_F(BusTest, ConnectsToABusThatStartsLater) {
   bus.stop();
   Bus& late = bus.join();
   bool there = false;
@@ -229,7 +237,7 @@ TEST_F(BusTest, SubscriptionsHoldAfterARestart) {
   EXPECT_TRUE(waitFor([&hearer] { return hearer.isActive(); }));
 }
 
-TEST_F(BusTest, ReceiversMayEndBeforeTheBusComesBack) {
+TEST_F(BusTest, ReceiversMayBeDestroyedBeforeTheBusIsBack) {
   auto hearer = std::make_unique<QTimer>();
   ours.listen(kPath, kInterface, QStringLiteral("Said"), {}, hearer.get(), SLOT(start()));
   lose();

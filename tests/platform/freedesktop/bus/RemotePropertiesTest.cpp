@@ -36,7 +36,7 @@ class RemotePropertiesTest : public testing::Test {
   RemoteProperties remote{bus.join(), {service, path, service}, {level}, Activation::allowed};
 };
 
-TEST_F(RemotePropertiesTest, AreAskedForAtOnceAndAnsweredLater) {
+TEST_F(RemotePropertiesTest, AreQueriedAtOnceAndKnownLater) {
   own();
   EXPECT_EQ(remote.state(), State::asking);
   EXPECT_FALSE(remote.values());
@@ -49,13 +49,13 @@ TEST_F(RemotePropertiesTest, AreAbsentWithoutTheService) {
   EXPECT_FALSE(remote.values());
 }
 
-TEST_F(RemotePropertiesTest, ComeWithTheServiceWheneverItStarts) {
+TEST_F(RemotePropertiesTest, BecomeKnownWheneverTheServiceStarts) {
   ASSERT_TRUE(waitFor([this] { return remote.state() == State::absent; }));
   own();
   EXPECT_TRUE(waitForLevel(1));
 }
 
-TEST_F(RemotePropertiesTest, GoWithTheService) {
+TEST_F(RemotePropertiesTest, AreAbsentAfterTheServiceHasGone) {
   own();
   ASSERT_TRUE(waitForLevel(1));
   owner.unregisterService(service);
@@ -71,7 +71,7 @@ TEST_F(RemotePropertiesTest, FollowTheirChanges) {
   EXPECT_EQ(object.asked, 1);
 }
 
-TEST_F(RemotePropertiesTest, TellNothingOfWhatIsNotRead) {
+TEST_F(RemotePropertiesTest, AreNotUpdatedByPropertiesThatAreNotFollowed) {
   own();
   ASSERT_TRUE(waitForLevel(1));
   int updates = 0;
@@ -83,7 +83,7 @@ TEST_F(RemotePropertiesTest, TellNothingOfWhatIsNotRead) {
   EXPECT_EQ(updates, 1);
 }
 
-TEST_F(RemotePropertiesTest, TellOfEachSignOfLife) {
+TEST_F(RemotePropertiesTest, ReportEveryAnswerAndSignalOfTheOwner) {
   own();
   int signs = 0;
   QObject::connect(&remote, &RemoteProperties::heard, &remote, [&signs] { ++signs; });
@@ -98,7 +98,7 @@ TEST_F(RemotePropertiesTest, TellOfEachSignOfLife) {
   EXPECT_TRUE(waitFor([&signs] { return signs == 3; }));
 }
 
-TEST_F(RemotePropertiesTest, KeepWhatIsKnownWhileTheyAreAskedForOnceMore) {
+TEST_F(RemotePropertiesTest, KeepTheirValuesWhileTheyAreQueriedAgain) {
   own();
   ASSERT_TRUE(waitForLevel(1));
   object.silent = true;
@@ -110,7 +110,7 @@ TEST_F(RemotePropertiesTest, KeepWhatIsKnownWhileTheyAreAskedForOnceMore) {
   EXPECT_TRUE(waitForLevel(2));
 }
 
-TEST_F(RemotePropertiesTest, AreAskedForAgainWhenOnlyTheChangeIsTold) {
+TEST_F(RemotePropertiesTest, AreQueriedAgainWhenInvalidated) {
   own();
   ASSERT_TRUE(waitForLevel(1));
   object.properties[level] = 4;
@@ -120,7 +120,7 @@ TEST_F(RemotePropertiesTest, AreAskedForAgainWhenOnlyTheChangeIsTold) {
   EXPECT_EQ(object.asked, 2);
 }
 
-TEST_F(RemotePropertiesTest, AreNotTakenFromStrangers) {
+TEST_F(RemotePropertiesTest, IgnoreSignalsOfOtherProcesses) {
   own();
   ASSERT_TRUE(waitForLevel(1));
   auto strangers = bus.connect();
@@ -177,7 +177,7 @@ TEST_F(RemotePropertiesTest, ALateAnswerOfAnOwnerThatIsGoneIsDropped) {
   EXPECT_FALSE(known);
 }
 
-TEST_F(RemotePropertiesTest, GoWithTheBusAndComeBackWithIt) {
+TEST_F(RemotePropertiesTest, AreKnownAgainOnARestartedBus) {
   own();
   ASSERT_TRUE(waitForLevel(1));
   bus.stop();
@@ -193,7 +193,7 @@ TEST_F(RemotePropertiesTest, GoWithTheBusAndComeBackWithIt) {
   EXPECT_TRUE(waitForLevel(8));
 }
 
-TEST_F(RemotePropertiesTest, KeepEveryKindOfValueApart) {
+TEST_F(RemotePropertiesTest, KeepTheTypeOfEveryValue) {
   RemoteProperties kinds(
       bus.join(), {service, path, service},
       {QStringLiteral("b"), QStringLiteral("u"), QStringLiteral("x"), QStringLiteral("t"),

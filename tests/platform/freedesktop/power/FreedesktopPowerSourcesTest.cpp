@@ -36,7 +36,7 @@ class Machine {
                          {QStringLiteral("TimeToEmpty"), qlonglong{3600}},
                          {QStringLiteral("UpdateTime"), qulonglong{1}}};
     manager.properties = {{QStringLiteral("OnBattery"), true}};
-    folder.add("BAT0", test::energyPack());  // At 80 %: told apart from the daemon's 55 %.
+    folder.add("BAT0", test::energyPack());  // At 80 %, unlike the daemon's 55 %.
     folder.add("AC", test::mains("0"));
   }
 
@@ -50,9 +50,9 @@ class Machine {
       percentWhenReady = percent();
       sourceWhenReady = powerSource();
       observation = sources->observe([this] {
-        percentsTold.push_back(percent());
-        sourcesTold.push_back(powerSource());
-        if (sinceWake.isValid()) toldAfterWake.push_back(sinceWake.elapsed());
+        percentsAnnounced.push_back(percent());
+        sourcesAnnounced.push_back(powerSource());
+        if (sinceWake.isValid()) announcedAfterWake.push_back(sinceWake.elapsed());
       });
     });
     EXPECT_EQ(timesReady, 0);
@@ -75,14 +75,14 @@ class Machine {
     return *find(*table->front().dictionary(), "Power Source State")->text();
   }
 
-  /// The next change of external power is one of a contact that flaps.
+  /// After this the next change of external power is one of a flapping contact.
   void plugInAndLetItSettle() {
     folder.set("AC", "online", "1");
     manager.change({{QStringLiteral("OnBattery"), false}});
-    ASSERT_TRUE(
-        waitFor([this] { return !sourcesTold.empty() && sourcesTold.back() == "AC Power"; }));
+    ASSERT_TRUE(waitFor(
+        [this] { return !sourcesAnnounced.empty() && sourcesAnnounced.back() == "AC Power"; }));
     device.change({{percentage, 50.0}});
-    ASSERT_TRUE(waitFor([this] { return percentsTold.back() == 50; }));
+    ASSERT_TRUE(waitFor([this] { return percentsAnnounced.back() == 50; }));
   }
 
   void fallAsleep() { workspace.willSleep.notify(); }
@@ -91,7 +91,7 @@ class Machine {
     workspace.didWake.notify();
   }
 
-  // Neither UPower nor the kernel tells anything real of the battery.
+  /// Neither UPower nor the kernel has a real reading of the battery.
   void letTheBatteryGlitch() {
     device.properties[percentage] = 0.0;
     device.properties[state] = 0U;
@@ -110,20 +110,21 @@ class Machine {
   RecordedWorkspace workspace;
   SleepHold hold{workspace};
   QElapsedTimer sinceWake;
-  std::vector<qint64> toldAfterWake;
+  std::vector<qint64> announcedAfterWake;
   PowerTiming timing;
   int timesReady = 0;
   std::optional<double> percentWhenReady;
   std::string sourceWhenReady;
-  Percents percentsTold;
-  std::vector<std::string> sourcesTold;
+  Percents percentsAnnounced;
+  std::vector<std::string> sourcesAnnounced;
   std::unique_ptr<FreedesktopPowerSources> sources;
   Subscription ready;
   std::optional<Subscription> observation;
 };
 
-/// What must not happen is compared with the same on another machine, where it is a little later:
-/// timers of one length fire in the order in which they were started, however busy this one is.
+/// To see that something does not happen, a test waits until it happens on another machine that
+/// started later: timers of one length fire in the order of their starts, however busy the real
+/// machine is.
 class FreedesktopPowerSourcesTest : public testing::Test, protected Machine {
  protected:
   /// Returns after the end of a burst that is settling.
@@ -132,11 +133,11 @@ class FreedesktopPowerSourcesTest : public testing::Test, protected Machine {
     other.startDaemon();
     other.startAndWaitUntilReady();
     other.device.change({{percentage, 40.0}});
-    ASSERT_TRUE(waitFor([&] { return !other.percentsTold.empty(); }));
+    ASSERT_TRUE(waitFor([&] { return !other.percentsAnnounced.empty(); }));
   }
 
-  /// Returns after the end of the patience with a daemon that hangs.
-  void loseThePatienceWithTheDaemon() const {
+  /// Returns after the time for which a launch waits for a daemon that hangs.
+  void waitUntilTheDaemonIsTooLate() const {
     Machine other;
     other.startDaemon();
     other.device.silent = other.manager.silent = true;
@@ -155,7 +156,7 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyWithTheDaemonsFirstWholeAnswer) {
   EXPECT_EQ(manager.asked, 1);
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TakeBothAnswersForAWholeOne) {
+TEST_F(FreedesktopPowerSourcesTest, WaitForBothAnswersOfTheDaemon) {
   startDaemon();
   manager.silent = true;
   start();
@@ -186,7 +187,7 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyAtOnceWithoutABattery) {
   EXPECT_EQ(percentWhenReady, std::nullopt);
 }
 
-TEST_F(FreedesktopPowerSourcesTest, WaitForAHangingDaemonOnlySoLong) {
+TEST_F(FreedesktopPowerSourcesTest, WaitForAHangingDaemonOnlyForALimitedTime) {
   startDaemon();
   timing.glitch = 1h;
   device.silent = manager.silent = true;
@@ -195,17 +196,17 @@ TEST_F(FreedesktopPowerSourcesTest, WaitForAHangingDaemonOnlySoLong) {
   EXPECT_EQ(device.asked, 1);
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TellWhenAHangingDaemonAnswersAfterAll) {
+TEST_F(FreedesktopPowerSourcesTest, AnnounceALateAnswerOfAHangingDaemon) {
   startDaemon();
   device.silent = manager.silent = true;
   startAndWaitUntilReady();
   device.answer();
   manager.answer();
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{55});
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_EQ(percentsAnnounced, Percents{55});
 }
 
-TEST_F(FreedesktopPowerSourcesTest, AreReadyOnceForEveryoneWhoAsks) {
+TEST_F(FreedesktopPowerSourcesTest, CallEachReadyCallbackOnce) {
   startDaemon();
   startAndWaitUntilReady();
   int timesLate = 0;
@@ -219,19 +220,19 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyOnceForEveryoneWhoAsks) {
   EXPECT_EQ(timesLate, 1);
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TellABurstOnce) {
+TEST_F(FreedesktopPowerSourcesTest, AnnounceABurstOnce) {
   startDaemon();
   startAndWaitUntilReady();
   for (int i = 0; i < 20; ++i) device.change({{percentage, 54.0 - i}});
   manager.change({{QStringLiteral("OnBattery"), false}});
   device.change({{state, 1U}});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
   device.change({{percentage, 90.0}});
-  ASSERT_TRUE(waitFor([this] { return percentsTold.size() > 1; }));
-  EXPECT_EQ(percentsTold, (Percents{35, 90}));
+  ASSERT_TRUE(waitFor([this] { return percentsAnnounced.size() > 1; }));
+  EXPECT_EQ(percentsAnnounced, (Percents{35, 90}));
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TellNothingThatAReaderWouldNotSee) {
+TEST_F(FreedesktopPowerSourcesTest, AnnounceOnlyVisibleChanges) {
   startDaemon();
   startAndWaitUntilReady();
   device.change({{percentage, 55.4}});
@@ -239,11 +240,11 @@ TEST_F(FreedesktopPowerSourcesTest, TellNothingThatAReaderWouldNotSee) {
   device.change({{QStringLiteral("UpdateTime"), qulonglong{2}}});
   ASSERT_TRUE(waitFor([this] { return percent() == 55.4; }));
   device.change({{percentage, 40.0}});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{40});
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_EQ(percentsAnnounced, Percents{40});
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TellNothingWhenAFlickerIsOver) {
+TEST_F(FreedesktopPowerSourcesTest, AnnounceNothingAfterAChangeThatIsUndone) {
   startDaemon();
   startAndWaitUntilReady();
   manager.change({{QStringLiteral("OnBattery"), false}});
@@ -252,24 +253,24 @@ TEST_F(FreedesktopPowerSourcesTest, TellNothingWhenAFlickerIsOver) {
   device.change({{percentage, 55.0}});
   ASSERT_TRUE(passedOn(daemon));
   letItSettle();
-  EXPECT_EQ(percentsTold, Percents{});
+  EXPECT_EQ(percentsAnnounced, Percents{});
   device.change({{percentage, 53.0}});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{53});
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_EQ(percentsAnnounced, Percents{53});
 }
 
 // A popover that opens while a burst settles, or a timer that is due then, reads the table.
-TEST_F(FreedesktopPowerSourcesTest, TellAChangeBackAfterSomebodyHasReadTheChange) {
+TEST_F(FreedesktopPowerSourcesTest, AnnounceAChangeBackAfterTheChangeWasRead) {
   startDaemon();
   startAndWaitUntilReady();
   device.change({{percentage, 54.0}});
   ASSERT_TRUE(waitFor([this] { return percent() == 54; }));
   device.change({{percentage, 55.0}});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{55});
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_EQ(percentsAnnounced, Percents{55});
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TellAChangeBackAfterTheLookThatFollowsAWake) {
+TEST_F(FreedesktopPowerSourcesTest, AnnounceAChangeBackAfterTheWakeRefresh) {
   startDaemon();
   startAndWaitUntilReady();
   fallAsleep();
@@ -277,12 +278,12 @@ TEST_F(FreedesktopPowerSourcesTest, TellAChangeBackAfterTheLookThatFollowsAWake)
   wake();
   ASSERT_TRUE(waitFor([this] { return percent() == 15; }));
   device.change({{percentage, 55.0}});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{55});
-  EXPECT_GE(toldAfterWake.front(), 3500);
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_EQ(percentsAnnounced, Percents{55});
+  EXPECT_GE(announcedAfterWake.front(), 3500);
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TellTheLastStateOfAContactThatFlaps) {
+TEST_F(FreedesktopPowerSourcesTest, AnnounceTheLastStateOfAFlappingContact) {
   startDaemon();
   startAndWaitUntilReady();
   QElapsedTimer sincePluggedIn;
@@ -292,14 +293,14 @@ TEST_F(FreedesktopPowerSourcesTest, TellTheLastStateOfAContactThatFlaps) {
   device.change({{percentage, 49.0}});
   ASSERT_TRUE(waitFor([this] { return percent() == 49; }));
   const auto meanwhile = powerSource();
-  // On a machine that was too busy the contact has been steady.
+  // On a busy machine three seconds may have passed, after which the change counts.
   if (sincePluggedIn.elapsed() < 3000) {
     EXPECT_EQ(meanwhile, "AC Power");
   }
-  ASSERT_TRUE(waitFor([this] { return sourcesTold.back() == "Battery Power"; }));
+  ASSERT_TRUE(waitFor([this] { return sourcesAnnounced.back() == "Battery Power"; }));
 }
 
-// Going to sleep and waking up with another charger state is no flapping.
+// A change of the charger during a sleep is no flapping contact.
 TEST_F(FreedesktopPowerSourcesTest, ReadExternalPowerAsItIsAfterAWake) {
   startDaemon();
   startAndWaitUntilReady();
@@ -312,40 +313,40 @@ TEST_F(FreedesktopPowerSourcesTest, ReadExternalPowerAsItIsAfterAWake) {
   EXPECT_EQ(powerSource(), "Battery Power");
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TakeTheKernelsWordWhileTheDaemonHangs) {
+TEST_F(FreedesktopPowerSourcesTest, UseTheKernelWhileTheDaemonHangs) {
   startDaemon();
   timing.silence = {.polling = 50ms, .answer = 50ms};
   startAndWaitUntilReady();
   device.silent = manager.silent = true;
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{80});
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_EQ(percentsAnnounced, Percents{80});
   device.silent = manager.silent = false;
   device.answer();
-  ASSERT_TRUE(waitFor([this] { return percentsTold.size() > 1; }));
-  EXPECT_EQ(percentsTold, (Percents{80, 55}));
+  ASSERT_TRUE(waitFor([this] { return percentsAnnounced.size() > 1; }));
+  EXPECT_EQ(percentsAnnounced, (Percents{80, 55}));
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TakeAnySignalForASignThatTheDaemonGoesOn) {
+TEST_F(FreedesktopPowerSourcesTest, UseTheDaemonAgainAfterAnySignalOfIt) {
   startDaemon();
   timing.silence = {.polling = 50ms, .answer = 1s};
   startAndWaitUntilReady();
   device.silent = manager.silent = true;
-  ASSERT_TRUE(waitFor([this] { return percentsTold == Percents{80}; }));
+  ASSERT_TRUE(waitFor([this] { return percentsAnnounced == Percents{80}; }));
   device.change({{QStringLiteral("UpdateTime"), qulonglong{2}}});
-  ASSERT_TRUE(waitFor([this] { return percentsTold.size() > 1; }));
-  EXPECT_EQ(percentsTold[1], 55);
+  ASSERT_TRUE(waitFor([this] { return percentsAnnounced.size() > 1; }));
+  EXPECT_EQ(percentsAnnounced[1], 55);
 }
 
-TEST_F(FreedesktopPowerSourcesTest, BelieveADaemonThatAnswersWhateverTheKernelSays) {
+TEST_F(FreedesktopPowerSourcesTest, KeepADaemonThatAnswersWhateverTheKernelReports) {
   startDaemon();
   timing.silence = {.polling = 20ms, .answer = 5s};
   startAndWaitUntilReady();
   ASSERT_TRUE(waitFor([this] { return device.asked > 5 && manager.asked > 5; }));
   EXPECT_EQ(percent(), 55);
-  EXPECT_EQ(percentsTold, Percents{});
+  EXPECT_EQ(percentsAnnounced, Percents{});
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TellWhatASleepChangedOnceAndAfterTheLookThatFollowsAWake) {
+TEST_F(FreedesktopPowerSourcesTest, AnnounceTheChangesOfASleepOnceAfterTheWakeRefresh) {
   startDaemon();
   startAndWaitUntilReady();
   fallAsleep();
@@ -355,14 +356,14 @@ TEST_F(FreedesktopPowerSourcesTest, TellWhatASleepChangedOnceAndAfterTheLookThat
   ASSERT_TRUE(waitFor([this] { return percent() == 15; }));
   letItSettle();
   device.change({{percentage, 14.0}});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_GE(toldAfterWake.front(), 3500);
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_GE(announcedAfterWake.front(), 3500);
   device.change({{percentage, 13.0}});
-  ASSERT_TRUE(waitFor([this] { return percentsTold.size() > 1; }));
-  EXPECT_EQ(percentsTold, (Percents{14, 13}));
+  ASSERT_TRUE(waitFor([this] { return percentsAnnounced.size() > 1; }));
+  EXPECT_EQ(percentsAnnounced, (Percents{14, 13}));
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TellNothingInASleepAndNothingAfterOneThatChangedNothing) {
+TEST_F(FreedesktopPowerSourcesTest, AnnounceNothingDuringASleepAndNothingAfterOneWithoutAChange) {
   startDaemon();
   startAndWaitUntilReady();
   bool released = false;
@@ -373,15 +374,15 @@ TEST_F(FreedesktopPowerSourcesTest, TellNothingInASleepAndNothingAfterOneThatCha
   device.change({{percentage, 53.0}});
   ASSERT_TRUE(passedOn(daemon));
   letItSettle();
-  EXPECT_EQ(percentsTold, Percents{});
+  EXPECT_EQ(percentsAnnounced, Percents{});
   device.change({{percentage, 55.0}});
   ASSERT_TRUE(waitFor([this] { return percent() == 55; }));
   wake();
   ASSERT_TRUE(waitFor([&released] { return released; }));
-  EXPECT_EQ(percentsTold, Percents{});
+  EXPECT_EQ(percentsAnnounced, Percents{});
   device.change({{percentage, 20.0}});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{20});
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_EQ(percentsAnnounced, Percents{20});
 }
 
 TEST_F(FreedesktopPowerSourcesTest, LetABurstAtTheEndOfTheHoldSettle) {
@@ -396,9 +397,9 @@ TEST_F(FreedesktopPowerSourcesTest, LetABurstAtTheEndOfTheHoldSettle) {
   device.change({{percentage, 14.0}});
   ASSERT_TRUE(passedOn(daemon));
   ASSERT_TRUE(waitFor([&released] { return released; }));
-  EXPECT_EQ(percentsTold, Percents{});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{14});
+  EXPECT_EQ(percentsAnnounced, Percents{});
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_EQ(percentsAnnounced, Percents{14});
 }
 
 TEST_F(FreedesktopPowerSourcesTest, KeepTheBatteryWhileTheDaemonRestarts) {
@@ -413,19 +414,19 @@ TEST_F(FreedesktopPowerSourcesTest, KeepTheBatteryWhileTheDaemonRestarts) {
   EXPECT_EQ(percent(), 54);
 }
 
-TEST_F(FreedesktopPowerSourcesTest, ReadTheKernelAfreshWhileThereIsNoDaemon) {
+TEST_F(FreedesktopPowerSourcesTest, ReadTheKernelEachTimeWithoutADaemon) {
   startAndWaitUntilReady();
   folder.set("BAT0", "capacity", "42");
   EXPECT_EQ(percent(), 42);
 }
 
-TEST_F(FreedesktopPowerSourcesTest, KeepWhatWasKnownThroughAGlitch) {
+TEST_F(FreedesktopPowerSourcesTest, KeepTheTableDuringAGlitch) {
   startDaemon();
   startAndWaitUntilReady();
   device.change({{percentage, 0.0}, {state, 0U}});
   device.change({{percentage, 50.0}, {state, 1U}});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{50});
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_EQ(percentsAnnounced, Percents{50});
   device.change({{percentage, 0.0}, {state, 0U}});
   stopDaemon();
   ASSERT_TRUE(waitFor([this] { return percent() == 80; }));
@@ -437,15 +438,15 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyWithTheFirstRealReadingAfterAGlitch)
   timing.daemon = 50ms;
   timing.glitch = 1h;
   start();
-  loseThePatienceWithTheDaemon();
+  waitUntilTheDaemonIsTooLate();
   EXPECT_EQ(timesReady, 0);
   device.change({{percentage, 15.0}, {state, 2U}});
   ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
   EXPECT_EQ(percentWhenReady, 15);
-  EXPECT_EQ(percentsTold, Percents{});
+  EXPECT_EQ(percentsAnnounced, Percents{});
 }
 
-TEST_F(FreedesktopPowerSourcesTest, AreReadyOnlyWhenABatteryThatWakesUpHasToldAll) {
+TEST_F(FreedesktopPowerSourcesTest, AreReadyWhenTheSignalsAfterAGlitchHaveSettled) {
   startDaemon();
   letTheBatteryGlitch();
   manager.properties[QStringLiteral("OnBattery")] = false;
@@ -456,10 +457,10 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyOnlyWhenABatteryThatWakesUpHasToldAl
   manager.change({{QStringLiteral("OnBattery"), true}});
   ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
   EXPECT_EQ(sourceWhenReady, "Battery Power");
-  EXPECT_EQ(percentsTold, Percents{});
+  EXPECT_EQ(percentsAnnounced, Percents{});
 }
 
-TEST_F(FreedesktopPowerSourcesTest, AreReadyWithoutABatteryThatIsTakenOutInAGlitch) {
+TEST_F(FreedesktopPowerSourcesTest, AreReadyWhenTheBatteryIsTakenOutDuringAGlitch) {
   startDaemon();
   letTheBatteryGlitch();
   timing.glitch = 1h;
@@ -470,7 +471,7 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyWithoutABatteryThatIsTakenOutInAGlit
   EXPECT_EQ(percentWhenReady, std::nullopt);
 }
 
-TEST_F(FreedesktopPowerSourcesTest, WaitForTheEndOfAGlitchOnlySoLong) {
+TEST_F(FreedesktopPowerSourcesTest, WaitForTheEndOfAGlitchOnlyForALimitedTime) {
   startDaemon();
   letTheBatteryGlitch();
   timing.daemon = 20ms;
@@ -478,16 +479,16 @@ TEST_F(FreedesktopPowerSourcesTest, WaitForTheEndOfAGlitchOnlySoLong) {
   startAndWaitUntilReady();
   EXPECT_EQ(percentWhenReady, std::nullopt);
   device.change({{percentage, 15.0}, {state, 2U}});
-  ASSERT_TRUE(waitFor([this] { return !percentsTold.empty(); }));
-  EXPECT_EQ(percentsTold, Percents{15});
+  ASSERT_TRUE(waitFor([this] { return !percentsAnnounced.empty(); }));
+  EXPECT_EQ(percentsAnnounced, Percents{15});
 }
 
-TEST_F(FreedesktopPowerSourcesTest, WaitOnThroughTheKernelsGlitchWithoutTheDaemon) {
+TEST_F(FreedesktopPowerSourcesTest, WaitDuringTheKernelsGlitchWithoutTheDaemon) {
   letTheBatteryGlitch();
   timing.daemon = 20ms;
   timing.glitch = 1h;
   start();
-  loseThePatienceWithTheDaemon();
+  waitUntilTheDaemonIsTooLate();
   EXPECT_EQ(timesReady, 0);
   startDaemon();
   device.change({{percentage, 15.0}, {state, 2U}});
@@ -502,7 +503,7 @@ TEST_F(FreedesktopPowerSourcesTest, AreReadyWithAHangingDaemonAfterTheKernelsGli
   timing.daemon = 20ms;
   timing.glitch = 1h;
   start();
-  loseThePatienceWithTheDaemon();
+  waitUntilTheDaemonIsTooLate();
   EXPECT_EQ(timesReady, 0);
   device.properties[percentage] = 15.0;
   device.properties[state] = 2U;
@@ -519,7 +520,7 @@ TEST_F(FreedesktopPowerSourcesTest, PreferABatteryToAnUninterruptibleSupply) {
   EXPECT_EQ(percentWhenReady, 80);
 }
 
-TEST_F(FreedesktopPowerSourcesTest, TellTheSmartBatteryFromTheKernelAlways) {
+TEST_F(FreedesktopPowerSourcesTest, ReadTheSmartBatteryAlwaysFromTheKernel) {
   startDaemon();
   startAndWaitUntilReady();
   const auto properties = sources->smartBattery();
@@ -534,7 +535,7 @@ TEST_F(FreedesktopPowerSourcesTest, NeverTakeOnePackForTheWholeBattery) {
   startAndWaitUntilReady();
   ASSERT_EQ(sources->smartBattery()->at("AppleRawMaxCapacity"), Value(100000));
   ASSERT_EQ(percent(), 80);
-  // The controller of the second is busy for a moment.
+  // The second pack's controller is busy for a moment.
   for (const auto& [attribute, text] : test::energyPack()) {
     if (attribute != "type") folder.remove("BAT1", attribute);
   }
@@ -556,15 +557,15 @@ TEST_F(FreedesktopPowerSourcesTest, WorkWithoutABus) {
   sources.reset();
 }
 
-TEST_F(FreedesktopPowerSourcesTest, AreTheKernelsWhileTheBusIsGone) {
+TEST_F(FreedesktopPowerSourcesTest, UseTheKernelWhileTheBusIsGone) {
   startDaemon();
   startAndWaitUntilReady();
   ASSERT_EQ(percent(), 55);
   bus.stop();
-  EXPECT_TRUE(waitFor([this] { return percentsTold == Percents{80}; }));
+  EXPECT_TRUE(waitFor([this] { return percentsAnnounced == Percents{80}; }));
 }
 
-TEST_F(FreedesktopPowerSourcesTest, AreTheDaemonsAgainOnARestartedBus) {
+TEST_F(FreedesktopPowerSourcesTest, UseTheDaemonAgainOnARestartedBus) {
   startDaemon();
   startAndWaitUntilReady();
   bus.stop();
@@ -583,7 +584,7 @@ TEST_F(FreedesktopPowerSourcesTest, AreTheDaemonsAgainOnARestartedBus) {
   EXPECT_TRUE(waitFor([this] { return percent() == 54; }));
 }
 
-TEST_F(FreedesktopPowerSourcesTest, MayEndWhileSomethingIsUnderWay) {
+TEST_F(FreedesktopPowerSourcesTest, MayBeDestroyedDuringACall) {
   startDaemon();
   device.silent = true;
   start();
@@ -595,7 +596,7 @@ TEST_F(FreedesktopPowerSourcesTest, MayEndWhileSomethingIsUnderWay) {
   ASSERT_TRUE(waitFor([this] { return device.asked == 2; }));
 }
 
-TEST_F(FreedesktopPowerSourcesTest, MayEndInTheirOwnCallbacks) {
+TEST_F(FreedesktopPowerSourcesTest, MayBeDestroyedInTheirOwnCallbacks) {
   startDaemon();
   sources = std::make_unique<FreedesktopPowerSources>(bus.join(), hold, folder.path());
   ready = sources->whenReady([this] { sources.reset(); });

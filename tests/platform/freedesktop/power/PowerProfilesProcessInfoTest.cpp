@@ -28,7 +28,7 @@ class PowerProfilesProcessInfoTest : public testing::Test {
 
   void start() {
     info = std::make_unique<PowerProfilesProcessInfo>(bus.join(), hold);
-    observation = info->onPowerStateChange([this] { told.push_back(lowPower()); });
+    observation = info->onPowerStateChange([this] { announced.push_back(lowPower()); });
     ready = info->whenReady([this] { ++timesReady; });
     EXPECT_EQ(timesReady, 0);
     ASSERT_TRUE(waitFor([this] { return timesReady > 0; }));
@@ -43,7 +43,7 @@ class PowerProfilesProcessInfoTest : public testing::Test {
   FakeProperties older{daemon, QStringLiteral("/net/hadess/PowerProfiles"), olderName};
   RecordedWorkspace workspace;
   SleepHold hold{workspace};
-  std::vector<bool> told;
+  std::vector<bool> announced;
   int timesReady = 0;
   std::unique_ptr<PowerProfilesProcessInfo> info;
   Subscription observation;
@@ -55,7 +55,7 @@ TEST_F(PowerProfilesProcessInfoTest, WithoutADaemonThereIsNoLowPowerMode) {
   EXPECT_FALSE(lowPower());
 }
 
-TEST_F(PowerProfilesProcessInfoTest, IsReadyWithTheTruthUnderEitherName) {
+TEST_F(PowerProfilesProcessInfoTest, IsReadyWithTheDaemonsAnswerUnderEitherName) {
   current.properties = older.properties = profile("power-saver");
   for (const auto& name : {currentName, olderName}) {
     ASSERT_TRUE(daemon.registerService(name));
@@ -76,10 +76,10 @@ TEST_F(PowerProfilesProcessInfoTest, OnlyPowerSaverIsLowPowerMode) {
   older.change(profile("balanced"));
   older.change(profile("power-saver"));
   EXPECT_TRUE(waitFor([this] { return lowPower(); }));
-  EXPECT_EQ(told, (std::vector{true, false, true}));
+  EXPECT_EQ(announced, (std::vector{true, false, true}));
 }
 
-TEST_F(PowerProfilesProcessInfoTest, OneDaemonUnderBothNamesTellsOnce) {
+TEST_F(PowerProfilesProcessInfoTest, OneDaemonUnderBothNamesIsAnnouncedOnce) {
   ASSERT_TRUE(daemon.registerService(currentName));
   ASSERT_TRUE(daemon.registerService(olderName));
   start();
@@ -87,25 +87,25 @@ TEST_F(PowerProfilesProcessInfoTest, OneDaemonUnderBothNamesTellsOnce) {
     current.change(profile(name));
     older.change(profile(name));
   }
-  ASSERT_TRUE(waitFor([this] { return told.size() == 2; }));
+  ASSERT_TRUE(waitFor([this] { return announced.size() == 2; }));
   current.change(profile("power-saver"));
   ASSERT_TRUE(waitFor([this] { return lowPower(); }));
-  EXPECT_EQ(told, (std::vector{true, false, true}));
+  EXPECT_EQ(announced, (std::vector{true, false, true}));
 }
 
-TEST_F(PowerProfilesProcessInfoTest, ADaemonThatVanishesLeavesItsLastWord) {
+TEST_F(PowerProfilesProcessInfoTest, KeepsTheModeWhenTheDaemonVanishes) {
   ASSERT_TRUE(daemon.registerService(olderName));
   older.properties = profile("power-saver");
   start();
-  told.clear();
+  announced.clear();
   daemon.unregisterService(olderName);
-  // The other name's arrival comes after the first one's departure.
+  // The first name goes before the other one comes.
   current.properties = profile("power-saver");
   ASSERT_TRUE(daemon.registerService(currentName));
   ASSERT_TRUE(waitFor([this] { return current.asked > 0; }));
   current.change(profile("balanced"));
   ASSERT_TRUE(waitFor([this] { return !lowPower(); }));
-  EXPECT_EQ(told, std::vector{false});
+  EXPECT_EQ(announced, std::vector{false});
 }
 
 TEST_F(PowerProfilesProcessInfoTest, ADaemonWithoutAProfileChangesNothing) {
@@ -120,10 +120,10 @@ TEST_F(PowerProfilesProcessInfoTest, ADaemonWithoutAProfileChangesNothing) {
   ASSERT_TRUE(waitFor([this] { return older.asked > 0; }));
   older.change(profile("balanced"));
   ASSERT_TRUE(waitFor([this] { return !lowPower(); }));
-  EXPECT_EQ(told, (std::vector{true, false}));
+  EXPECT_EQ(announced, (std::vector{true, false}));
 }
 
-TEST_F(PowerProfilesProcessInfoTest, AHangingDaemonIsNotWaitedForLong) {
+TEST_F(PowerProfilesProcessInfoTest, WaitsForAHangingDaemonOnlyForALimitedTime) {
   ASSERT_TRUE(daemon.registerService(currentName));
   current.silent = true;
   current.properties = profile("power-saver");
@@ -133,7 +133,7 @@ TEST_F(PowerProfilesProcessInfoTest, AHangingDaemonIsNotWaitedForLong) {
   EXPECT_TRUE(waitFor([this] { return lowPower(); }));
 }
 
-TEST_F(PowerProfilesProcessInfoTest, TellsASwitchInASleepAfterTheLookThatFollowsAWake) {
+TEST_F(PowerProfilesProcessInfoTest, AnnouncesASwitchDuringASleepAfterTheWakeRefresh) {
   ASSERT_TRUE(daemon.registerService(currentName));
   start();
   workspace.willSleep.notify();
@@ -142,14 +142,14 @@ TEST_F(PowerProfilesProcessInfoTest, TellsASwitchInASleepAfterTheLookThatFollows
   QElapsedTimer sinceWake;
   sinceWake.start();
   workspace.didWake.notify();
-  ASSERT_TRUE(waitFor([this] { return !told.empty(); }));
+  ASSERT_TRUE(waitFor([this] { return !announced.empty(); }));
   EXPECT_GE(sinceWake.elapsed(), 3500);
   current.change(profile("balanced"));
-  EXPECT_TRUE(waitFor([this] { return told.size() == 2; }));
-  EXPECT_EQ(told, (std::vector{true, false}));
+  EXPECT_TRUE(waitFor([this] { return announced.size() == 2; }));
+  EXPECT_EQ(announced, (std::vector{true, false}));
 }
 
-TEST_F(PowerProfilesProcessInfoTest, MayEndInItsOwnCallback) {
+TEST_F(PowerProfilesProcessInfoTest, MayBeDestroyedInItsOwnCallback) {
   ASSERT_TRUE(daemon.registerService(currentName));
   start();
   observation = info->onPowerStateChange([this] { info.reset(); });
@@ -157,7 +157,7 @@ TEST_F(PowerProfilesProcessInfoTest, MayEndInItsOwnCallback) {
   EXPECT_TRUE(waitFor([this] { return info == nullptr; }));
 }
 
-TEST_F(PowerProfilesProcessInfoTest, ComesBackWithTheBus) {
+TEST_F(PowerProfilesProcessInfoTest, IsKnownAgainOnARestartedBus) {
   ASSERT_TRUE(daemon.registerService(currentName));
   start();
   ASSERT_FALSE(lowPower());

@@ -19,8 +19,8 @@ namespace tollbeam {
 
 namespace {
 
-/// A summary as far as the zone decides it: when its day began, on the clock there and then, and
-/// how long of it the battery charged.
+/// The parts of a summary that depend on the zone: when its day began by the local clock, and for
+/// how long the battery charged.
 struct Row {
   std::string began;
   std::int64_t chargingMinutes = 0;
@@ -41,7 +41,7 @@ std::string onTheClock(Date instant) {
   return {text.data(), std::strftime(text.data(), text.size(), "%F %R %z", &fields)};
 }
 
-/// A battery that charges without a break: one sample on every minute.
+/// A battery that charges all the time: one sample a minute.
 HistoryStore& chargingFrom(Date start, Date end, RecordedFileManager& files,
                            std::optional<HistoryStore>& store) {
   std::vector<Sample> samples;
@@ -60,7 +60,7 @@ Rows rowsOf(const HistoryStore& store, Date now) {
   return rows;
 }
 
-/// The last seven days of one who has charged for ten.
+/// The last seven days after ten days of charging.
 Rows sevenDays(const char* zone, double now) {
   const test::Environment here("TZ", zone);
   RecordedFileManager files;
@@ -70,8 +70,8 @@ Rows sevenDays(const char* zone, double now) {
 
 }  // namespace
 
-TEST(DaySummaryInRealZones, ADayThatNeverWasHasNoRowAndCountsAmongTheSeven) {
-  // Noon of 31 December 2011, when Samoa had gone over the date line without a 30th.
+TEST(DaySummaryInRealZones, ASkippedDayHasNoRowAndCountsAmongTheSeven) {
+  // Noon of 31 December 2011, when Samoa had skipped the 30th to cross the date line.
   EXPECT_EQ(sevenDays("Pacific/Apia", 1325282400), (Rows{{"2011-12-31 00:00 +1400", 720},
                                                          {"2011-12-29 00:00 -1000", 1440},
                                                          {"2011-12-28 00:00 -1000", 1440},
@@ -80,7 +80,7 @@ TEST(DaySummaryInRealZones, ADayThatNeverWasHasNoRowAndCountsAmongTheSeven) {
                                                          {"2011-12-25 00:00 -1000", 1440}}));
 }
 
-TEST(DaySummaryInRealZones, ADayWithoutAMidnightLeavesTheOthersTheirs) {
+TEST(DaySummaryInRealZones, ADayWithoutAMidnightDoesNotShiftTheOthers) {
   EXPECT_EQ(sevenDays("America/Sao_Paulo", 1541340000), (Rows{{"2018-11-04 01:00 -0200", 660},
                                                               {"2018-11-03 00:00 -0300", 1440},
                                                               {"2018-11-02 00:00 -0300", 1440},
@@ -105,7 +105,7 @@ TEST(DaySummaryInRealZones, ARepeatedMidnightBelongsToOneDay) {
   EXPECT_EQ(rows[2], (Row{"2022-11-05 00:00 -0400", 24 * 60}));
 }
 
-TEST(DaySummaryInRealZones, AnEveningThatComesBackIsTheEarlierDays) {
+TEST(DaySummaryInRealZones, ARepeatedEveningBelongsToTheEarlierDay) {
   // A minute after midnight of 29 October 2006 it was 23:01 again.
   const auto rows = sevenDays("America/St_Johns", 1162130400);
   ASSERT_EQ(rows.size(), 7U);
@@ -113,7 +113,7 @@ TEST(DaySummaryInRealZones, AnEveningThatComesBackIsTheEarlierDays) {
   EXPECT_EQ(rows[1], (Row{"2006-10-28 00:00 -0230", 24 * 60 + 59}));
 }
 
-TEST(DaySummaryInRealZones, DaysAreAsLongAsTheyAre) {
+TEST(DaySummaryInRealZones, TheLengthOfADayFollowsChangesOfTheClock) {
   struct Case {
     const char* zone;
     double noonAfter;
@@ -134,7 +134,7 @@ TEST(DaySummaryInRealZones, DaysAreAsLongAsTheyAre) {
   }
 }
 
-TEST(DaySummaryInRealZones, ATravellersSamplesAreGroupedAnewByTheZoneInForce) {
+TEST(DaySummaryInRealZones, SamplesAreGroupedByTheCurrentZone) {
   RecordedFileManager files;
   std::optional<HistoryStore> store;
   const Date start{1717977600};  // 10 June 2024, midnight in Greenwich

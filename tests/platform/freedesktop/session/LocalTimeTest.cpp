@@ -19,7 +19,7 @@ constexpr double kBeforeSummerTime = 1711846799;
 
 }  // namespace
 
-TEST(LocalCalendar, TellsTheLocalTime) {
+TEST(LocalCalendar, GivesTheLocalTime) {
   const test::Environment zone("TZ", "Europe/Berlin");
   const LocalCalendar calendar;
   EXPECT_EQ(calendar.timeOfDay({0}), (TimeOfDay{1, 0}));
@@ -35,7 +35,7 @@ TEST(LocalCalendar, KnowsSummerTime) {
   EXPECT_EQ(calendar.timeOfDay({kBeforeSummerTime + 1}), (TimeOfDay{3, 0}));
 }
 
-TEST(LocalCalendar, FollowsATraveller) {
+TEST(LocalCalendar, FollowsAChangeOfTheZone) {
   const LocalCalendar calendar;
   for (const auto& [zone, time] :
        {std::pair("UTC", TimeOfDay{0, 0}), std::pair("Asia/Kolkata", TimeOfDay{5, 30}),
@@ -76,7 +76,7 @@ TEST(LocalCalendar, ADayWithoutAMidnightStartsAfterTheJump) {
   EXPECT_EQ(calendar.day(start - 1.0), (CalendarDay{2018, 11, 3}));
 }
 
-TEST(LocalCalendar, ADateThatNeverWasIsCountedAllTheSame) {
+TEST(LocalCalendar, ASkippedDateStartsAfterTheJump) {
   const test::Environment zone("TZ", "Pacific/Apia");
   const LocalCalendar calendar;
   const CalendarDay lastDay{2011, 12, 31};
@@ -97,7 +97,7 @@ TEST(LocalCalendar, FindsATimeOfADay) {
   EXPECT_EQ(calendar.instant({2024, 10, 27}, {2, 30}), Date{1729989000}) << "the first of two";
 }
 
-TEST(LocalCalendar, HasNoInstantForATimeThatIsOnNoClock) {
+TEST(LocalCalendar, HasNoInstantForATimeBeyondTheClock) {
   const LocalCalendar calendar;
   for (const TimeOfDay time :
        {TimeOfDay{24, 0}, TimeOfDay{-1, 0}, TimeOfDay{0, 60}, TimeOfDay{0, -1}}) {
@@ -112,7 +112,7 @@ struct Night {
   double around;
 };
 
-// The odd nights of the world's clocks.
+// Nights with unusual changes of the clock.
 constexpr Night kNights[] = {
     {"UTC", 1e9},
     {"Europe/Berlin", 1711846800},
@@ -150,7 +150,7 @@ TEST(LocalCalendar, StartsEveryDayAtItsFirstSecond) {
   }
 }
 
-// Clocks change on whole minutes since 1970, so a walk through these sees everything.
+// Clocks change on whole minutes since 1970, so a walk through these finds every change.
 TEST(LocalCalendar, FindsTheFirstInstantOfEveryMinute) {
   for (const Night& night : kNights) {
     const test::Environment here("TZ", night.zone);
@@ -164,7 +164,8 @@ TEST(LocalCalendar, FindsTheFirstInstantOfEveryMinute) {
          day = day.plusDays(1)) {
       for (int minute = 0; minute < 24 * 60; ++minute) {
         const TimeOfDay time{minute / 60, minute % 60};
-        // What is not shown is jumped over: the next that is shown comes after the jump.
+        // The clock jumps over a time that it does not show; the next one shown comes after the
+        // jump.
         const auto expected = firstShown.lower_bound({day, time});
         ASSERT_NE(expected, firstShown.end());
         ASSERT_EQ(calendar.instant(day, time), expected->second)
@@ -175,7 +176,7 @@ TEST(LocalCalendar, FindsTheFirstInstantOfEveryMinute) {
   }
 }
 
-TEST(SystemClock, TellsTheTimeWithItsFraction) {
+TEST(SystemClock, GivesTheTimeWithItsFraction) {
   const SystemClock clock;
   const auto system = [] {
     return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch())
@@ -185,7 +186,7 @@ TEST(SystemClock, TellsTheTimeWithItsFraction) {
   const Date now = clock.now();
   EXPECT_GE(now.secondsSince1970, before);
   EXPECT_LE(now.secondsSince1970, system());
-  // One reading may fall on a whole second, not every one.
+  // A single reading may fall on a whole second.
   bool hasFraction = false;
   for (int i = 0; i < 100 && !hasFraction; ++i) {
     hasFraction = std::fmod(clock.now().secondsSince1970, 1) != 0;

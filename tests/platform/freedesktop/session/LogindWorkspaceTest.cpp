@@ -23,7 +23,7 @@ const auto path = QStringLiteral("/org/freedesktop/login1");
 const auto interface = QStringLiteral("org.freedesktop.login1.Manager");
 
 // The machines that build and test do not sleep, and the real daemon does not run on them. Locks
-// are as logind makes them: one end of a pipe, held as long as anybody has it open.
+// are as logind makes them: one end of a pipe, held as long as any process has it open.
 class FakeLogind final : public QDBusVirtualObject {
  public:
   explicit FakeLogind(const QDBusConnection& bus) : bus_(bus) {
@@ -131,7 +131,7 @@ TEST_F(LogindWorkspaceTest, TakesADelayLockWhileTheMachineIsAwake) {
   EXPECT_EQ(logind.held(), 1);
 }
 
-TEST_F(LogindWorkspaceTest, LetsTheMachineSleepAfterTheObservers) {
+TEST_F(LogindWorkspaceTest, ReleasesTheLockAfterTheObserversHaveReturned) {
   startBoth();
   logind.announceSleep(true);
   EXPECT_TRUE(waitFor([this] { return logind.held() == 0; }));
@@ -150,7 +150,7 @@ TEST_F(LogindWorkspaceTest, TakesANewLockAfterWaking) {
   EXPECT_EQ(logind.held(), 1);
 }
 
-TEST_F(LogindWorkspaceTest, ALockThatComesTooLateHoldsNothingUp) {
+TEST_F(LogindWorkspaceTest, ReleasesALockThatComesTooLate) {
   logind.silent = true;
   logind.start();
   startWorkspace();
@@ -172,7 +172,7 @@ TEST_F(LogindWorkspaceTest, FollowsARestartOfLogind) {
   EXPECT_TRUE(waitFor([this] { return logind.held() == 0; }));
 }
 
-TEST_F(LogindWorkspaceTest, ALogindThatDiesBeforeTheWakeIsAWake) {
+TEST_F(LogindWorkspaceTest, AnnouncesAWakeWhenLogindDiesInASleep) {
   startBoth();
   logind.announceSleep(true);
   ASSERT_TRUE(waitFor([this] { return sleeps == 1; }));
@@ -190,7 +190,7 @@ TEST_F(LogindWorkspaceTest, WaitsForALogindThatComesLater) {
   EXPECT_TRUE(waitFor([this] { return sleeps == 1; }));
 }
 
-TEST_F(LogindWorkspaceTest, BelievesOnlyLogind) {
+TEST_F(LogindWorkspaceTest, IgnoresSignalsOfOtherProcesses) {
   startBoth();
   letAStrangerAnnounceSleep();
   logind.announceSleep(true);
@@ -199,7 +199,7 @@ TEST_F(LogindWorkspaceTest, BelievesOnlyLogind) {
   EXPECT_EQ(sleeps, 1);
 }
 
-TEST_F(LogindWorkspaceTest, BelievesNobodyWhileThereIsNoLogind) {
+TEST_F(LogindWorkspaceTest, IgnoresAllSignalsWithoutLogind) {
   startWorkspace();
   letAStrangerAnnounceSleep();
   logind.start();
@@ -210,7 +210,7 @@ TEST_F(LogindWorkspaceTest, BelievesNobodyWhileThereIsNoLogind) {
   EXPECT_EQ(wakes, 0);
 }
 
-TEST_F(LogindWorkspaceTest, ComesBackWithTheBus) {
+TEST_F(LogindWorkspaceTest, WorksAgainOnARestartedBus) {
   startBoth();
   bus.stop();
   bus.start();
@@ -223,7 +223,7 @@ TEST_F(LogindWorkspaceTest, ComesBackWithTheBus) {
   EXPECT_TRUE(waitFor([&] { return wakes == 1; }));
 }
 
-TEST_F(LogindWorkspaceTest, ABusThatGoesBeforeTheWakeIsAWake) {
+TEST_F(LogindWorkspaceTest, AnnouncesAWakeWhenTheBusEndsInASleep) {
   startBoth();
   logind.announceSleep(true);
   ASSERT_TRUE(waitFor([this] { return sleeps == 1; }));
@@ -231,13 +231,13 @@ TEST_F(LogindWorkspaceTest, ABusThatGoesBeforeTheWakeIsAWake) {
   EXPECT_TRUE(waitFor([this] { return wakes == 1; }));
 }
 
-TEST_F(LogindWorkspaceTest, GivesItsLockBackAtTheEnd) {
+TEST_F(LogindWorkspaceTest, ReleasesItsLockWhenDestroyed) {
   startBoth();
   workspace.reset();
   EXPECT_TRUE(waitFor([this] { return logind.held() == 0; }));
 }
 
-TEST_F(LogindWorkspaceTest, MayEndInItsOwnCallback) {
+TEST_F(LogindWorkspaceTest, MayBeDestroyedInItsOwnCallback) {
   startBoth();
   willSleep = workspace->onWillSleep([this] { workspace.reset(); });
   logind.announceSleep(true);

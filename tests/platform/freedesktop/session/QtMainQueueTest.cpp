@@ -61,7 +61,7 @@ TEST(QtMainQueue, RunsWorkOnceAndNeverEarly) {
   EXPECT_EQ(due, (std::vector{0.05, 0.35}));
 }
 
-TEST(QtMainQueue, WorkThatIsDueLongAgoRunsSoonButNotAtOnce) {
+TEST(QtMainQueue, OverdueWorkRunsAfterTheCall) {
   QtMainQueue queue;
   int ran = 0;
   queue.after(0, [&] { ++ran; });
@@ -90,7 +90,7 @@ TEST(QtMainQueue, RepeatsWithoutDrift) {
   for (std::size_t i = 0; i < at.size(); ++i) EXPECT_GE(at[i], 0.05 * static_cast<double>(i + 1));
 }
 
-TEST(QtMainQueue, WithToleranceWaitsForARoundSecond) {
+TEST(QtMainQueue, WithToleranceFiresAtFullSeconds) {
   QtMainQueue queue;
   const double start = now();
   std::vector<double> at;
@@ -103,7 +103,7 @@ TEST(QtMainQueue, WithToleranceWaitsForARoundSecond) {
   }
 }
 
-TEST(QtMainQueue, WhatABusyThreadMissedIsNotMadeUpFor) {
+TEST(QtMainQueue, DoesNotMakeUpForFiringsThatABusyThreadMissed) {
   QtMainQueue queue;
   int fired = 0;
   const auto timer = queue.every(0.02, 0, [&] {
@@ -115,7 +115,7 @@ TEST(QtMainQueue, WhatABusyThreadMissedIsNotMadeUpFor) {
   EXPECT_GE(now() - start, 0.2 + 3 * 0.02);
 }
 
-TEST(QtMainQueue, AnEndedSubscriptionFiresNoMore) {
+TEST(QtMainQueue, StopsAtTheEndOfTheSubscription) {
   QtMainQueue queue;
   int ended = 0;
   int going = 0;

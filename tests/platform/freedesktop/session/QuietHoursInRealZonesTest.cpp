@@ -76,7 +76,7 @@ TEST(MinutesBindingInRealZones, StoresWhatTheClockShowsInPlaceOfWhatItJumpsOver)
   }
 }
 
-TEST(MinutesBindingInRealZones, ShowsTheFirstOfTwo) {
+TEST(MinutesBindingInRealZones, ShowsTheFirstOfARepeatedTime) {
   const test::Environment here("TZ", "Europe/Berlin");
   const LocalCalendar calendar;
   const Date evening{1730059200};  // 27 October 2024, 21:00
@@ -85,7 +85,7 @@ TEST(MinutesBindingInRealZones, ShowsTheFirstOfTwo) {
   EXPECT_EQ(first, Date{1729989000});
 }
 
-TEST(MinutesBindingInRealZones, EveryMinuteOfAnOrdinaryDayIsShownAsItIs) {
+TEST(MinutesBindingInRealZones, ShowsEveryMinuteOfAnOrdinaryDayUnchanged) {
   for (const char* zone : {"UTC", "Europe/Berlin", "America/St_Johns", "Pacific/Apia"}) {
     const test::Environment here("TZ", zone);
     const LocalCalendar calendar;

@@ -13,7 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 using test::waitFor;
 
-TEST(Readiness, ComesWhenItIsMarked) {
+TEST(Readiness, IsAnnouncedWhenItIsMarked) {
   Readiness readiness(1h);
   int calls = 0;
   const auto waiting = readiness.whenReady([&calls] { ++calls; });
@@ -24,7 +24,7 @@ TEST(Readiness, ComesWhenItIsMarked) {
   EXPECT_EQ(calls, 1);
 }
 
-TEST(Readiness, ComesByItselfAtItsLimit) {
+TEST(Readiness, IsAnnouncedAtItsLimit) {
   Readiness readiness(1ms);
   bool called = false;
   const auto waiting = readiness.whenReady([&called] { called = true; });
@@ -38,7 +38,7 @@ TEST(Readiness, IsAnnouncedOnceOnly) {
   int calls = 0;
   const auto early = readiness.whenReady([&calls] { ++calls; });
   readiness.markReady();
-  // The announcement to a late one, and a limit that has passed, do not repeat it.
+  // Neither a late subscriber nor a limit that has passed repeats the announcement.
   bool late = false;
   const auto waiting = readiness.whenReady([&late] { late = true; });
   ASSERT_TRUE(waitFor([&late] { return late; }));
@@ -46,7 +46,7 @@ TEST(Readiness, IsAnnouncedOnceOnly) {
   EXPECT_EQ(calls, 1);
 }
 
-TEST(Readiness, IsAnnouncedToALateOneAfterTheCall) {
+TEST(Readiness, IsAnnouncedToALateSubscriberAfterTheCall) {
   Readiness readiness(1h);
   readiness.markReady();
   bool called = false;
@@ -55,7 +55,7 @@ TEST(Readiness, IsAnnouncedToALateOneAfterTheCall) {
   EXPECT_TRUE(waitFor([&called] { return called; }));
 }
 
-TEST(Readiness, IsNotAnnouncedToOneThatHasGone) {
+TEST(Readiness, IsNotAnnouncedAfterTheEndOfTheSubscription) {
   Readiness readiness(1h);
   int calls = 0;
   auto gone = readiness.whenReady([&calls] { ++calls; });
@@ -64,7 +64,7 @@ TEST(Readiness, IsNotAnnouncedToOneThatHasGone) {
   EXPECT_EQ(calls, 0);
 }
 
-TEST(Readiness, IsAnnouncedInTheOrderOfAsking) {
+TEST(Readiness, IsAnnouncedInTheOrderOfSubscription) {
   Readiness readiness(1h);
   std::vector<int> order;
   const auto first = readiness.whenReady([&order] { order.push_back(1); });
@@ -73,7 +73,7 @@ TEST(Readiness, IsAnnouncedInTheOrderOfAsking) {
   EXPECT_EQ(order, (std::vector{1, 2}));
 }
 
-TEST(Readiness, MayEndInItsOwnAnnouncement) {
+TEST(Readiness, MayBeDestroyedInItsOwnCallback) {
   auto readiness = std::make_unique<Readiness>(1ms);
   const auto waiting = readiness->whenReady([&readiness] { readiness.reset(); });
   EXPECT_TRUE(waitFor([&readiness] { return readiness == nullptr; }));

@@ -19,7 +19,7 @@ const QString kName = QStringLiteral("org.tollbeam.Tollbeam");
 const QString kPath = QStringLiteral("/org/tollbeam/Tollbeam");
 const QString kInterface = QStringLiteral("org.freedesktop.Application");
 
-// A start of the program, and what it was told.
+/// A start of the program that counts its callbacks.
 struct Start {
   explicit Start(Bus& bus) : instance(std::make_unique<SingleInstance>(bus)) {
     instance->onActivate = [this] { ++activations; };
@@ -53,7 +53,7 @@ TEST_F(SingleInstanceTest, TheOnlyStartIsTheFirst) {
   EXPECT_EQ(only.activations, 0);
 }
 
-TEST_F(SingleInstanceTest, ALaterStartAsksTheFirstAndIsTheOther) {
+TEST_F(SingleInstanceTest, ALaterStartActivatesTheFirstAndIsTheOther) {
   Start first(bus.join());
   first.begin();
   ASSERT_TRUE(first.isFirst());
@@ -86,8 +86,8 @@ TEST_F(SingleInstanceTest, AfterTheEndOfTheFirstTheNextStartIsTheFirst) {
   EXPECT_TRUE(next.isFirst());
 }
 
-TEST_F(SingleInstanceTest, AStartThatTheOwnerOfTheNameCannotAnswerTakesThePlaceThatBecomesFree) {
-  // It has the name, but not the object: about to end.
+TEST_F(SingleInstanceTest, AStartTakesThePlaceOfAnOwnerThatEndsWithoutAnAnswer) {
+  // An owner of the name without the object: it is about to end.
   QDBusConnection ending = bus.connect();
   ASSERT_TRUE(ending.registerService(kName));
   Start next(bus.join());

@@ -14,7 +14,7 @@ class TerminationSignalsTest : public testing::TestWithParam<int> {
   TerminationSignalsTest() { sigprocmask(SIG_SETMASK, nullptr, &usual); }
   ~TerminationSignalsTest() override { sigprocmask(SIG_SETMASK, &usual, nullptr); }
 
-  /// Runs the event loop to its end; whether it ended in good order.
+  /// Runs the event loop. Whether it ended normally.
   static bool loopEnds() {
     bool saved = false;
     const QObject context;

@@ -32,7 +32,7 @@ TEST(BatteryPacks, AreFoundUnderAnyName) {
   }
 }
 
-TEST(BatteryPacks, MissingOnesAreNotCounted) {
+TEST(BatteryPacks, LeaveOutAbsentPacks) {
   EXPECT_EQ(
       internalBatteries({{"BAT0", energyPack()}, {"BAT1", with(energyPack(), "present", "0")}})
           .size(),
@@ -73,7 +73,7 @@ TEST(BatteryPacks, TheFirmwaresPercentComesFirst) {
   EXPECT_EQ(percentOf({{"BAT0", with(energyPack(), "capacity", "79")}}), 79.0);
 }
 
-TEST(BatteryPacks, WithoutAPercentTheAmountsTell) {
+TEST(BatteryPacks, WithoutAPercentTheAmountsDecide) {
   for (const auto* nonsense : {"", "-", "255", "-1"}) {
     EXPECT_EQ(percentOf({{"BAT0", with(energyPack(), "capacity", nonsense)}}), 80.0);
   }
@@ -107,18 +107,18 @@ TEST(BatteryPacks, WithoutVoltagesChargesAreTheWeights) {
   EXPECT_DOUBLE_EQ(*percentOf({{"BAT0", one}, {"BAT1", other}}), 50.0);
 }
 
-TEST(BatteryPacks, WithPercentsAloneTheMeanIsTold) {
+TEST(BatteryPacks, WithPercentsAloneTheMeanCounts) {
   const SupplyAttributes one{{"type", "Battery"}, {"status", "Discharging"}, {"capacity", "30"}};
   EXPECT_EQ(percentOf({{"BAT0", one}, {"BAT1", with(one, "capacity", "50")}}), 40.0);
 }
 
-TEST(BatteryPacks, OnePackIsNeverToldAsAll) {
-  // The second is there and full-sized, and does not tell how much it holds.
+TEST(BatteryPacks, OnePackNeverPassesForAll) {
+  // The second reports its size but not how much it holds.
   const auto mute = without(without(energyPack(), "energy_now"), "capacity");
   EXPECT_EQ(percentOf({{"BAT0", energyPack()}, {"BAT1", mute}}), std::nullopt);
 }
 
-TEST(BatteryPacks, OneThatCannotBeReadIsAPackAllTheSame) {
+TEST(BatteryPacks, CountAPackThatCannotBeRead) {
   const PowerSupplies supplies{{"BAT0", energyPack()}, {"BAT1", {{"type", "Battery"}}}};
   EXPECT_EQ(percentOf(supplies), std::nullopt);
   const auto amounts = combinedAmounts(internalBatteries(supplies)).amounts;
@@ -126,7 +126,7 @@ TEST(BatteryPacks, OneThatCannotBeReadIsAPackAllTheSame) {
   EXPECT_EQ(amounts.design, std::nullopt);
 }
 
-TEST(BatteryPacks, AddUpInTheirOwnUnitWhenAlike) {
+TEST(BatteryPacks, AddUpInTheirCommonUnit) {
   const auto energy =
       combinedAmounts(internalBatteries({{"BAT0", energyPack()}, {"BAT1", energyPack()}}));
   EXPECT_TRUE(energy.isEnergy);

@@ -16,7 +16,7 @@ using namespace test;
 
 using Names = std::vector<std::string>;
 
-// A bay whose controller answers, and one that does not.
+// An empty bay whose controller answers, and one whose controller does not.
 const SupplyAttributes kNothing{{"type", "Battery"}, {"present", "1"}, {"status", "Unknown"}};
 const SupplyAttributes kUnreadable{{"type", "Battery"}, {"present", "1"}};
 
@@ -31,7 +31,7 @@ class CountedPacksTest : public testing::Test {
   CountedPacks packs;
 };
 
-TEST_F(CountedPacksTest, LeaveADeadBayOutBesideAPackThatTells) {
+TEST_F(CountedPacksTest, LeaveADeadBayOutBesideAPackThatReports) {
   EXPECT_EQ(namesLeft({{"AC", mains("1")}, {"BAT0", energyPack()}, {"BAT1", kNothing}}),
             (Names{"AC", "BAT0"}));
 }
@@ -53,7 +53,7 @@ TEST_F(CountedPacksTest, KeepAPackThatCannotBeReadYet) {
   EXPECT_EQ(namesLeft({{"BAT0", energyPack()}, {"BAT1", kUnreadable}}), (Names{"BAT0", "BAT1"}));
 }
 
-TEST_F(CountedPacksTest, TakeAnySignOfLife) {
+TEST_F(CountedPacksTest, CountAPackWithAnyReport) {
   const SupplyAttributes bare{{"type", "Battery"}, {"capacity", "40"}, {"status", "Discharging"}};
   for (const auto& [attribute, text] :
        {std::pair{"energy_full_design", "60000000"}, std::pair{"charge_full", "4000000"},
@@ -64,7 +64,7 @@ TEST_F(CountedPacksTest, TakeAnySignOfLife) {
   }
 }
 
-TEST_F(CountedPacksTest, TakeZeroOfAnUnknownStateForNoSignOfLife) {
+TEST_F(CountedPacksTest, TakeZeroWithAnUnknownStateForNoReport) {
   for (const auto* attribute : {"capacity", "energy_now", "charge_now"}) {
     EXPECT_EQ(namesLeft({{"BAT0", energyPack()}, {"BAT1", with(kNothing, attribute, "0")}}),
               Names{"BAT0"})
@@ -72,7 +72,7 @@ TEST_F(CountedPacksTest, TakeZeroOfAnUnknownStateForNoSignOfLife) {
   }
 }
 
-// The driver of a mouse need not say that its battery belongs to a device.
+// Some drivers of mice do not mark the battery as a device's.
 TEST_F(CountedPacksTest, LeaveABatteryWithoutAmountsOutBesideOneWithThem) {
   const auto stray = without(mouse(), "scope");
   for (const auto& pack : {energyPack(), chargePack()}) {
@@ -90,8 +90,8 @@ TEST_F(CountedPacksTest, KeepAPackWhoseAmountsAreMissingForAMoment) {
   EXPECT_EQ(namesLeft({{"BAT0", percentOnly}, {"BAT1", energyPack()}}), both);
 }
 
-// Whatever is listed beside a laptop's pack, its charge, state and health stay the pack's.
-TEST_F(CountedPacksTest, LetNothingStrangeChangeTheBattery) {
+// Whatever is listed beside a laptop's pack, the readings are the pack's.
+TEST_F(CountedPacksTest, LetNoStrayBatteryChangeTheReadings) {
   for (const auto& pack : {energyPack(), chargePack(), with(energyPack(), "status", "Charging")}) {
     const PowerSupplies alone{{"AC", mains("0")}, {"BAT0", pack}};
     for (const auto* status : {"Unknown", "Charging", "Discharging", "Full", "Not charging"}) {

@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 
 class DaemonSilenceTest : public testing::Test {
  protected:
-  /// Contradicts the daemon from `from` on, until it is asked two minutes later.
+  /// Contradicts the daemon from `from` on, until it is queried two minutes later.
   void contradictUntilAsked(DaemonSilence::Time from) {
     silence.compare(true, from);
     silence.compare(true, from + 119s);
@@ -22,7 +22,7 @@ class DaemonSilenceTest : public testing::Test {
   DaemonSilence silence;
 };
 
-TEST_F(DaemonSilenceTest, IsNoneWithoutAContradiction) {
+TEST_F(DaemonSilenceTest, DoesNotBeginWithoutAContradiction) {
   silence.compare(false, 0s);
   silence.compare(false, 1h);
   EXPECT_FALSE(silence.isSilent());
@@ -72,8 +72,8 @@ TEST_F(DaemonSilenceTest, IsCountedAnewAfterAnAgreement) {
   EXPECT_EQ(silence.due(), 251s);
 }
 
-// What a daemon said before it hung may become true again; that is no answer.
-TEST_F(DaemonSilenceTest, LastsUntilSomethingIsHeard) {
+// The last values of a daemon that hangs may become true again; that is no answer.
+TEST_F(DaemonSilenceTest, LastsUntilTheDaemonAnswersOrSignals) {
   contradictUntilAsked(0s);
   silence.compare(true, 130s);
   silence.compare(false, 140s);
@@ -84,7 +84,7 @@ TEST_F(DaemonSilenceTest, LastsUntilSomethingIsHeard) {
   EXPECT_FALSE(silence.isSilent());
 }
 
-TEST_F(DaemonSilenceTest, HasAPatienceOfItsOwn) {
+TEST_F(DaemonSilenceTest, CanHaveAnotherPatience) {
   silence = DaemonSilence({.polling = 2s, .answer = 1s});
   silence.compare(true, 0s);
   EXPECT_EQ(silence.due(), 2s);

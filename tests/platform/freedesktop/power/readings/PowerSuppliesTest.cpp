@@ -21,7 +21,7 @@ TEST(PowerSupplies, AreReadFromTheirFiles) {
   EXPECT_EQ(readPowerSupplies(folder.path()), expected);
 }
 
-TEST(PowerSupplies, OfAMouseAreNotReadBeyondTheirKind) {
+TEST(PowerSupplies, ReadOnlyTheKindOfAMousesBattery) {
   const SuppliesFolder folder;
   folder.add("hidpp_battery_0", mouse());
   const auto read = readPowerSupplies(folder.path());
@@ -61,7 +61,7 @@ TEST(PowerSupplies, NumbersAreWholeTextsWithinTheirBounds) {
   EXPECT_EQ(numberOf({}, "power_now", 0, 1), std::nullopt);
 }
 
-TEST(PowerSupplies, AreBatteriesByTheirKindNotTheirName) {
+TEST(PowerSupplies, AreBatteriesByTheirAttributesNotTheirName) {
   EXPECT_TRUE(isInternalBattery(energyPack()));
   EXPECT_TRUE(isInternalBattery(with(energyPack(), "scope", "System")));
   EXPECT_TRUE(isInternalBattery(without(energyPack(), "present")));
@@ -72,7 +72,7 @@ TEST(PowerSupplies, AreBatteriesByTheirKindNotTheirName) {
   EXPECT_FALSE(isInternalBattery({}));
 }
 
-TEST(PowerSupplies, AreExternalByTheirKind) {
+TEST(PowerSupplies, AreExternalByTheirAttributes) {
   EXPECT_TRUE(isExternalSupply(mains("0")));
   EXPECT_TRUE(isExternalSupply(usbCharger("0")));
   EXPECT_TRUE(isExternalSupply({{"type", "USB_PD"}}));
@@ -93,7 +93,7 @@ TEST(PowerSupplies, AProgrammableChargerIsConnectedToo) {
   EXPECT_EQ(externalPowerConnected({{"ucsi", usbCharger("2")}}), true);
 }
 
-TEST(PowerSupplies, WithoutASupplyThatTellsExternalPowerIsUnknown) {
+TEST(PowerSupplies, WithoutASupplyThatReportsItExternalPowerIsUnknown) {
   EXPECT_EQ(externalPowerConnected({{"BAT0", energyPack()}}), std::nullopt);
   EXPECT_EQ(externalPowerConnected({{"AC", mains("-")}}), std::nullopt);
   EXPECT_EQ(externalPowerConnected({{"pad", with(usbCharger("1"), "scope", "Device")}}),

@@ -37,7 +37,7 @@ class Cache : public PowerTableCache {
     return PowerTableCache::update(upower, supplies, now);
   }
 
-  /// Lets time pass until the table is due, and asks the daemon if that is wanted.
+  /// Lets time pass until the table is due. Whether the daemon is to be queried then.
   bool reviewWhenDue() {
     EXPECT_TRUE(due());
     now = due().value_or(now);
@@ -62,7 +62,7 @@ std::string textIn(const PowerTableCache::Table& table, std::string_view key) {
   return value && value->text() ? *value->text() : "";
 }
 
-TEST(PowerTableCache, TheDaemonsBatteryComesFirst) {
+TEST(PowerTableCache, PrefersTheDaemonsBattery) {
   Cache cache;
   const auto table = cache.update(daemonAt(79), kernel(laptopAt80));
   EXPECT_EQ(percentIn(table), 79);
@@ -71,7 +71,7 @@ TEST(PowerTableCache, TheDaemonsBatteryComesFirst) {
   EXPECT_EQ(cache.due(), std::nullopt);
 }
 
-TEST(PowerTableCache, WithoutTheDaemonTheKernelTells) {
+TEST(PowerTableCache, UsesTheKernelWithoutTheDaemon) {
   Cache cache;
   const auto table = cache.update(std::nullopt, kernel(laptopAt80));
   EXPECT_EQ(percentIn(table), 80);
@@ -90,7 +90,7 @@ TEST(PowerTableCache, WithoutABatteryTheTableIsEmpty) {
   EXPECT_EQ(cache.update(daemonWithout(), noKernel).sources, List());
 }
 
-TEST(PowerTableCache, ABatteryThatTheDaemonDoesNotSeeIsTheKernels) {
+TEST(PowerTableCache, UsesTheKernelForABatteryThatTheDaemonDoesNotSee) {
   Cache cache;
   EXPECT_EQ(percentIn(cache.update(daemonWithUps(), kernel(laptopAt80))), 80);
   const auto table = cache.update(daemonWithout(), kernel(laptopAt80));
@@ -98,7 +98,7 @@ TEST(PowerTableCache, ABatteryThatTheDaemonDoesNotSeeIsTheKernels) {
   EXPECT_TRUE(table.fromKernel);
 }
 
-TEST(PowerTableCache, AnUninterruptibleSupplyAloneIsTheDaemons) {
+TEST(PowerTableCache, UsesTheDaemonForAnUninterruptibleSupplyAlone) {
   Cache cache;
   const auto table = cache.update(daemonWithUps(), kernel({}));
   EXPECT_EQ(percentIn(table), 100);
@@ -106,14 +106,14 @@ TEST(PowerTableCache, AnUninterruptibleSupplyAloneIsTheDaemons) {
   EXPECT_FALSE(table.fromKernel);
 }
 
-TEST(PowerTableCache, TheDaemonsGlitchLeavesWhatWasKnown) {
+TEST(PowerTableCache, KeepsTheTableDuringTheDaemonsGlitch) {
   Cache cache;
   const auto before = cache.update(daemonAt(55), noKernel).sources;
   EXPECT_EQ(cache.update(daemonAt(0, 0), kernel(laptopAt80)).sources, before);
   EXPECT_EQ(percentIn(cache.update(daemonAt(54), noKernel)), 54);
 }
 
-TEST(PowerTableCache, TheDaemonsGlitchAboutABayThatIsEmptyIsNoBattery) {
+TEST(PowerTableCache, TheDaemonsGlitchOfAnEmptyBayIsNoBattery) {
   Cache cache;
   EXPECT_EQ(percentIn(cache.update(daemonAt(55), noKernel)), 55);
   const auto table =
@@ -128,7 +128,7 @@ TEST(PowerTableCache, TheDaemonsGlitchAtTheStartIsNoBatteryUnlessTheKernelHasOne
   EXPECT_EQ(percentIn(Cache().update(daemonAt(0, 0), kernel(laptopAt80))), 80);
 }
 
-TEST(PowerTableCache, ABatteryThatNobodyHasToldOfYetIsToldFromNone) {
+TEST(PowerTableCache, DistinguishesABatteryWithoutAReadingFromNoBattery) {
   Cache cache;
   EXPECT_TRUE(cache.update(daemonAt(0, 0), kernel(glitching)).isGlitch);
   EXPECT_TRUE(cache.update(daemonAt(0, 0), noKernel).isGlitch);
@@ -145,19 +145,19 @@ TEST(PowerTableCache, NoBatteryAndNoAnswerAreNoGlitch) {
   EXPECT_FALSE(Cache().update(daemonAt(0, 0), kernel(laptopAt80)).isGlitch);
 }
 
-TEST(PowerTableCache, NoBatteryIsNothingThatAGlitchCouldKeep) {
+TEST(PowerTableCache, AGlitchDoesNotKeepTheAbsenceOfABattery) {
   Cache cache;
   EXPECT_EQ(cache.update(daemonWithout(), kernel({})).sources, List());
   EXPECT_EQ(percentIn(cache.update(daemonAt(0, 0), kernel(laptopAt80))), 80);
 }
 
-TEST(PowerTableCache, TheKernelsGlitchLeavesWhatWasKnown) {
+TEST(PowerTableCache, KeepsTheTableDuringTheKernelsGlitch) {
   Cache cache;
   const auto before = cache.update(std::nullopt, kernel(laptopAt80)).sources;
   EXPECT_EQ(cache.update(std::nullopt, kernel(glitching)).sources, before);
 }
 
-TEST(PowerTableCache, ADaemonThatGoesAwayInAGlitchTakesNothingAlong) {
+TEST(PowerTableCache, KeepsTheTableWhenTheDaemonGoesDuringAGlitch) {
   Cache cache;
   const auto before = cache.update(daemonAt(55), noKernel).sources;
   EXPECT_EQ(cache.update(std::nullopt, kernel(glitching)).sources, before);
@@ -170,7 +170,7 @@ TEST(PowerTableCache, ARemovedBatteryIsForgotten) {
   EXPECT_EQ(cache.update(daemonAt(0, 0), kernel(glitching)).sources, List());
 }
 
-TEST(PowerTableCache, AnEmptyBatteryIsToldAsEmpty) {
+TEST(PowerTableCache, ReportsAnEmptyBatteryAsEmpty) {
   Cache cache;
   EXPECT_EQ(percentIn(cache.update(daemonAt(0, 2), noKernel)), 0);
 }
@@ -185,7 +185,7 @@ TEST(PowerTableCache, TheDaemonsBatteryHasTheNameOfTheOnePack) {
   EXPECT_EQ(textIn(Cache().update(named, kernel(laptopAt80)), "Name"), "its own");
 }
 
-// What upowerd 0.99.20 made of each of these, and what the kernel's path makes of them.
+// The answers of upowerd 0.99.20 to each of these, compared with the reading of the kernel.
 TEST(PowerTableCache, DaemonAndKernelAgreeOnExternalPower) {
   struct Charge {
     const char* status;
@@ -216,7 +216,7 @@ TEST(PowerTableCache, DaemonAndKernelAgreeOnExternalPower) {
   }
 }
 
-// With two packs, too: whichever of them does what.
+// For every combination of the states of two packs.
 TEST(PowerTableCache, ChargersThatAreOutAreNoExternalPowerUnlessAPackCharges) {
   const auto statuses = {"Charging", "Discharging", "Full", "Not charging", "Unknown"};
   for (const auto* one : statuses) {
@@ -266,7 +266,7 @@ TEST(PowerTableCache, ADaemonThatHangsIsReplacedByTheKernel) {
   EXPECT_EQ(percentIn(cache.update(daemonAt(55), kernel(laptopAt80))), 55);
 }
 
-TEST(PowerTableCache, ADaemonThatAnswersIsBelievedWhateverTheKernelSays) {
+TEST(PowerTableCache, KeepsADaemonThatAnswersWhateverTheKernelReports) {
   Cache cache;
   for (int i = 0; i < 5; ++i) {
     EXPECT_EQ(percentIn(cache.update(daemonAt(55), kernel(laptopAt80))), 55);
@@ -307,7 +307,7 @@ TEST(PowerTableCache, ABatteryTakenOutBesideADaemonThatHangsIsGone) {
   EXPECT_EQ(cache.update(daemonAt(80), kernel({})).sources, List());
 }
 
-TEST(PowerTableCache, AFlappingContactIsSteadiedWhoeverTells) {
+TEST(PowerTableCache, SteadiesAFlappingContactOfDaemonAndKernel) {
   for (const bool byDaemon : {true, false}) {
     Cache cache;
     const auto read = [&](bool in) {
@@ -336,7 +336,7 @@ TEST(PowerTableCache, AFlappingContactIsSteadiedWhoeverTells) {
   }
 }
 
-TEST(PowerTableCache, ABatteryThatGoesWhileTheContactFlapsLeavesNothingDue) {
+TEST(PowerTableCache, NothingIsDueAfterABatteryIsTakenOutWhileTheContactFlaps) {
   for (const PowerSupplies& without : {PowerSupplies{}, PowerSupplies{{"AC", mains("1")}}}) {
     Cache cache;
     for (const char* online : {"0", "1", "0"}) {

@@ -25,7 +25,7 @@ TEST(PowerTable, DescribesADischargingBattery) {
   EXPECT_EQ(powerTable(reading), List{Value(expected)});
 }
 
-TEST(PowerTable, TellsChargingChargedAndNeitherApart) {
+TEST(PowerTable, DistinguishesChargingChargedAndNeither) {
   auto reading = discharging(80);
   reading.onExternalPower = true;
   struct Case {
@@ -70,13 +70,13 @@ TEST(PowerTable, OnlyUnknownAtZeroIsAGlitch) {
   EXPECT_FALSE(isGlitch(unknownAtOne));
 }
 
-TEST(PowerTable, TablesWithinOneWholePercentLookAlike) {
+TEST(PowerTable, TablesWithinOneWholePercentAreEqual) {
   const auto seen = [](double percent) { return inWholePercent(powerTable(discharging(percent))); };
   EXPECT_EQ(seen(79.5), seen(80.49));
   EXPECT_NE(seen(79.49), seen(79.5));
 }
 
-TEST(PowerTable, AnythingElseThatDiffersIsSeen) {
+TEST(PowerTable, EveryOtherDifferenceCounts) {
   const auto seen = [](const SourceReading& r) { return inWholePercent(powerTable(r)); };
   const auto before = discharging(80);
   auto after = before;
@@ -88,7 +88,7 @@ TEST(PowerTable, AnythingElseThatDiffersIsSeen) {
   EXPECT_NE(seen(before), List());
 }
 
-TEST(PowerTable, WholePercentLeavesForeignEntriesAlone) {
+TEST(PowerTable, RoundingLeavesOtherEntriesUnchanged) {
   const List foreign{Value(7), Value(Dictionary{{"Current Capacity", "many"}})};
   EXPECT_EQ(inWholePercent(foreign), foreign);
 }

@@ -30,14 +30,14 @@ std::optional<std::int64_t> watts(const PowerSupplies& supplies) {
   return details ? number(*details->dictionary(), "Watts") : std::nullopt;
 }
 
-TEST(SmartBattery, TellsAllOfAnEnergyBasedPack) {
+TEST(SmartBattery, ReportsAnEnergyBasedPack) {
   const Dictionary expected{{"DesignCapacity", 60000}, {"AppleRawMaxCapacity", 50000},
                             {"CycleCount", 123},       {"Temperature", 3050},
                             {"Voltage", 12000},        {"Amperage", -833}};
   EXPECT_EQ(of({{"AC", mains("0")}, {"BAT0", with(energyPack(), "temp", "305")}}), expected);
 }
 
-TEST(SmartBattery, TellsAllOfAChargeBasedPack) {
+TEST(SmartBattery, ReportsAChargeBasedPack) {
   const Dictionary expected{{"DesignCapacity", 5000},
                             {"AppleRawMaxCapacity", 4000},
                             {"Voltage", 10800},
@@ -50,7 +50,7 @@ TEST(SmartBattery, IsAbsentWithoutAnInternalBattery) {
   EXPECT_FALSE(smartBatteryProperties({}));
 }
 
-TEST(SmartBattery, LeavesNonsenseOut) {
+TEST(SmartBattery, LeavesImpossibleValuesOut) {
   const SupplyAttributes nonsense{
       {"type", "Battery"},         {"status", "Discharging"},      {"cycle_count", "65535"},
       {"energy_full_design", "0"}, {"energy_full", "-"},           {"energy_now", ""},
@@ -75,7 +75,7 @@ TEST(SmartBattery, TheStatusGivesTheCurrentItsSign) {
   EXPECT_EQ(amperage(pack("Charging", "-1500000")), 1500);
 }
 
-TEST(SmartBattery, WithoutADirectionTheDriversSignStandsUnlessUnplugged) {
+TEST(SmartBattery, WithoutADirectionTheDriversSignCountsUnlessUnplugged) {
   auto held = with(with(chargePack(), "status", "Not charging"), "current_now", "-5000");
   EXPECT_EQ(amperage({{"AC", mains("1")}, {"BAT0", held}}), -5);
   held = with(held, "current_now", "5000");
@@ -98,10 +98,10 @@ TEST(SmartBattery, TwoPacksAreOneBattery) {
   EXPECT_EQ(number(both, "CycleCount"), 123);
   EXPECT_EQ(number(both, "Temperature"), 3300);
   EXPECT_EQ(number(both, "Voltage"), 12000);
-  EXPECT_EQ(number(both, "Amperage"), -1667);  // 20 W at the 12 V that is told
+  EXPECT_EQ(number(both, "Amperage"), -1667);  // 20 W at the reported 12 V
 }
 
-TEST(SmartBattery, MixedPacksAreToldInEnergy) {
+TEST(SmartBattery, MixedPacksAreReportedInEnergy) {
   const auto both = of({{"BAT0", energyPack()}, {"BAT1", chargePack()}});
   EXPECT_EQ(number(both, "DesignCapacity"), 110000);
   EXPECT_EQ(number(both, "AppleRawMaxCapacity"), 90000);
@@ -113,7 +113,7 @@ TEST(SmartBattery, OnePackChargingTheOtherCancelsOut) {
   EXPECT_EQ(amperage({{"BAT0", giving}, {"BAT1", taking}}), -500);
 }
 
-TEST(SmartBattery, OnlyAPackAtRestMayKeepItsPowerToItself) {
+TEST(SmartBattery, OnlyAPackAtRestNeedNotReportItsPower) {
   const auto resting = without(with(energyPack(), "status", "Full"), "power_now");
   EXPECT_EQ(amperage({{"BAT0", resting}, {"BAT1", energyPack()}}), -833);
   const auto mute = without(energyPack(), "power_now");
@@ -121,7 +121,7 @@ TEST(SmartBattery, OnlyAPackAtRestMayKeepItsPowerToItself) {
   EXPECT_EQ(amperage({{"BAT0", resting}, {"BAT1", resting}}), std::nullopt);
 }
 
-TEST(SmartBattery, TellsTheLargestConnectedAdapter) {
+TEST(SmartBattery, ReportsTheLargestConnectedAdapter) {
   const auto dock = with(with(usbCharger("1"), "current_max", "5000000"), "online", "1");
   EXPECT_EQ(watts({{"BAT0", energyPack()}, {"one", usbCharger("1")}}), 65);
   EXPECT_EQ(watts({{"BAT0", energyPack()}, {"one", usbCharger("1")}, {"two", dock}}), 100);
@@ -129,7 +129,7 @@ TEST(SmartBattery, TellsTheLargestConnectedAdapter) {
   EXPECT_EQ(watts({{"BAT0", energyPack()}, {"AC", mains("1")}}), std::nullopt);
 }
 
-TEST(SmartBattery, TheAdaptersPresentVoltageServesWithoutALargest) {
+TEST(SmartBattery, UsesTheAdaptersPresentVoltageWithoutAMaximum) {
   EXPECT_EQ(watts({{"BAT0", energyPack()}, {"usb", without(usbCharger("1"), "voltage_max")}}), 64);
 }
 

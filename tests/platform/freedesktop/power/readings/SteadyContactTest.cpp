@@ -31,56 +31,56 @@ SourceReading unplugged(double percent = 50) {
 
 class SteadyContactTest : public testing::Test {
  protected:
-  bool tellsPlugged(const SourceReading& reading, Time now) {
-    const auto told = contact.steady(reading, now);
-    // The battery never does what does not fit the power.
-    EXPECT_EQ(told.state == ChargeState::charging, told.onExternalPower);
-    EXPECT_EQ(told.minutesToFull.has_value(), told.onExternalPower);
-    EXPECT_EQ(told.minutesToEmpty.has_value(), !told.onExternalPower);
-    return told.onExternalPower;
+  bool passesOnPlugged(const SourceReading& reading, Time now) {
+    const auto passedOn = contact.steady(reading, now);
+    // State and estimates always fit external power.
+    EXPECT_EQ(passedOn.state == ChargeState::charging, passedOn.onExternalPower);
+    EXPECT_EQ(passedOn.minutesToFull.has_value(), passedOn.onExternalPower);
+    EXPECT_EQ(passedOn.minutesToEmpty.has_value(), !passedOn.onExternalPower);
+    return passedOn.onExternalPower;
   }
 
   SteadyContact contact;
 };
 
-TEST_F(SteadyContactTest, TellsTheFirstReadingAndTheFirstChangeAtOnce) {
-  EXPECT_FALSE(tellsPlugged(unplugged(), 10s));
-  EXPECT_TRUE(tellsPlugged(plugged(), 11s));
+TEST_F(SteadyContactTest, PassesTheFirstReadingAndTheFirstChangeOnAtOnce) {
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 10s));
+  EXPECT_TRUE(passesOnPlugged(plugged(), 11s));
   EXPECT_EQ(contact.due(), std::nullopt);
 }
 
-TEST_F(SteadyContactTest, TellsEachChangeThatComesAfterThreeSteadySeconds) {
-  EXPECT_FALSE(tellsPlugged(unplugged(), 0s));
-  EXPECT_TRUE(tellsPlugged(plugged(), 1s));
-  EXPECT_FALSE(tellsPlugged(unplugged(), 4s));
-  EXPECT_TRUE(tellsPlugged(plugged(), 7s));
+TEST_F(SteadyContactTest, PassesOnEachChangeAfterThreeSteadySeconds) {
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 0s));
+  EXPECT_TRUE(passesOnPlugged(plugged(), 1s));
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 4s));
+  EXPECT_TRUE(passesOnPlugged(plugged(), 7s));
 }
 
 TEST_F(SteadyContactTest, FollowsABriefTouchWhileItSettles) {
-  EXPECT_FALSE(tellsPlugged(unplugged(), 0s));
-  EXPECT_TRUE(tellsPlugged(plugged(), 1000ms));
-  EXPECT_FALSE(tellsPlugged(unplugged(), 1100ms));
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 0s));
+  EXPECT_TRUE(passesOnPlugged(plugged(), 1000ms));
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 1100ms));
   EXPECT_EQ(contact.due(), std::nullopt);
 }
 
 TEST_F(SteadyContactTest, HoldsASecondChangeUntilItHasBeenSteadyForThreeSeconds) {
-  EXPECT_FALSE(tellsPlugged(unplugged(), 0s));
-  EXPECT_TRUE(tellsPlugged(plugged(), 1000ms));
-  EXPECT_TRUE(tellsPlugged(unplugged(), 2000ms));
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 0s));
+  EXPECT_TRUE(passesOnPlugged(plugged(), 1000ms));
+  EXPECT_TRUE(passesOnPlugged(unplugged(), 2000ms));
   EXPECT_EQ(contact.due(), 5000ms);
-  EXPECT_TRUE(tellsPlugged(unplugged(), 4999ms));
-  EXPECT_FALSE(tellsPlugged(unplugged(), 5000ms));
+  EXPECT_TRUE(passesOnPlugged(unplugged(), 4999ms));
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 5000ms));
   EXPECT_EQ(contact.due(), std::nullopt);
 }
 
 TEST_F(SteadyContactTest, CountsFromTheLastChange) {
-  EXPECT_FALSE(tellsPlugged(unplugged(), 0s));
-  EXPECT_TRUE(tellsPlugged(plugged(), 1s));
-  EXPECT_TRUE(tellsPlugged(unplugged(), 2s));
-  EXPECT_TRUE(tellsPlugged(plugged(), 4s));
-  EXPECT_TRUE(tellsPlugged(unplugged(), 6s));
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 0s));
+  EXPECT_TRUE(passesOnPlugged(plugged(), 1s));
+  EXPECT_TRUE(passesOnPlugged(unplugged(), 2s));
+  EXPECT_TRUE(passesOnPlugged(plugged(), 4s));
+  EXPECT_TRUE(passesOnPlugged(unplugged(), 6s));
   EXPECT_EQ(contact.due(), 9s);
-  EXPECT_FALSE(tellsPlugged(unplugged(), 9s));
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 9s));
 }
 
 TEST_F(SteadyContactTest, NeverHoldsTheChargeBack) {
@@ -91,7 +91,7 @@ TEST_F(SteadyContactTest, NeverHoldsTheChargeBack) {
   EXPECT_EQ(held.percent, 49);
 }
 
-TEST_F(SteadyContactTest, LetsTheBatteryFollowTheFirstChangeLate) {
+TEST_F(SteadyContactTest, PassesOnAStateThatFollowsTheFirstChangeLate) {
   auto notYet = unplugged();
   notYet.onExternalPower = true;
   EXPECT_EQ(contact.steady(unplugged(), 0s).state, ChargeState::discharging);
@@ -100,43 +100,43 @@ TEST_F(SteadyContactTest, LetsTheBatteryFollowTheFirstChangeLate) {
 }
 
 TEST_F(SteadyContactTest, TakesTheNextReadingAsItIsAfterForgetting) {
-  EXPECT_FALSE(tellsPlugged(unplugged(), 0s));
-  EXPECT_TRUE(tellsPlugged(plugged(), 1s));
-  EXPECT_TRUE(tellsPlugged(unplugged(), 2s));
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 0s));
+  EXPECT_TRUE(passesOnPlugged(plugged(), 1s));
+  EXPECT_TRUE(passesOnPlugged(unplugged(), 2s));
   contact.forget();
   EXPECT_EQ(contact.due(), std::nullopt);
-  EXPECT_FALSE(tellsPlugged(unplugged(), 2s));
-  EXPECT_TRUE(tellsPlugged(plugged(), 3s));
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 2s));
+  EXPECT_TRUE(passesOnPlugged(plugged(), 3s));
 }
 
-// Its touches are short beside the pauses between them.
-TEST_F(SteadyContactTest, TellsAContactThatNeverRestsAsItIsOnceAMinute) {
-  EXPECT_FALSE(tellsPlugged(unplugged(), 0s));
+// Its contacts are shorter than the pauses between them.
+TEST_F(SteadyContactTest, PassesOnAContactThatNeverRestsOnceAMinute) {
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 0s));
   Time now = 1s;
   for (; now < 61s; now += 2s) {
-    EXPECT_TRUE(tellsPlugged(plugged(), now)) << now.count();
-    EXPECT_TRUE(tellsPlugged(unplugged(), now + 900ms)) << now.count();
+    EXPECT_TRUE(passesOnPlugged(plugged(), now)) << now.count();
+    EXPECT_TRUE(passesOnPlugged(unplugged(), now + 900ms)) << now.count();
     EXPECT_LE(contact.due(), 61s);
   }
   EXPECT_EQ(contact.due(), 61s);
-  EXPECT_FALSE(tellsPlugged(unplugged(), 61s));
+  EXPECT_FALSE(passesOnPlugged(unplugged(), 61s));
   for (; now < 121s; now += 2s) {
-    EXPECT_FALSE(tellsPlugged(plugged(), now + 500ms)) << now.count();
-    EXPECT_FALSE(tellsPlugged(unplugged(), now + 900ms)) << now.count();
+    EXPECT_FALSE(passesOnPlugged(plugged(), now + 500ms)) << now.count();
+    EXPECT_FALSE(passesOnPlugged(unplugged(), now + 900ms)) << now.count();
   }
-  EXPECT_TRUE(tellsPlugged(plugged(), 121s));
+  EXPECT_TRUE(passesOnPlugged(plugged(), 121s));
   EXPECT_EQ(contact.due(), 124s);
 }
 
-// Contacts of all kinds, read at each change and now and then.
-TEST_F(SteadyContactTest, TellsAFlappingContactRarelyAndItsLastStateAlways) {
+// Random contacts, read at each change and in between.
+TEST_F(SteadyContactTest, PassesOnAFlappingContactRarelyAndItsLastStateAlways) {
   for (unsigned seed = 0; seed < 300; ++seed) {
     std::mt19937 random(seed);
     const auto upTo = [&random](int most) {
       return std::uniform_int_distribution<int>(1, most)(random);
     };
     SteadyContact worn;
-    bool told = worn.steady(unplugged(), 0ms).onExternalPower;
+    bool passedOn = worn.steady(unplugged(), 0ms).onExternalPower;
     bool external = false;
     int changes = 0;
     const Time start = 10s;
@@ -150,9 +150,9 @@ TEST_F(SteadyContactTest, TellsAFlappingContactRarelyAndItsLastStateAlways) {
       const Time next = now + Time(upTo(longest));
       for (; now < next; now = std::min(next, now + Time(upTo(400)))) {
         const bool before = std::exchange(
-            told, worn.steady(external ? plugged() : unplugged(), now).onExternalPower);
-        // The settling of the first change apart.
-        if (told != before && now - start > 500ms) ++changes;
+            passedOn, worn.steady(external ? plugged() : unplugged(), now).onExternalPower);
+        // Except while the first change settles.
+        if (passedOn != before && now - start > 500ms) ++changes;
       }
     }
     EXPECT_LE(changes, (now - start) / 60s) << seed;
@@ -161,10 +161,10 @@ TEST_F(SteadyContactTest, TellsAFlappingContactRarelyAndItsLastStateAlways) {
     while (const auto due = worn.due()) {
       ASSERT_GT(*due, latest) << seed;
       ASSERT_LE(*due - lastChange, 3s) << seed;
-      told = worn.steady(external ? plugged() : unplugged(), *due).onExternalPower;
+      passedOn = worn.steady(external ? plugged() : unplugged(), *due).onExternalPower;
       latest = *due;
     }
-    EXPECT_EQ(told, external) << seed;
+    EXPECT_EQ(passedOn, external) << seed;
   }
 }
 

@@ -1,5 +1,5 @@
-// Power supplies as real machines list them, for tests. Each is the attributes of one device; a
-// test changes what it is about.
+// Power supplies as real machines list them: the attributes of one device each, for tests to
+// modify.
 #pragma once
 
 #include <utility>
@@ -40,7 +40,7 @@ inline SupplyAttributes chargePack() {
           {"voltage_min_design", "10000000"}};
 }
 
-/// The battery of a wireless mouse: listed among the others, and none of ours.
+/// The battery of a wireless mouse: listed among the others, but not the machine's.
 inline SupplyAttributes mouse() {
   return {{"type", "Battery"},       {"scope", "Device"},    {"present", "1"},
           {"status", "Discharging"}, {"model_name", "M705"}, {"capacity", "5"}};

@@ -1,5 +1,5 @@
 // A folder like the kernel's list of power supplies: links to one folder per device, one file per
-// attribute. It goes with the object.
+// attribute. Removed with the object.
 #pragma once
 
 #include <stdlib.h>

@@ -34,13 +34,13 @@ TEST(SupplyReading, ReadsALaptopOnTheCharger) {
   EXPECT_EQ(reading.minutesToEmpty, std::nullopt);
 }
 
-TEST(SupplyReading, AWeakChargerIsExternalPowerAllTheSame) {
+TEST(SupplyReading, AWeakChargerIsExternalPower) {
   const auto reading = of({{"ucsi", usbCharger("1")}, {"BAT0", energyPack()}});
   EXPECT_EQ(reading.state, ChargeState::discharging);
   EXPECT_TRUE(reading.onExternalPower);
 }
 
-TEST(SupplyReading, WithoutASupplyTheStateTellsOfExternalPower) {
+TEST(SupplyReading, WithoutASupplyTheStateDecidesOnExternalPower) {
   for (const auto* status : {"Discharging", "Unknown"}) {
     EXPECT_FALSE(of({{"BAT0", with(energyPack(), "status", status)}}).onExternalPower) << status;
   }
@@ -76,7 +76,7 @@ TEST(SupplyReading, HasNoEstimateWithoutPower) {
   }
 }
 
-TEST(SupplyReading, FullWhileStillChargingIsNoTimeAway) {
+TEST(SupplyReading, AFullPackThatStillChargesNeedsNoTime) {
   const auto topped = with(with(energyPack(), "status", "Charging"), "energy_now", "50000000");
   EXPECT_EQ(of({{"BAT0", topped}}).minutesToFull, 0);
   const auto beyond = with(topped, "energy_now", "50100000");
@@ -92,7 +92,7 @@ TEST(SupplyReading, TwoPacksAreOneBattery) {
   EXPECT_EQ(reading.name, "");
 }
 
-TEST(SupplyReading, ARestingPackNeedNoMeter) {
+TEST(SupplyReading, ARestingPackNeedNotReportItsPower) {
   const auto resting = without(with(energyPack(), "status", "Full"), "power_now");
   EXPECT_EQ(of({{"BAT0", resting}, {"BAT1", energyPack()}}).minutesToEmpty, 480);
   const auto mute = without(energyPack(), "power_now");
@@ -104,7 +104,7 @@ TEST(SupplyReading, AMouseAloneIsNoBattery) {
   EXPECT_FALSE(readSupplies({}));
 }
 
-TEST(SupplyReading, ABatteryThatDoesNotTellIsAGlitch) {
+TEST(SupplyReading, ABatteryThatReportsNoChargeIsAGlitch) {
   const SupplyAttributes waking{{"type", "Battery"}, {"present", "1"}, {"status", "Discharging"}};
   EXPECT_TRUE(isGlitch(of({{"BAT0", waking}})));
   const auto booting = with(with(energyPack(), "status", "Unknown"), "capacity", "0");

@@ -50,7 +50,7 @@ TEST(UPowerReading, ReadsALaptopOnBattery) {
   EXPECT_EQ(reading->minutesToFull, std::nullopt);
 }
 
-TEST(UPowerReading, ExternalPowerIsTheManagersWord) {
+TEST(UPowerReading, TakesExternalPowerFromTheManager) {
   auto answer = laptopOnBattery();
   answer.onBattery = false;
   EXPECT_TRUE(readUPower(answer)->onExternalPower);
@@ -68,7 +68,7 @@ TEST(UPowerReading, KnowsEveryState) {
   EXPECT_EQ(stateOf(7), ChargeState::unknown);
 }
 
-TEST(UPowerReading, ABatteryThatRanDownIsAReading) {
+TEST(UPowerReading, AnEmptyBatteryIsAReading) {
   auto answer = with("Percentage", 0.0);
   EXPECT_FALSE(isGlitch(*readUPower(answer)));
   answer.device.insert_or_assign("State", 5);
@@ -101,7 +101,7 @@ TEST(UPowerReading, MinutesAreWholeAndZeroSecondsAreNoEstimate) {
   EXPECT_EQ(readUPower(with("TimeToEmpty", true))->minutesToEmpty, std::nullopt);
 }
 
-TEST(UPowerReading, AnAbsurdEstimateIsNone) {
+TEST(UPowerReading, LeavesAbsurdEstimatesOut) {
   EXPECT_EQ(readUPower(with("TimeToFull", 20 * 3600))->minutesToFull, 20 * 60);
   EXPECT_EQ(readUPower(with("TimeToEmpty", 240 * 3600))->minutesToEmpty, 240 * 60);
   for (const Value& seconds :
@@ -129,7 +129,7 @@ TEST(UPowerReading, AnUninterruptibleSupplyKeepsItsKind) {
   EXPECT_EQ(readUPower(with("Type", 5))->type, "Unknown");
 }
 
-TEST(UPowerReading, TakesTheNameThatTheDeviceGives) {
+TEST(UPowerReading, TakesTheNameOfTheDevice) {
   EXPECT_EQ(readUPower(with("Model", "Back-UPS ES 700G"))->name, "Back-UPS ES 700G");
 }
 
