@@ -17,12 +17,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A main thread that hangs must not keep the process.
+// A main thread that hangs must not keep the process alive.
 constexpr auto kPatience = 5s;
 
-// Touched by the main thread alone.
+// Used on the main thread only.
 std::function<void()> pending;
-// The number of the process, which is that of its main thread; 0 while nothing is pending.
+// The process's identifier, which is also its main thread's; 0 while no action is pending.
 std::atomic<pid_t> owner = 0;
 std::counting_semaphore<> done(0);
 
@@ -33,7 +33,7 @@ void runOnMainThread() {
 }
 
 void runPending() {
-  // In a child of vfork() the memory is the parent's, so that the number is asked for each time.
+  // A child of vfork() shares the parent's memory, so the identifier must be queried each time.
   if (owner == 0 || ::getpid() != owner) return;
   if (::gettid() == owner) {
     runOnMainThread();
@@ -48,7 +48,8 @@ void runPending() {
 ExitHook::ExitHook(std::function<void()> action) {
   pending = std::move(action);
   owner = ::getpid();
-  // Handlers run in reverse order: this one before anything is destroyed that is static until now.
+  // Handlers run in reverse order: this one before the destructors of all statics initialised so
+  // far.
   [[maybe_unused]] static const int registered = std::atexit(runPending);
 }
 
@@ -59,7 +60,7 @@ ExitHook::~ExitHook() {
 
 }  // namespace tollbeam
 
-// Takes the place of the C library's for all libraries of the process: no handler sees _exit().
+// Replaces the C library's function for all libraries of the process: _exit() runs no handlers.
 extern "C" [[gnu::visibility("default")]] void _exit(int status) {
   tollbeam::runPending();
   while (true) ::syscall(SYS_exit_group, status);

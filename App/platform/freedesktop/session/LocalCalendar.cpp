@@ -8,11 +8,11 @@ namespace tollbeam {
 
 namespace {
 
-// Beyond this no year has a number that the C library can hold; it also keeps conversions defined
-// for infinities and for what is no number.
+// Beyond this the C library cannot hold the year's number. The bound also keeps infinities and NaN
+// out of the conversions.
 constexpr double kFarthest = 6e16;
 
-// No zone was ever further from UTC than this.
+// No zone was ever further from UTC.
 constexpr std::time_t kFarthestFromUtc = std::time_t{26} * 3600;
 
 std::optional<std::tm> local(std::time_t time) {
@@ -33,7 +33,7 @@ CalendarDay dayOf(const std::tm& fields) {
   return {.year = fields.tm_year + 1900, .month = fields.tm_mon + 1, .day = fields.tm_mday};
 }
 
-// What a clock shows, in an order that the hands of a clock follow.
+// What a local clock shows.
 struct Wall {
   CalendarDay day;
   TimeOfDay time;
@@ -48,8 +48,8 @@ Wall wallOf(const std::tm& fields) {
           .second = fields.tm_sec};
 }
 
-// The instant at which a clock in Greenwich shows it.
-std::time_t inGreenwich(const Wall& wall) {
+// The instant at which a clock in UTC shows it.
+std::time_t inUtc(const Wall& wall) {
   std::tm fields{};
   fields.tm_year = wall.day.year - 1900;
   fields.tm_mon = wall.day.month - 1;
@@ -59,27 +59,27 @@ std::time_t inGreenwich(const Wall& wall) {
   return ::timegm(&fields);
 }
 
-// The first instant at which the local clock shows it; absent where it never does. Every distance
-// from Greenwich that is in force around then is tried: no clock was ever changed twice in half the
-// probes' distance.
+// The first instant at which the local clock shows it; absent where it never does. Tries every
+// offset from UTC that is in force around then: no clock was ever changed twice in half the probes'
+// distance.
 std::optional<std::time_t> firstShowing(const Wall& wall) {
   constexpr std::time_t kProbes = 4;
-  const std::time_t greenwich = inGreenwich(wall);
+  const std::time_t utc = inUtc(wall);
   std::optional<std::time_t> first;
   for (std::time_t probe = -kProbes; probe <= kProbes; ++probe) {
-    const auto around = local(greenwich + probe * (kFarthestFromUtc / kProbes));
+    const auto around = local(utc + probe * (kFarthestFromUtc / kProbes));
     if (!around) continue;
-    const std::time_t candidate = greenwich - around->tm_gmtoff;
+    const std::time_t candidate = utc - around->tm_gmtoff;
     const auto shown = local(candidate);
     if (shown && wallOf(*shown) == wall && (!first || candidate < *first)) first = candidate;
   }
   return first;
 }
 
-// The first instant at which the local clock is past it: where the clock jumps over it.
+// The first instant at which the local clock is past it, for a time that the clock jumps over.
 std::optional<std::time_t> firstAfterJump(const Wall& wall) {
-  std::time_t before = inGreenwich(wall) - kFarthestFromUtc;
-  std::time_t after = inGreenwich(wall) + kFarthestFromUtc;
+  std::time_t before = inUtc(wall) - kFarthestFromUtc;
+  std::time_t after = inUtc(wall) + kFarthestFromUtc;
   while (after - before > 1) {
     const std::time_t middle = before + (after - before) / 2;
     const auto shown = local(middle);

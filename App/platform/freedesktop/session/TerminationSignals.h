@@ -1,6 +1,6 @@
-// Ends the event loop in good order when the session tells the program to go (SIGTERM, SIGINT,
-// SIGHUP), so that what is only in memory is saved. One object per process, made before any thread
-// starts and before the application object; `watch` comes after it.
+// Ends the event loop normally on SIGTERM, SIGINT and SIGHUP, so that unsaved data is saved. One
+// object per process, constructed before any thread starts and before the application object; call
+// `watch` after constructing that.
 #pragma once
 
 #include <QSocketNotifier>

@@ -35,13 +35,13 @@ ChargeState chargeState(std::int64_t state) {
     case 6:  // Waiting to discharge: another pack goes first.
       return ChargeState::notCharging;
     default:
-      // 3 is "empty", the daemon's own guess from "unknown, 0 %": a battery that runs down is
+      // 3 is "empty", which UPower guesses from "unknown, 0 %": a battery that runs down stays
       // discharging to the end.
       return ChargeState::unknown;
   }
 }
 
-// The daemon says 0 seconds while it has no estimate.
+// UPower reports 0 seconds while it has no estimate.
 std::optional<std::int64_t> minutes(std::optional<std::int64_t> seconds, std::int64_t longest) {
   if (!seconds || *seconds <= 0 || *seconds / 60 > longest) return std::nullopt;
   return *seconds / 60;
