@@ -109,10 +109,14 @@ class AppModel final : public QObject {
 
   /// The wall clock's time. Follows a clock that was set since the last call.
   Date readClock();
+  /// Moves what the model remembers by `step` seconds, the step of a clock that now shows `now`.
   void followClock(double step, Date now);
 
+  /// `work` on this model, as a callback that stops the process on any thread but the main one.
   [[nodiscard]] std::function<void()> onMain(std::function<void(AppModel&)> work);
+  /// The minute timer fell due: refreshes, now or when ticks are no longer held back.
   void tick();
+  /// Holds ticks back for `seconds`, unless a later call takes over, and runs `atEnd` then.
   void holdTicks(double seconds, const std::function<void(AppModel&)>& atEnd);
 
   void trackPluggedSince(const BatteryState& snapshot, Date now, Reason reason);
