@@ -8,7 +8,7 @@ namespace {
 
 constexpr double kDarkBelow = 0.18;
 constexpr double kTextContrast = 4.5;
-// The banner's link is small, and its ground has its hue.
+// More for the banner's link: it is small and on a background of its own hue.
 constexpr double kLinkContrast = 5.5;
 constexpr double kGraphicsContrast = 3;
 constexpr double kHighContrastText = 7;
@@ -20,7 +20,7 @@ QColor at(const QColor& colour, double opacity) {
   return result;
 }
 
-// Our own three, for a light and a dark ground.
+// Our own colours, for light and dark backgrounds.
 struct Shades {
   QRgb green, orange, red;
 };
@@ -103,35 +103,15 @@ Colours coloursOf(const QPalette& palette, bool moreContrast) {
 }
 
 QColor Colours::ink(Ink role) const {
-  switch (role) {
-    case Ink::primary:
-      return primary;
-    case Ink::secondary:
-      return secondary;
-    case Ink::link:
-      return link;
-    case Ink::green:
-      return greenText;
-    case Ink::orange:
-      return orangeText;
-    case Ink::red:
-      return redText;
-  }
-  return primary;
+  // In the order of Ink.
+  const QColor inks[] = {primary, secondary, link, greenText, orangeText, redText};
+  return inks[static_cast<std::size_t>(role)];
 }
 
 QColor Colours::graphics(Tint tint) const {
-  switch (tint) {
-    case Tint::accent:
-      return accent;
-    case Tint::green:
-      return green;
-    case Tint::orange:
-      return orange;
-    case Tint::red:
-      return red;
-  }
-  return accent;
+  // In the order of Tint.
+  const QColor tints[] = {accent, green, orange, red};
+  return tints[static_cast<std::size_t>(tint)];
 }
 
 }  // namespace tollbeam

@@ -1,5 +1,5 @@
-// Every colour that Tollbeam paints with. All of them come from the desktop's palette; only green,
-// orange and red are ours, and they give way when the desktop's background asks for it.
+// Every colour that Tollbeam paints with. All come from the desktop's palette except green, orange
+// and red, which are ours and are adjusted where they would not stand out from the background.
 #pragma once
 
 #include <QColor>
@@ -7,10 +7,10 @@
 
 namespace tollbeam {
 
-/// What words are written in.
+/// Colours of text.
 enum class Ink { primary, secondary, link, green, orange, red };
 
-/// What ring and bar are painted in.
+/// Colours of the ring and the bar.
 enum class Tint { accent, green, orange, red };
 
 struct Colours {
@@ -20,30 +20,30 @@ struct Colours {
   QColor surface;    ///< popover and windows
   QColor card;       ///< cards and open menus, on the surface
   QColor primary;    ///< text
-  QColor secondary;  ///< text of the second rank
+  QColor secondary;  ///< less important text
   QColor accent;     ///< graphics in the user's accent colour
   QColor onAccent;   ///< text on the accent
-  QColor link;       ///< words that can be clicked, also on the banner
+  QColor link;       ///< text that can be clicked, also on the banner
   QColor greenText, orangeText, redText;
   QColor green, orange, red;  ///< graphics: ring, bar
 
-  // Those below are partly transparent, so that they fit the surface and cards alike.
-  QColor track;     ///< what ring and bar run on
+  // Partly transparent, to suit both the surface and cards.
+  QColor track;     ///< the unfilled part of ring and bar
   QColor hairline;  ///< dividers, outlines of cards, rows of the chart's grid
   QColor gridLine;  ///< the chart's vertical lines
   QColor edge;      ///< the popover's outline
   QColor fill;      ///< a control at rest
   QColor fillHover;
   QColor fillPressed;
-  QColor banner;  ///< ground of the snooze banner
+  QColor banner;  ///< background of the snooze banner
   QColor scrollBar;
-  QColor outline;  ///< around every control when the user asked for contrast, else transparent
+  QColor outline;  ///< of every control under high contrast, else transparent
 
-  QColor switchOff;  ///< ground of a switch that is off
+  QColor switchOff;  ///< background of a switch that is off
   QColor switchOffOutline;
   QColor switchThumb;  ///< thumb of a switch that is off
   QColor switchThumbOn;
-  QColor segment;  ///< ground of a picker's chosen segment
+  QColor segment;  ///< background of a picker's chosen segment
   QColor segmentText;
 
   [[nodiscard]] QColor ink(Ink role) const;
@@ -52,8 +52,8 @@ struct Colours {
   bool operator==(const Colours&) const = default;
 };
 
-/// `moreContrast`: the user asked for it. A palette that is itself one of high contrast (its text
-/// at least 20:1) asks too.
+/// `moreContrast`: the user has turned on high contrast. A palette whose text has a contrast of at
+/// least 20:1 turns it on, too.
 [[nodiscard]] Colours coloursOf(const QPalette& palette, bool moreContrast);
 
 }  // namespace tollbeam

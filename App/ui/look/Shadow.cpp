@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <vector>
 
 namespace tollbeam {
 
 namespace {
 
-// A high, wide layer for the distance and a low, narrow one for the edge.
+// A wide layer far below the body gives depth, a narrow one close to it an edge.
 struct Layer {
   double down;
   double blur;
@@ -19,34 +18,24 @@ struct Layer {
 constexpr std::array<Layer, 2> kLayers{{{10, 28, 0.20, 0.45}, {2, 6, 0.10, 0.30}}};
 constexpr const Layer& kWidest = kLayers[0];
 
-// From a corner of the body inwards, as far as the corner is seen in the shadow.
+// How far from a corner of the body the shadow is not yet straight.
 constexpr double kCorner = kWidest.blur + kPopoverRadius;
 
-// One pass of a running mean over the values at `first`, `first + step` …
-void blurLine(std::vector<float>& values, std::size_t first, std::size_t step, std::size_t count,
-              std::size_t reach, std::vector<float>& line) {
-  for (std::size_t i = 0; i < count; ++i) line[i] = values[first + i * step];
+// One pass of a running mean over `count` values that lie `step` apart. `line` holds as many.
+void blurLine(float* values, int step, int count, int reach, float* line) {
+  for (int i = 0; i < count; ++i) line[i] = values[i * step];
   const auto span = static_cast<float>(2 * reach + 1);
   double sum = 0;
-  for (std::size_t i = 0; i < std::min(reach, count); ++i) sum += line[i];
-  for (std::size_t i = 0; i < count; ++i) {
+  for (int i = 0; i < std::min(reach, count); ++i) sum += line[i];
+  for (int i = 0; i < count; ++i) {
     if (i + reach < count) sum += line[i + reach];
     if (i > reach) sum -= line[i - reach - 1];
-    values[first + i * step] = static_cast<float>(sum) / span;
+    values[i * step] = static_cast<float>(sum) / span;
   }
 }
 
-// Three running means are as good as a Gaussian, at a price that does not grow with its width.
-void blur(std::vector<float>& values, std::size_t width, std::size_t height, double sigma) {
-  const auto reach = static_cast<std::size_t>(std::lround((sigma * 1.88 - 1) / 2));
-  std::vector<float> line(std::max(width, height));
-  for (int pass = 0; pass < 3; ++pass) {
-    for (std::size_t y = 0; y < height; ++y) blurLine(values, y * width, 1, width, reach, line);
-    for (std::size_t x = 0; x < width; ++x) blurLine(values, x, width, height, reach, line);
-  }
-}
-
-std::vector<float> blurredBody(QSize size, const QRectF& body, double radius, double sigma) {
+// Three running means come close to a Gaussian and take no longer for a wider one.
+QList<float> blurredBody(QSize size, const QRectF& body, double radius, double sigma) {
   QImage mask(size, QImage::Format_ARGB32_Premultiplied);
   mask.fill(Qt::transparent);
   QPainter painter(&mask);
@@ -55,16 +44,21 @@ std::vector<float> blurredBody(QSize size, const QRectF& body, double radius, do
   painter.setBrush(Qt::black);
   painter.drawRoundedRect(body, radius, radius);
   painter.end();
-  const auto width = static_cast<std::size_t>(size.width());
-  const auto height = static_cast<std::size_t>(size.height());
-  std::vector<float> values(width * height);
-  for (std::size_t y = 0; y < height; ++y) {
-    const auto* row = reinterpret_cast<const QRgb*>(mask.constScanLine(static_cast<int>(y)));
-    for (std::size_t x = 0; x < width; ++x) {
-      values[y * width + x] = static_cast<float>(qAlpha(row[x])) / 255;
+  const int width = size.width();
+  const int height = size.height();
+  QList<float> values(width * height);
+  float* first = values.data();
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      first[y * width + x] = static_cast<float>(qAlpha(mask.pixel(x, y))) / 255;
     }
   }
-  blur(values, width, height, sigma);
+  const int reach = qRound((sigma * 1.88 - 1) / 2);
+  QList<float> line(std::max(width, height));
+  for (int pass = 0; pass < 3; ++pass) {
+    for (int y = 0; y < height; ++y) blurLine(first + y * width, 1, width, reach, line.data());
+    for (int x = 0; x < width; ++x) blurLine(first + x, width, height, reach, line.data());
+  }
   return values;
 }
 
@@ -86,23 +80,21 @@ void Shadow::make(const Style& style, double ratio) {
                    static_cast<int>(std::ceil(side + margins.top() + margins.bottom())));
   const QRectF body(margins.left(), margins.top(), side, side);
 
-  std::vector<float> light(
-      static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height()), 1);
+  QList<float> light(size.width() * size.height(), 1);
   for (const Layer& layer : kLayers) {
     const auto shade = blurredBody(size, body.translated(0, layer.down * scale_),
                                    kPopoverRadius * scale_, layer.blur / 2 * scale_);
     const auto strength = static_cast<float>(dark_ ? layer.onDark : layer.onLight);
-    for (std::size_t i = 0; i < light.size(); ++i) light[i] *= 1 - strength * shade[i];
+    for (qsizetype i = 0; i < light.size(); ++i) light[i] *= 1 - strength * shade[i];
   }
-  // A picture of alpha alone paints in black.
+  // A picture that holds only alpha paints in black.
   picture_ = QImage(size, QImage::Format_Alpha8);
   picture_.setDevicePixelRatio(ratio);
+  const float* next = light.constData();
   for (int y = 0; y < size.height(); ++y) {
     auto* row = picture_.scanLine(y);
     for (int x = 0; x < size.width(); ++x) {
-      const auto at = static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width()) +
-                      static_cast<std::size_t>(x);
-      row[x] = static_cast<uchar>(std::lround((1 - light[at]) * 255));
+      row[x] = static_cast<uchar>(std::lround((1 - *next++) * 255));
     }
   }
 }
@@ -116,7 +108,7 @@ void Shadow::paint(QPainter& painter, const QRect& body, const QRect& exposed, c
   const QRect all = body.marginsAdded(margins);
   const double corner = kCorner * style.scale();
   const QSizeF size = picture_.deviceIndependentSize();
-  // Where the pieces begin and end, in the window and in the picture.
+  // The edges of the pieces, in the window (x, y) and in the picture (u, v).
   const auto cuts = [corner](double from, double before, double after, double length) {
     return std::array<double, 4>{from, from + before + corner, from + length - after - corner,
                                  from + length};

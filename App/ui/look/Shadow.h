@@ -1,5 +1,5 @@
-// The soft shadow under the popover. Painted once, in nine pieces of which the middle ones stretch:
-// a window that grows needs no new one.
+// The soft shadow under the popover and the alerts. It is drawn once and painted in nine pieces,
+// the middle ones stretched, so that a window of any size uses the same picture.
 #pragma once
 
 #include <QImage>
@@ -13,10 +13,11 @@ namespace tollbeam {
 
 class Shadow {
  public:
-  /// How far it reaches out from the body it lies under; nowhere for who asked for contrast.
+  /// How far it extends beyond the body; nothing under high contrast.
   [[nodiscard]] static QMargins reach(const Style& style);
 
-  /// Paints what `exposed` shows of the shadow around `body`, a rectangle of the popover's corners.
+  /// Paints the part inside `exposed` of the shadow around `body`, a rectangle with the popover's
+  /// corners.
   void paint(QPainter& painter, const QRect& body, const QRect& exposed, const Style& style);
 
  private:
@@ -27,7 +28,7 @@ class Shadow {
   double scale_ = 0;
 };
 
-/// The popover's corners, at scale 1.
+/// Of the popover's corners, at scale 1.
 inline constexpr double kPopoverRadius = 12;
 
 }  // namespace tollbeam

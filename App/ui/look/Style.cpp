@@ -9,13 +9,13 @@ namespace tollbeam {
 
 namespace {
 
-// Up to this many pixels of system font the measures stay as they are.
+// Up to a system font of this many pixels the measures stay as they are.
 constexpr double kNormalFont = 15;
 
-// Beyond this no screen holds a window. A desktop may name any size.
+// A desktop may name any size; with more pixels than these no window fits on a screen.
 constexpr double kLargestFont = 64;
 
-// A line of Latin text may be set somewhat tighter than its font asks for.
+// Lines of Latin text may be this much closer than their font asks for.
 constexpr int kTighter = 2;
 
 QFont bounded(QFont font) {
@@ -33,7 +33,7 @@ QFont bounded(QFont font) {
 
 Style::Style(Appearance& appearance, QObject* parent) : QObject(parent), appearance_(appearance) {
   qApp->installEventFilter(this);
-  wishes_ = appearance_.onChange([this] { update(); });
+  changes_ = appearance_.onChange([this] { update(); });
   update();
 }
 

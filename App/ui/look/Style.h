@@ -1,6 +1,6 @@
-// The look of the moment, for every view: colours, type and measures, made anew when the desktop's
-// palette, font or wishes change. Views take it by reference, ask it each time they paint, and lay
-// themselves out again when it says `changed`.
+// The current colours, fonts and measures of every view. They follow the desktop's palette, font,
+// contrast and animation settings. Views hold a reference, read it each time they paint, and lay
+// themselves out again when it emits `changed`.
 #pragma once
 
 #include <QFont>
@@ -20,20 +20,27 @@ class Style final : public QObject {
   /// `appearance` must outlive the style.
   explicit Style(Appearance& appearance, QObject* parent = nullptr);
 
+  /// Calls `adapt` now and after every change, for as long as `view` lives.
+  template <typename Adapt>
+  void follow(const QObject* view, const Adapt& adapt) const {
+    adapt();
+    connect(this, &Style::changed, view, adapt);
+  }
+
   [[nodiscard]] const Colours& colours() const { return colours_; }
 
   [[nodiscard]] QFont font(Role role) const { return tollbeam::font(role, base_); }
   [[nodiscard]] QFont ringFont() const { return tollbeam::ringFont(base_, scale_); }
 
-  /// The role's line in logical pixels; higher than the scale says where a script needs it.
+  /// The height of a line in logical pixels; more than its scaled height where a script needs it.
   [[nodiscard]] int lineHeight(Role role) const;
 
-  /// A measure of the normal font's layout, in logical pixels: larger under a large font, up to
-  /// some four times.
+  /// `measure` is in pixels under a font of normal size; the result, in logical pixels, grows with
+  /// the desktop's font, up to about four times.
   [[nodiscard]] int px(double measure) const { return qRound(measure * scale_); }
   [[nodiscard]] double scale() const { return scale_; }
 
-  /// Whether things may move.
+  /// False where the user has turned animations off.
   [[nodiscard]] bool animates() const { return appearance_.animations(); }
 
  Q_SIGNALS:
@@ -46,7 +53,7 @@ class Style final : public QObject {
   void update();
 
   Appearance& appearance_;
-  Subscription wishes_;
+  Subscription changes_;
   QFont base_;
   Colours colours_;
   double scale_ = 1;

@@ -14,32 +14,19 @@ struct Step {
   int line;
 };
 
-Step step(Role role) {
-  switch (role) {
-    case Role::headline:
-      return {1.00, QFont::DemiBold, 18};
-    case Role::body:
-      return {1.00, QFont::Normal, 18};
-    case Role::bodyMedium:
-      return {1.00, QFont::Medium, 18};
-    case Role::callout:
-      return {0.92, QFont::Normal, 16};
-    case Role::calloutMedium:
-      return {0.92, QFont::Medium, 16};
-    case Role::caption:
-      return {0.85, QFont::Normal, 14};
-    case Role::captionMedium:
-      return {0.85, QFont::Medium, 14};
-    case Role::caption2:
-      return {0.77, QFont::Normal, 13};
-  }
-  return {1.00, QFont::Normal, 18};
-}
+// In the order of Role.
+constexpr Step kSteps[] = {
+    {1.00, QFont::DemiBold, 18}, {1.00, QFont::Normal, 18}, {1.00, QFont::Medium, 18},
+    {0.92, QFont::Normal, 16},   {0.92, QFont::Medium, 16}, {0.85, QFont::Normal, 14},
+    {0.85, QFont::Medium, 14},   {0.77, QFont::Normal, 13},
+};
 
-// Small print stays legible under a small system font.
+constexpr const Step& step(Role role) { return kSteps[static_cast<std::size_t>(role)]; }
+
+// In pixels; keeps small print legible under a small system font.
 constexpr double kSmallest = 9;
 
-// Only points take fractions.
+// Sets the size in points, because a size in pixels cannot be a fraction.
 void setPixels(QFont& font, const QFont& base, double pixels) {
   const double pointsPerPixel = base.pixelSize() > 0
                                     ? QFontInfo(base).pointSizeF() / base.pixelSize()
@@ -51,7 +38,7 @@ void setPixels(QFont& font, const QFont& base, double pixels) {
 
 double pixelSize(const QFont& base) {
   if (base.pixelSize() > 0) return base.pixelSize();
-  // QFontInfo rounds its pixels to whole ones; a big font's ratio does not suffer from that.
+  // QFontInfo rounds to whole pixels, which matters little in a big font.
   QFont big(base);
   constexpr double kBig = 720;
   big.setPointSizeF(kBig);
@@ -59,7 +46,7 @@ double pixelSize(const QFont& base) {
 }
 
 QFont font(Role role, const QFont& base) {
-  const Step s = step(role);
+  const Step& s = step(role);
   QFont result(base);
   setPixels(result, base, std::max(s.share * pixelSize(base), kSmallest));
   result.setWeight(s.weight);
@@ -69,7 +56,7 @@ QFont font(Role role, const QFont& base) {
 bool hasMedium(const QFont& font) {
   QFont medium(font);
   medium.setWeight(QFont::Medium);
-  // QFontInfo's weight is the one that was asked for; the style is the one that was found.
+  // QFontInfo's weight is the requested one; the style is that of the font that was found.
   const QFontInfo found(medium);
   return QFontDatabase::weight(found.family(), found.styleName()) >= QFont::Medium;
 }
@@ -77,7 +64,7 @@ bool hasMedium(const QFont& font) {
 QFont ringFont(const QFont& base, double scale) {
   constexpr double kPixels = 28;
   constexpr double kTracking = 98;
-  // What the thicker pen adds to each digit.
+  // Makes up for the thicker stroke around each digit.
   constexpr double kTrackingOfRegular = 104;
   QFont result(base);
   setPixels(result, base, kPixels * scale);

@@ -1,4 +1,4 @@
-// The one type scale. The family and the base size are the desktop's; every role is a share of it.
+// The type scale: the desktop gives the family and the base size, and every role is a share of it.
 #pragma once
 
 #include <QFont>
@@ -16,20 +16,20 @@ enum class Role {
   caption2
 };
 
-/// The base size in logical pixels, however the font gives it.
+/// The font's size in logical pixels, whether it is given in pixels or in points.
 [[nodiscard]] double pixelSize(const QFont& base);
 
-/// The role's font, with a fraction of a pixel where the scale asks for one.
+/// The size may be a fraction of a pixel.
 [[nodiscard]] QFont font(Role role, const QFont& base);
 
-/// Whether the font's family comes in a medium weight here.
+/// Whether a medium weight of the font's family is installed.
 [[nodiscard]] bool hasMedium(const QFont& font);
 
-/// The ring's percentage at 28 pixels times `scale`, a little tighter. Its stroke (see RingView)
-/// makes it semibold.
+/// The font of the ring's percentage: 28 pixels times `scale`, set a little tighter. RingView
+/// strokes its outline, which makes it look semibold.
 [[nodiscard]] QFont ringFont(const QFont& base, double scale);
 
-/// The role's line at scale 1, in logical pixels.
+/// The height of a line at scale 1, in logical pixels.
 [[nodiscard]] int lineHeight(Role role);
 
 }  // namespace tollbeam

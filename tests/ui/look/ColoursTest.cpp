@@ -24,12 +24,12 @@ QPalette palette(QRgb window, QRgb text, QRgb base, QRgb highlight, QRgb highlig
 const QPalette kLight = palette(0xFFF4F5F7, 0xFF1B1E23, 0xFFFFFFFF, 0xFF2F6CDB, 0xFFFFFFFF);
 const QPalette kDark = palette(0xFF22252A, 0xFFECEEF1, 0xFF2C3036, 0xFF5B90F2, 0xFFFFFFFF);
 
-TEST(Colours, TellLightFromDark) {
+TEST(Colours, DetectADarkPalette) {
   EXPECT_FALSE(coloursOf(kLight, false).dark);
   EXPECT_TRUE(coloursOf(kDark, false).dark);
 }
 
-TEST(Colours, KeepOurThreeOnOrdinaryGrounds) {
+TEST(Colours, KeepGreenOrangeAndRedOnCommonBackgrounds) {
   const Colours light = coloursOf(kLight, false);
   EXPECT_EQ(light.greenText.name().toStdString(), "#177a3c");
   EXPECT_EQ(light.orange.name().toStdString(), "#d0740a");
@@ -38,18 +38,18 @@ TEST(Colours, KeepOurThreeOnOrdinaryGrounds) {
   EXPECT_EQ(dark.green.name().toStdString(), "#45c06e");
 }
 
-TEST(Colours, TakeTheUsersAccent) {
+TEST(Colours, UseTheUsersAccentColour) {
   EXPECT_EQ(coloursOf(kLight, false).accent.name().toStdString(), "#2f6cdb");
   EXPECT_EQ(coloursOf(kLight, false).onAccent, QColor(Qt::white));
   EXPECT_EQ(coloursOf(kDark, false).onAccent.name().toStdString(), "#0e1116");
 }
 
-TEST(Colours, SetACardApartWhoseBaseIsTheWindow) {
+TEST(Colours, DistinguishCardsWhereBaseAndWindowAreEqual) {
   const QPalette flat = palette(0xFFFFFFFF, 0xFF202020, 0xFFFFFFFF, 0xFF2F6CDB, 0xFFFFFFFF);
   EXPECT_NE(coloursOf(flat, false).card, coloursOf(flat, false).surface);
 }
 
-TEST(Colours, AnswerToAWishForContrast) {
+TEST(Colours, FollowTheHighContrastSetting) {
   const Colours c = coloursOf(kLight, true);
   EXPECT_TRUE(c.highContrast);
   EXPECT_EQ(c.secondary, c.primary);
@@ -58,12 +58,12 @@ TEST(Colours, AnswerToAWishForContrast) {
   EXPECT_FALSE(coloursOf(kLight, false).highContrast);
 }
 
-TEST(Colours, TakeABlackAndWhitePaletteForSuchAWish) {
+TEST(Colours, TreatABlackAndWhitePaletteAsHighContrast) {
   const QPalette p = palette(0xFF000000, 0xFFFFFFFF, 0xFF000000, 0xFF00FFFF, 0xFF000000);
   EXPECT_TRUE(coloursOf(p, false).highContrast);
 }
 
-TEST(Colours, AreReadableOnAnyPaletteThatIsReadableItself) {
+TEST(Colours, AreReadableOnEveryReadablePalette) {
   std::mt19937 random(7);
   const auto channel = [&random] { return std::uniform_int_distribution(0, 255)(random); };
   const auto any = [&] { return qRgb(channel(), channel(), channel()); };
@@ -84,7 +84,7 @@ TEST(Colours, AreReadableOnAnyPaletteThatIsReadableItself) {
     for (const QColor& graphics : {c.accent, c.green, c.orange, c.red}) {
       EXPECT_GE(contrastRatio(graphics, c.surface), 2.99);
     }
-    // On a middling accent neither our dark text nor white can do better.
+    // On an accent of medium brightness neither our dark text nor white has more contrast.
     EXPECT_GE(contrastRatio(c.onAccent, c.accent), 4.3);
   }
   EXPECT_GT(seen, 500);

@@ -26,7 +26,7 @@ TEST_F(StyleTest, GrowsWithALargeFont) {
   EXPECT_EQ(style.px(100), 200);
 }
 
-TEST_F(StyleTest, StopsGrowingWhereNoScreenWouldHoldAWindow) {
+TEST_F(StyleTest, StopsGrowingAtTheLargestFont) {
   QFont inPixels(usual);
   inPixels.setPixelSize(2000);
   QFont inPoints(usual);

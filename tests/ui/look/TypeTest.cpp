@@ -13,7 +13,7 @@ QFont base(double points) {
   return font;
 }
 
-TEST(Type, FindsTheBaseHoweverTheFontGivesIt) {
+TEST(Type, FindsTheBaseOfFontsInPixelsAndPoints) {
   QFont inPixels;
   inPixels.setPixelSize(16);
   EXPECT_DOUBLE_EQ(pixelSize(inPixels), 16);
@@ -38,13 +38,13 @@ TEST(Type, KeepsTheScaleUnderAFontGivenInPixels) {
   EXPECT_NEAR(pixelSize(font(Role::caption, inPixels)), 17, 0.3);
 }
 
-TEST(Type, NeverFallsUnderNinePixels) {
+TEST(Type, IsAtLeastNinePixels) {
   QFont tiny;
   tiny.setPixelSize(8);
   EXPECT_NEAR(pixelSize(font(Role::caption2, tiny)), 9, 0.3);
 }
 
-TEST(Type, SetsTheRingAt28Pixels) {
+TEST(Type, SetsTheRingIn28Pixels) {
   EXPECT_NEAR(pixelSize(ringFont(base(10), 1)), 28, 0.01);
   EXPECT_NEAR(pixelSize(ringFont(base(10), 1.5)), 42, 0.01);
 }
