@@ -1,4 +1,4 @@
-// The chart's time axis as it is drawn: lines, and the labels that have room.
+// The chart's time axis: lines, and the labels for which there is room.
 #pragma once
 
 #include <QLocale>
@@ -21,19 +21,19 @@ struct TimeAxis {
   std::vector<TimeLabel> labels;
 };
 
-/// How texts are measured, and what they may take.
+/// How wide texts are, and where labels may be.
 struct LabelRoom {
   std::function<double(const QString&)> widthOf;
-  double scale = 1;  ///< of the measures below
-  double left = 0;   ///< no label reaches beyond
+  double scale = 1;
+  double left = 0;  ///< no label extends beyond these two
   double right = 0;
 };
 
-/// For a range of a day: lines and labels at 0, 6, 12 and 18 o'clock.
+/// For a range of about a day: lines and labels at 0, 6, 12 and 18 o'clock.
 [[nodiscard]] TimeAxis hourAxis(const ChartFrame& frame, const Calendar& calendar,
                                 const QLocale& locale, const LabelRoom& room);
 
-/// For longer ones: lines at midnight, the weekday between two of them.
+/// For longer ranges: lines at midnight, and weekdays between them.
 [[nodiscard]] TimeAxis dayAxis(const ChartFrame& frame, const Calendar& calendar,
                                const QLocale& locale, const LabelRoom& room);
 

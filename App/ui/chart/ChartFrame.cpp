@@ -7,7 +7,7 @@ namespace tollbeam {
 
 namespace {
 
-// Further out nothing is seen; painters dislike numbers without bounds.
+// In widths or heights of the plot. Keeps coordinates in a range that painters can handle.
 constexpr double kFarthest = 4;
 
 }  // namespace
@@ -26,7 +26,7 @@ std::optional<std::size_t> pointAt(double x, double reach, std::span<const Chart
                                    const ChartFrame& frame) {
   if (frame.isEmpty()) return std::nullopt;
   const auto placeOf = [&](std::size_t i) { return frame.x(points[i].date); };
-  // Whether the line from a point to its neighbour passes under the pointer.
+  // Whether the line between a point and its neighbour passes under the pointer.
   const auto joins = [&](std::size_t i, std::size_t neighbour) {
     if (neighbour >= points.size() || points[neighbour].seg != points[i].seg) return false;
     const double here = placeOf(i);
@@ -35,8 +35,8 @@ std::optional<std::size_t> pointAt(double x, double reach, std::span<const Chart
   };
   std::optional<std::size_t> nearest;
   double shortest = 0;
-  // Points come as they were recorded. Where the clock was set back, their line runs back and over
-  // itself, so all of them count; of equally near ones the last.
+  // Points are in the order in which they were recorded. After the clock was set back their line
+  // runs back over itself, so all must be compared. Of equally near points the last one is taken.
   for (std::size_t i = 0; i < points.size(); ++i) {
     const double at = placeOf(i);
     if (at < frame.plot.left() || at > frame.plot.right()) continue;

@@ -1,4 +1,4 @@
-// Where the chart's points lie in its plot, and which one is under the pointer.
+// Places the chart's points in its plot, and finds the one under the pointer.
 #pragma once
 
 #include <QRectF>
@@ -17,18 +17,18 @@ struct ChartFrame {
   Date from;
   Date now;
 
-  /// Whether there is no time to show: a range of no days, or of fewer.
+  /// True when the range has no or a negative length.
   [[nodiscard]] bool isEmpty() const { return !(from < now); }
 
-  /// Left to right. Instants far outside come to rest a few plots away.
+  /// From left to right. Instants far outside the range are placed a few plots away.
   [[nodiscard]] double x(Date instant) const;
-  /// 0 at the plot's bottom, 100 at its top; likewise.
+  /// 0 is the bottom of the plot and 100 its top; bounded in the same way.
   [[nodiscard]] double y(std::int64_t percent) const;
   [[nodiscard]] QPointF at(const ChartPoint& point) const { return {x(point.date), y(point.pct)}; }
 };
 
-/// The point nearest to `x` in the stretch that `x` is in, or at most `reach` beside; none over a
-/// gap and none that lies outside the plot.
+/// The point nearest to `x` whose line passes under `x` or that is at most `reach` away. Absent in
+/// a gap; never a point outside the plot.
 [[nodiscard]] std::optional<std::size_t> pointAt(double x, double reach,
                                                  std::span<const ChartPoint> points,
                                                  const ChartFrame& frame);

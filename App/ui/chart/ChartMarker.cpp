@@ -15,7 +15,7 @@ constexpr double kDotRadius = 3;
 constexpr double kDotEdge = 1.5;
 constexpr double kPadding = 6;
 constexpr double kBetween = 6;
-constexpr double kHigher = 4;  // than its line of text
+constexpr double kHigher = 4;  // than the line of text in it
 constexpr double kFromPlot = 4;
 constexpr double kFromLine = 5;
 constexpr double kRadius = 5;
@@ -45,7 +45,7 @@ ChartMarker::ChartMarker(const ChartPicture& picture, std::size_t point, QString
   const auto line = picture.extent(left - free, left + width + free);
   const bool isFreeAbove = line.top > top + height + free;
   const bool isFreeBelow = line.bottom < bottom - free;
-  // Over the line where it must be, but out of the way of the point that it names.
+  // Where the label must cover the chart's line, it does not cover the marked point.
   const bool below = isFreeAbove ? false : isFreeBelow ? true : at_.y() < plot_.center().y();
   label_ = QRectF(left, below ? bottom : top, width, height);
   const bool mirrored = direction == Qt::RightToLeft;
@@ -54,7 +54,7 @@ ChartMarker::ChartMarker(const ChartPicture& picture, std::size_t point, QString
 
   const double radius = style.px(kDotRadius);
   dot_ = QRectF(at_, at_).adjusted(-radius, -radius, radius, radius);
-  // One pixel more all around for what antialiasing touches.
+  // One more pixel on each side for antialiasing.
   const double thickness = style.px(1) + 1;
   const double edge = kDotEdge * style.scale() + 1;
   region_ = QRectF(at_.x() - thickness, plot_.top() - 1, 2 * thickness, plot_.height() + 2)

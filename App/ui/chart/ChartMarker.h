@@ -1,5 +1,5 @@
-// The value under the pointer: a line down the plot, a dot on the chart's line and a small label
-// with time and percent. It covers no more than that, so that following the pointer is cheap.
+// Marks the value under the pointer: a line down the plot, a dot on the chart's line and a small
+// label with time and percent. Its region covers only these, so that it is repainted cheaply.
 #pragma once
 
 #include <QPainter>
@@ -12,12 +12,12 @@ namespace tollbeam {
 
 class ChartMarker {
  public:
-  /// For one of the picture's points, which lies in its plot; `time` and `percent` as they are to
-  /// be read.
+  /// For a point of the picture that is inside its plot. `time` and `percent` are the label's
+  /// texts.
   ChartMarker(const ChartPicture& picture, std::size_t point, QString time, QString percent,
               const Style& style, Qt::LayoutDirection direction);
 
-  /// Everything that it paints.
+  /// All that `paint` may paint.
   [[nodiscard]] const QRegion& region() const { return region_; }
   [[nodiscard]] const QString& time() const { return time_; }
   [[nodiscard]] const QString& percent() const { return percent_; }

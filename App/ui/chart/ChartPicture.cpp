@@ -29,9 +29,9 @@ QString valueText(int percent) {
   return QCoreApplication::translate("tollbeam::HistoryChart", "%1%").arg(percent);
 }
 
-// The line without the points in the middle of its level stretches: nobody sees them. A long
-// stretch comes in pieces that share a point, because the time to paint one grows with the square
-// of its length.
+// The points of each segment as polylines. Points inside a level stretch are left out, because they
+// do not show. Long lines are split into pieces that share a point, because the time to paint a
+// polyline grows with the square of its length.
 std::vector<QPolygonF> linesOf(const std::vector<ChartPoint>& points, const ChartFrame& frame) {
   std::vector<QPolygonF> lines;
   for (std::size_t i = 0; i < points.size(); ++i) {
@@ -39,7 +39,7 @@ std::vector<QPolygonF> linesOf(const std::vector<ChartPoint>& points, const Char
     const bool ends = i + 1 == points.size() || points[i + 1].seg != points[i].seg;
     const bool level = !begins && !ends && points[i - 1].pct == points[i].pct &&
                        points[i].pct == points[i + 1].pct;
-    // A line turns where the clock was set back.
+    // The line turns back where the clock was set back.
     const bool onward = !begins && !ends && points[i - 1].date <= points[i].date &&
                         points[i].date <= points[i + 1].date;
     if (level && onward) continue;
@@ -53,8 +53,8 @@ std::vector<QPolygonF> linesOf(const std::vector<ChartPoint>& points, const Char
   return lines;
 }
 
-// What the letters cover, on the baseline at 0. The metrics' own answer leaves out the tails that
-// Arabic letters have at the end of a word.
+// The area of the letters, with the baseline at 0. QFontMetricsF leaves out the tails of Arabic
+// letters at the end of a word.
 QRectF inkOf(const QString& text, const QFont& font) {
   QPainterPath outline;
   outline.addText(0, 0, font, text);
@@ -65,31 +65,37 @@ QRectF inkOf(const QString& text, const QFont& font) {
 
 ChartPicture::ChartPicture(Content content, const QRectF& area, Qt::LayoutDirection direction,
                            const Style& style, const Calendar& calendar, const QLocale& locale)
-    : points_(std::move(content.points)), area_(area), mirrored_(direction == Qt::RightToLeft) {
+    : points_(std::move(content.points)), area_(area) {
+  const bool mirrored = direction == Qt::RightToLeft;
   const QFontMetricsF metrics(style.font(Role::caption2));
   const auto widthOf = [&metrics](const QString& text) { return metrics.horizontalAdvance(text); };
   const double column = std::max<double>(
       style.px(kValueColumn), std::ceil(widthOf(valueText(100))) + style.px(kBesideValue));
   const double width = std::max(area.width() - column, 1.0);
-  const double left = mirrored_ ? area.right() - width : area.left();
+  const double left = mirrored ? area.right() - width : area.left();
   frame_ = {QRectF(left, area.top() + style.px(kAbovePlot), width, 1), content.from, content.now};
 
   const LabelRoom room{widthOf, style.scale(), area.left(), area.right()};
   TimeAxis axis = content.hours ? hourAxis(frame_, calendar, locale, room)
                                 : dayAxis(frame_, calendar, locale, room);
   columns_ = std::move(axis.lines);
-  const double baseline = makeRoomFor(axis.labels, style);
-  for (TimeLabel& label : axis.labels) {
-    const double start = label.centre - widthOf(label.text) / 2;
-    put(std::move(label.text), {start, baseline}, metrics);
+  const double baseline = placeBaseline(axis.labels, style);
+  for (const TimeLabel& label : axis.labels) {
+    addLabel(label.text, {label.centre - widthOf(label.text) / 2, baseline}, metrics);
   }
-  addRows(metrics);
+  for (const int percent : {0, 50, 100}) {
+    const double y = std::round(frame_.y(percent));
+    rows_.push_back(y);
+    const QString text = valueText(percent);
+    const double x = mirrored ? area.left() : area.right() - widthOf(text);
+    addLabel(text, {x, y + metrics.capHeight() / 2}, metrics);
+  }
   lines_ = linesOf(points_, frame_);
 }
 
-// Gives the plot its height and the labels below it their baseline: scripts with deep or high
-// letters lift the baseline and press the plot a little.
-double ChartPicture::makeRoomFor(const std::vector<TimeLabel>& labels, const Style& style) {
+// Sets the height of the plot and returns the baseline of the labels below it. Scripts with high or
+// deep letters raise the baseline and make the plot a little lower.
+double ChartPicture::placeBaseline(const std::vector<TimeLabel>& labels, const Style& style) {
   double ascent = 0;
   double descent = style.px(kBelowBaseline);
   for (const TimeLabel& label : labels) {
@@ -104,21 +110,10 @@ double ChartPicture::makeRoomFor(const std::vector<TimeLabel>& labels, const Sty
   return baseline;
 }
 
-void ChartPicture::addRows(const QFontMetricsF& metrics) {
-  const double halfDigit = metrics.capHeight() / 2;
-  for (const int percent : {0, 50, 100}) {
-    const double y = std::round(frame_.y(percent));
-    rows_.push_back(y);
-    const QString text = valueText(percent);
-    const double end = area_.right() - metrics.horizontalAdvance(text);
-    put(text, {mirrored_ ? area_.left() : end, y + halfDigit}, metrics);
-  }
-}
-
-void ChartPicture::put(QString text, QPointF start, const QFontMetricsF& metrics) {
+void ChartPicture::addLabel(const QString& text, QPointF start, const QFontMetricsF& metrics) {
   const QRectF box(start.x(), start.y() - metrics.ascent(), metrics.horizontalAdvance(text),
                    metrics.height());
-  labels_.push_back({start, box.toAlignedRect(), std::move(text)});
+  labels_.push_back({start, box.toAlignedRect(), text});
 }
 
 ChartPicture::Extent ChartPicture::extent(double left, double right) const {
@@ -152,7 +147,7 @@ void ChartPicture::paintGrid(QPainter& painter, const Style& style) const {
     painter.fillRect(grid.row(y, plot.left(), plot.right()), style.colours().hairline);
   }
   for (const double x : columns_) {
-    // The last pixel of the widget, not the first one beyond it.
+    // At most the last pixel of the widget.
     const double inside = std::min(x, area_.right() - style.px(1) / 2.0);
     painter.fillRect(grid.column(inside, plot.top(), plot.bottom()), style.colours().gridLine);
   }

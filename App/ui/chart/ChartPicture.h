@@ -1,5 +1,5 @@
-// The chart as it is painted: grid, labels and line. Made anew when what it shows changes; painting
-// it computes nothing.
+// A prepared drawing of the chart: grid, labels and line. It is replaced when its content changes,
+// so that painting needs no computation.
 #pragma once
 
 #include <QFontMetricsF>
@@ -17,7 +17,6 @@ namespace tollbeam {
 
 class ChartPicture {
  public:
-  /// What it shows, and for whom.
   struct Content {
     std::vector<ChartPoint> points;
     Date from;
@@ -27,7 +26,7 @@ class ChartPicture {
 
   ChartPicture() = default;
 
-  /// In `area`. Mirrored, the values stand on the left; time runs from left to right all the same.
+  /// Fills `area`. From right to left the values are on the left, but time still runs to the right.
   ChartPicture(Content content, const QRectF& area, Qt::LayoutDirection direction,
                const Style& style, const Calendar& calendar, const QLocale& locale);
 
@@ -38,11 +37,11 @@ class ChartPicture {
     double top = 0;
     double bottom = 0;
   };
-  /// From how high to how low the points between two places reach; a level of no height at the
-  /// plot's middle when there are none.
+  /// The highest and the lowest point between two x; both the middle of the plot where there is
+  /// none.
   [[nodiscard]] Extent extent(double left, double right) const;
 
-  /// What of it lies in `dirty`, to which the painter is clipped.
+  /// Paints what is inside `dirty`, to which the painter must be clipped.
   void paint(QPainter& painter, const Style& style, const QRegion& dirty) const;
 
  private:
@@ -52,16 +51,14 @@ class ChartPicture {
     QString text;
   };
 
-  double makeRoomFor(const std::vector<TimeLabel>& labels, const Style& style);
-  void addRows(const QFontMetricsF& metrics);
-  void put(QString text, QPointF start, const QFontMetricsF& metrics);
+  double placeBaseline(const std::vector<TimeLabel>& labels, const Style& style);
+  void addLabel(const QString& text, QPointF start, const QFontMetricsF& metrics);
 
   void paintGrid(QPainter& painter, const Style& style) const;
   void paintLines(QPainter& painter, const Style& style, const QRegion& dirty) const;
 
   std::vector<ChartPoint> points_;
   QRectF area_;
-  bool mirrored_ = false;
   ChartFrame frame_;
   std::vector<double> rows_;
   std::vector<double> columns_;

@@ -7,14 +7,18 @@ namespace tollbeam {
 
 namespace {
 
-// A sample comes every minute; after this long without one nobody knows the charge.
 constexpr double kFresh = 900;
+
+// The texts are translated with those of the chart.
+class Words {
+  Q_DECLARE_TR_FUNCTIONS(tollbeam::HistoryChart)
+};
 
 }  // namespace
 
 QString spokenChart(std::span<const Sample> samples, int days, Date now) {
-  // The samples stand as they came. After the clock was set back, what came before is of later
-  // times, some of them still to come.
+  // Samples are in the order in which they were recorded; after the clock was set back, earlier
+  // ones may have later times, even beyond `now`.
   const Sample* newest = nullptr;
   std::int64_t lowest = 0;
   std::int64_t highest = 0;
@@ -26,24 +30,16 @@ QString spokenChart(std::span<const Sample> samples, int days, Date now) {
   }
   if (!newest) return {};
   const bool isFresh = now - Date{newest->t} <= kFresh;
+  const auto count = QString::number(days);
   const auto low = QString::number(lowest);
   const auto high = QString::number(highest);
   const auto last = QString::number(newest->p);
   if (days == 1) {
-    return isFresh
-               ? QCoreApplication::translate("tollbeam::HistoryChart",
-                                             "Last 24 hours: %1% to %2%, now %3%.")
-                     .arg(low, high, last)
-               : QCoreApplication::translate("tollbeam::HistoryChart", "Last 24 hours: %1% to %2%.")
-                     .arg(low, high);
+    return isFresh ? Words::tr("Last 24 hours: %1% to %2%, now %3%.").arg(low, high, last)
+                   : Words::tr("Last 24 hours: %1% to %2%.").arg(low, high);
   }
-  const auto count = QString::number(days);
-  return isFresh
-             ? QCoreApplication::translate("tollbeam::HistoryChart",
-                                           "Last %1 days: %2% to %3%, now %4%.")
-                   .arg(count, low, high, last)
-             : QCoreApplication::translate("tollbeam::HistoryChart", "Last %1 days: %2% to %3%.")
-                   .arg(count, low, high);
+  return isFresh ? Words::tr("Last %1 days: %2% to %3%, now %4%.").arg(count, low, high, last)
+                 : Words::tr("Last %1 days: %2% to %3%.").arg(count, low, high);
 }
 
 }  // namespace tollbeam

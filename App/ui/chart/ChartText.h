@@ -1,4 +1,4 @@
-// What the chart says in words, for those who hear it.
+// The chart in words, for screen readers.
 #pragma once
 
 #include <QString>
@@ -9,8 +9,8 @@
 
 namespace tollbeam {
 
-/// "Last 24 hours: 48% to 80%, now 64%." of the samples up to `now`; without the last part when the
-/// newest is not of now, and empty without any.
+/// "Last 24 hours: 48% to 80%, now 64%." of the samples up to `now`. Without the last part when the
+/// newest of them is older than 15 minutes; empty when there is none.
 [[nodiscard]] QString spokenChart(std::span<const Sample> samples, int days, Date now);
 
 }  // namespace tollbeam

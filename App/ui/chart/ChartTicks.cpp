@@ -1,27 +1,22 @@
 #include "ui/chart/ChartTicks.h"
 
 #include <cmath>
-#include <cstddef>
 
 namespace tollbeam {
 
 namespace {
 
-constexpr std::size_t kDaysOfHours = 9;
-constexpr std::size_t kMostDays = 63;
+constexpr int kDaysOfHours = 9;
+constexpr int kMostDays = 63;
 
-// Only a bound against endless lists; what a day is says the calendar.
-bool isLonger(Date from, Date now, std::size_t days) {
+std::vector<DaySpan> spans(Date from, Date now, const Calendar& calendar, int most) {
+  // Bounds the loop; the calendar says how long days are.
   constexpr double kLongestDay = 25 * 3600.0;
-  return !(now - from <= static_cast<double>(days) * kLongestDay);
-}
-
-std::vector<DaySpan> spans(Date from, Date now, const Calendar& calendar, std::size_t most) {
   std::vector<DaySpan> result;
-  if (!(from < now) || isLonger(from, now, most)) return result;
+  if (!(from < now) || !(now - from <= most * kLongestDay)) return result;
   CalendarDay day = calendar.day(from);
   auto start = calendar.startOfDay(day);
-  for (std::size_t i = 0; i < most && start && *start <= now; ++i) {
+  for (int i = 0; i < most && start && *start <= now; ++i) {
     const CalendarDay next = day.plusDays(1);
     const auto end = calendar.startOfDay(next);
     if (!end) break;
@@ -32,8 +27,8 @@ std::vector<DaySpan> spans(Date from, Date now, const Calendar& calendar, std::s
   return result;
 }
 
-// The first instant of the span from which on its clock shows the hour or a later one, to the
-// second: all zones change on a full one.
+// The first instant of the day at which its clock shows the hour or a later one. Whole seconds
+// suffice, because clocks change at whole seconds.
 Date firstAtOrAfter(int hour, const DaySpan& span, const Calendar& calendar) {
   double before = std::floor(span.start.secondsSince1970) - 1;
   double after = std::ceil(span.end.secondsSince1970);

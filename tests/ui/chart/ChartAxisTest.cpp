@@ -47,7 +47,8 @@ TEST_F(ChartAxisTest, LabelsTheHoursUnderTheirLines) {
 TEST_F(ChartAxisTest, DropsALabelAtTheEdgeButNotItsLine) {
   const TimeAxis axis = hours(frame(1, Date{1763640000} + 60));  // 12:01
   EXPECT_EQ(axis.lines.size(), 4U);
-  EXPECT_EQ(texts(axis).last(), QStringLiteral("06:00")) << "12:00 is half a pixel from the end";
+  EXPECT_EQ(texts(axis).last(), QStringLiteral("06:00"))
+      << "12:00 is too close to the end of the plot";
 }
 
 TEST_F(ChartAxisTest, CutsNoLabelOff) {
@@ -56,7 +57,7 @@ TEST_F(ChartAxisTest, CutsNoLabelOff) {
   EXPECT_EQ(texts(axis).last(), QStringLiteral("06:00")) << "12:00 would reach beyond the widget";
 }
 
-TEST_F(ChartAxisTest, LeavesOutHoursThatWouldTouch) {
+TEST_F(ChartAxisTest, LeavesOutHoursThatWouldBeTooClose) {
   letter = 14;
   EXPECT_EQ(texts(hours(frame(1))),
             (QStringList{QStringLiteral("00:00"), QStringLiteral("12:00")}));
@@ -71,18 +72,18 @@ TEST_F(ChartAxisTest, CentresWeekdaysBetweenMidnights) {
   EXPECT_DOUBLE_EQ(axis.labels[0].centre, (axis.lines[0] + axis.lines[1]) / 2);
 }
 
-TEST_F(ChartAxisTest, LabelsADayThatIsCutWhereThereIsRoom) {
+TEST_F(ChartAxisTest, LabelsAPartOfADayWhereThereIsRoom) {
   const TimeAxis axis = days(frame(7, kNow + 7 * 3600));  // 21:20
   EXPECT_EQ(texts(axis).last(), QStringLiteral("Thu"));
   EXPECT_DOUBLE_EQ(axis.labels.back().centre, (axis.lines.back() + 274) / 2);
 }
 
-TEST_F(ChartAxisTest, TakesLettersForLongWeekdays) {
+TEST_F(ChartAxisTest, UsesLettersWhereWeekdaysAreTooWide) {
   language = QStringLiteral("pt_PT");
   EXPECT_EQ(texts(days(frame(7))).join(u' '), QStringLiteral("S S D S T Q"));
 }
 
-TEST_F(ChartAxisTest, HasNoHazeOfLines) {
+TEST_F(ChartAxisTest, DrawsNoLinesThatWouldBeTooClose) {
   EXPECT_FALSE(days(frame(30)).lines.empty());
   EXPECT_TRUE(days(frame(30)).labels.empty());
   EXPECT_TRUE(days(frame(500)).lines.empty());

@@ -15,7 +15,7 @@ ChartPoint at(double x, std::int64_t seg = 0, std::int64_t pct = 50) {
   return {.id = 0, .date = kNow - 100 + (x - 10), .pct = pct, .seg = seg};
 }
 
-TEST(ChartFrame, PutsTimeAcrossAndPercentUp) {
+TEST(ChartFrame, PlacesTimeFromLeftToRightAndPercentFromBottomToTop) {
   EXPECT_DOUBLE_EQ(frame().x(kNow - 100), 10);
   EXPECT_DOUBLE_EQ(frame().x(kNow), 110);
   EXPECT_DOUBLE_EQ(frame().y(0), 92);
@@ -31,29 +31,29 @@ TEST(ChartFrame, StaysWithinBounds) {
   }
 }
 
-TEST(ChartFrame, FindsTheNearestPointOfAStretch) {
+TEST(ChartFrame, FindsTheNearestPointOfASegment) {
   const std::vector points{at(20), at(40), at(60)};
   EXPECT_EQ(pointAt(29, 4, points, frame()), 0U);
   EXPECT_EQ(pointAt(31, 4, points, frame()), 1U);
   EXPECT_EQ(pointAt(60, 4, points, frame()), 2U);
 }
 
-TEST(ChartFrame, FindsNothingOverAGap) {
+TEST(ChartFrame, FindsNothingInAGap) {
   const std::vector points{at(20), at(40), at(70, 1), at(90, 1)};
-  EXPECT_EQ(pointAt(43, 4, points, frame()), 1U) << "a little beside the end";
+  EXPECT_EQ(pointAt(43, 4, points, frame()), 1U) << "within reach of the end";
   EXPECT_EQ(pointAt(50, 4, points, frame()), std::nullopt);
   EXPECT_EQ(pointAt(67, 4, points, frame()), 2U);
   EXPECT_EQ(pointAt(12, 4, points, frame()), std::nullopt) << "before the first";
   EXPECT_EQ(pointAt(100, 4, points, frame()), std::nullopt) << "after the last";
 }
 
-TEST(ChartFrame, FindsALonePoint) {
+TEST(ChartFrame, FindsASinglePoint) {
   const std::vector points{at(40)};
   EXPECT_EQ(pointAt(38, 4, points, frame()), 0U);
   EXPECT_EQ(pointAt(35, 4, points, frame()), std::nullopt);
 }
 
-TEST(ChartFrame, FindsThePointsOfALineThatRunsBack) {
+TEST(ChartFrame, FindsThePointsOfALineThatTurnsBack) {
   const std::vector points{at(30), at(60), at(90), at(40, 0, 80), at(64, 0, 81), at(80, 0, 82)};
   EXPECT_EQ(pointAt(42, 4, points, frame()), 3U);
   EXPECT_EQ(pointAt(65, 4, points, frame()), 4U);
@@ -62,10 +62,10 @@ TEST(ChartFrame, FindsThePointsOfALineThatRunsBack) {
   EXPECT_EQ(pointAt(50, 1, points, frame()), 3U) << "its line passes here";
   EXPECT_EQ(pointAt(95, 4, points, frame()), std::nullopt);
   const std::vector twice{at(30), at(50), at(30, 0, 70)};
-  EXPECT_EQ(pointAt(30, 4, twice, frame()), 2U) << "what was recorded last";
+  EXPECT_EQ(pointAt(30, 4, twice, frame()), 2U) << "the last recorded point";
 }
 
-TEST(ChartFrame, FindsNoPointOfTheFuture) {
+TEST(ChartFrame, FindsNoPointAfterNow) {
   const std::vector points{at(100), at(120)};
   EXPECT_EQ(pointAt(108, 4, points, frame()), 0U);
   EXPECT_EQ(pointAt(120, 4, std::vector{at(120)}, frame()), std::nullopt);

@@ -16,7 +16,7 @@ constexpr QRectF kArea(0, 0, 308, 110);
 
 class ChartPictureTest : public testing::Test {
  protected:
-  // How many rows below its area hold something that the chart of these labels painted.
+  // The number of pixel rows below its area in which the chart has painted.
   int rowsBelow(const char* language, bool hours, double ratio) {
     const Date from = kNow - (hours ? 1 : 7) * kDay;
     const ChartPicture picture(

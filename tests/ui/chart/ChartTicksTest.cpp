@@ -50,7 +50,7 @@ TEST_F(ChartTicksTest, MarksBothEndsOfTheRange) {
   EXPECT_EQ(hours(Date{1763640000}), (std::vector{12, 18, 0, 6, 12}));  // noon to noon
 }
 
-TEST_F(ChartTicksTest, KeepsToTheClockOfAHalfHourZone) {
+TEST_F(ChartTicksTest, FollowsTheClockOfAHalfHourZone) {
   const test::Environment zone("TZ", "Asia/Kolkata");
   const Date now{1763628600};  // 14:20
   const auto ticks = hourTicks(now - kDay, now, calendar);
@@ -72,7 +72,7 @@ TEST_F(ChartTicksTest, FollowsTheClockThroughTheNightsOfDaylightSaving) {
   EXPECT_EQ(autumn[2].at - autumn[1].at, 7 * kHour);
 }
 
-TEST_F(ChartTicksTest, SaysWhatTheClockShowsWhereItJumpsOverMidnight) {
+TEST_F(ChartTicksTest, GivesTheShownTimeWhereTheClockSkipsMidnight) {
   const test::Environment zone("TZ", "Africa/Cairo");
   const Date now{1714130400};  // 26 April 2024, which begins at one o'clock
   const auto ticks = hourTicks(now - kDay, now, calendar);
@@ -88,7 +88,7 @@ TEST_F(ChartTicksTest, TakesTheFirstOfTwoMidnights) {
   EXPECT_EQ(hourTicks(now - kDay, now, calendar)[1].at, Date{1730606400});
 }
 
-TEST_F(ChartTicksTest, FollowsATraveller) {
+TEST_F(ChartTicksTest, FollowsAChangeOfTheTimeZone) {
   std::vector<HourTick> there;
   std::vector<HourTick> here;
   const Date now{1763648400};
@@ -109,7 +109,7 @@ TEST_F(ChartTicksTest, GivesEveryDayItsOwnLength) {
             (std::vector<double>{24, 24, 24, 24, 24, 23, 24, 24}));
 }
 
-TEST_F(ChartTicksTest, LeavesOutADayThatAPlaceSkipped) {
+TEST_F(ChartTicksTest, LeavesOutASkippedDay) {
   const test::Environment zone("TZ", "Pacific/Apia");
   const Date now{1325455200};  // 2 January 2012; 30 December was skipped
   std::vector<int> days;
@@ -117,7 +117,7 @@ TEST_F(ChartTicksTest, LeavesOutADayThatAPlaceSkipped) {
   EXPECT_EQ(days, (std::vector{27, 28, 29, 31, 1, 2}));
 }
 
-TEST_F(ChartTicksTest, HasNoneForRangesThatNobodyCouldRead) {
+TEST_F(ChartTicksTest, HasNoneForVeryLongOrEmptyRanges) {
   const test::Environment zone("TZ", "UTC");
   const Date now{1763648400};
   for (const double days :
