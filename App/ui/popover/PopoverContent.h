@@ -1,5 +1,4 @@
-// What the popover says of a battery state: its colours, rows and sentences. Pure functions; the
-// views only set them.
+// The colours, rows and sentences with which the popover shows a battery state.
 #pragma once
 
 #include <QLocale>
@@ -13,13 +12,13 @@
 
 namespace tollbeam {
 
-/// Red on the last fifth without a charger, green while charging and when full on the charger.
+/// Red for the last fifth of the charge on battery, green while charging or full on the charger.
 [[nodiscard]] Tint ringTint(const BatteryState& state);
 
-/// A battery is made for so many cycles.
+/// The number of cycles for which a battery is made.
 inline constexpr int kCyclesOfALife = 1000;
 
-/// Warns as the end of the battery's life comes near.
+/// Orange, then red, as the battery nears the end of its life.
 [[nodiscard]] Tint cycleTint(std::int64_t count);
 
 /// "212 of 1000".
@@ -33,13 +32,13 @@ struct Reading {
   friend bool operator==(const Reading&, const Reading&) = default;
 };
 
-/// The rows of what is known of the battery, in their order; a missing figure has no row.
+/// One row for each known figure, from top to bottom.
 [[nodiscard]] std::vector<Reading> readings(const BatteryState& state);
 
 /// "Plugged in for 3 h 12 min".
 [[nodiscard]] QString pluggedInText(Date since, Date now);
 
-/// "Alerts snoozed until 15:05", however far away that is.
+/// "Alerts snoozed until 15:05". Any deadline is harmless.
 [[nodiscard]] QString snoozeText(Date until, const Calendar& calendar, const QLocale& locale);
 
 }  // namespace tollbeam

@@ -1,4 +1,4 @@
-// Where the popover goes: beside the panel that holds the status item, centred on the item, whole
+// Places the popover beside the panel that holds the status item, centred on the item and entirely
 // on the screen.
 #pragma once
 
@@ -8,12 +8,12 @@
 
 namespace tollbeam {
 
-/// From the panel, and from the screen's edges.
+/// From the panel and from the edges of the screen, at scale 1.
 inline constexpr int kPopoverDistance = 8;
 
 /// The popover's top left corner. `anchor`: the clicked point; `screen`: the whole screen that
-/// holds it; `workArea`: the screen less its panels. All in the same pixels. A popover that is too
-/// large for the work area shows its beginning.
+/// holds it; `workArea`: the screen without its panels. All in logical pixels. A popover that is
+/// too large for the work area begins at the area's top left corner.
 [[nodiscard]] QPoint popoverPosition(QPoint anchor, QRect screen, QRect workArea, QSize size,
                                      int distance = kPopoverDistance);
 

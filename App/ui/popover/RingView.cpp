@@ -11,15 +11,15 @@ namespace tollbeam {
 
 namespace {
 
-// At scale 1.
+// Measures of the drawing at scale 1.
 constexpr double kSide = 104;
 constexpr double kRadius = 46;
 constexpr double kPen = 11;
 constexpr double kBaseline = 62;
-// Of the 78 between the pen's inner edges where the digits stand.
+// The ring leaves 78 at the height of the digits.
 constexpr double kRoomForText = 74;
-// Rounds the digits' corners and brings them to the weight of a semibold, also where the family has
-// no medium one.
+// The stroke around the digits rounds their corners and gives them the weight of a semibold. A
+// family without a medium weight needs a thicker one.
 constexpr double kStroke = 0.9;
 constexpr double kStrokeOfRegular = 1.5;
 
@@ -31,13 +31,11 @@ RingView::RingView(const Style& style, QWidget* parent)
     : QProgressBar(parent), style_(style), filled_(*this, style, kMilliseconds) {
   setRange(0, 100);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  connect(&style_, &Style::changed, this, &RingView::restyle);
+  style_.follow(this, [this] {
+    updateGeometry();
+    update();
+  });
   setCharge(0, color_);
-}
-
-void RingView::restyle() {
-  updateGeometry();
-  update();
 }
 
 void RingView::setCharge(int percent, Tint color) {
@@ -76,7 +74,7 @@ void RingView::paintPercent(QPainter& painter) const {
   const QFont font = style_.ringFont();
   const QString text = QStringLiteral("%1%").arg(value());
   const double stroke = (hasMedium(font) ? kStroke : kStrokeOfRegular) * style_.scale();
-  // Two digits count up and down in their cells. Three are always the same and stand as they are.
+  // Tabular digits keep their place while the number changes; "100%" needs none.
   const bool isFull = value() >= 100;
   QPainterPath outline;
   if (isFull) {
@@ -86,7 +84,7 @@ void RingView::paintPercent(QPainter& painter) const {
   }
   const QRectF ink = outline.boundingRect();
   const double middle = isFull ? ink.center().x() : tabularWidth(text, font) / 2;
-  // The outline has the scale of the whole drawing from its font already.
+  // The font has already scaled the outline, and the painter would again.
   const double scale = 1 / style_.scale();
   const double fit = std::min(1.0, kRoomForText / ((ink.width() + stroke) * scale));
   painter.translate(kSide / 2, kBaseline);

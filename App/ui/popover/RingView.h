@@ -1,4 +1,4 @@
-// The battery's charge as a ring that fills clockwise from the top, with the percentage in it.
+// The battery's charge as a ring that fills clockwise from the top, with the percentage inside.
 #pragma once
 
 #include <QProgressBar>
@@ -25,7 +25,6 @@ class RingView final : public QProgressBar {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void restyle();
   void paintPercent(QPainter& painter) const;
 
   const Style& style_;

@@ -39,7 +39,7 @@ void SnoozeBanner::setText(const QString& text) {
   updateGeometry();
 }
 
-// The link's words end where the padding begins; what reaches beyond them lies in the padding.
+// The link's words end at the padding; its clickable edge lies inside the padding.
 int SnoozeBanner::besideLink(int width) const {
   return width - 2 * style_.px(kBeside) - style_.px(kGap) - cancel_->sizeHint().width() +
          2 * cancel_->reach();
@@ -95,7 +95,7 @@ void SnoozeBanner::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(style_.colours().banner);
-  // Softer than a control's: it cannot be pressed.
+  // Lighter than a control's outline, because the banner cannot be pressed.
   const bool outlined = style_.colours().highContrast;
   painter.setPen(outlined ? QPen(style_.colours().hairline, 1) : QPen(Qt::NoPen));
   const double inset = outlined ? 0.5 : 0;

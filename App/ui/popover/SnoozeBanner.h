@@ -1,4 +1,4 @@
-// Tells until when alerts are snoozed, with a link that ends it.
+// Says until when alerts are snoozed, with a link that ends the snooze.
 #pragma once
 
 #include <QWidget>
@@ -32,8 +32,9 @@ class SnoozeBanner final : public QWidget {
 
  private:
   void placeParts();
+  /// The width that the link leaves for the text.
   [[nodiscard]] int besideLink(int width) const;
-  /// Where the language's words are too long to stand beside the link.
+  /// True where a word of the text is too long to fit beside the link.
   [[nodiscard]] bool linkIsBelow(int width) const;
 
   const Style& style_;

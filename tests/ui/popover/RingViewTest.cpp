@@ -23,7 +23,7 @@ class RingViewTest : public testing::Test {
     ring.render(&image, {}, {}, {});
     return image;
   }
-  // The pen's middle at an hour of a clock face.
+  // The middle of the ring at an hour of a clock face.
   static QColor at(const QImage& image, double hour) {
     const double angle = hour / 12 * 2 * std::numbers::pi;
     const double scale = image.width() / 104.0;
@@ -51,7 +51,7 @@ TEST_F(RingViewTest, FillsClockwiseFromTheTop) {
   EXPECT_EQ(at(image, 10.5), empty);
 }
 
-TEST_F(RingViewTest, HasNoArcWhenEmptyAndAWholeOneWhenFull) {
+TEST_F(RingViewTest, HasNoArcWhenEmptyAndACircleWhenFull) {
   const QColor empty = track();
   QImage image = picture();
   for (double hour = 0; hour < 12; hour += 0.25) ASSERT_EQ(at(image, hour), empty) << hour;
@@ -113,7 +113,7 @@ TEST_F(RingViewTest, JumpsWhileHiddenAndGlidesWhileShown) {
   EXPECT_TRUE(test::waitFor([&] { return at(picture(), 3) == empty; }));
 }
 
-TEST_F(RingViewTest, JumpsWhereNothingMayMove) {
+TEST_F(RingViewTest, JumpsWhenAnimationsAreOff) {
   const QColor empty = track();
   appearance.animated = false;
   ring.setCharge(80, Tint::accent);

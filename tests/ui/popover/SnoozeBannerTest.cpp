@@ -24,13 +24,13 @@ class SnoozeBannerTest : public testing::Test {
   SnoozeBanner banner{style};
 };
 
-TEST_F(SnoozeBannerTest, HasItsLinkBesideTheText) {
+TEST_F(SnoozeBannerTest, PlacesTheLinkBesideTheText) {
   show(QStringLiteral("Alerts snoozed until 15:05"), style.px(240));
   EXPECT_LE(text().geometry().right(), link().x() + style.px(5));
   EXPECT_EQ(text().geometry().center().y(), link().geometry().center().y());
 }
 
-TEST_F(SnoozeBannerTest, HasItsLinkBelowWhereAWordWouldBeBroken) {
+TEST_F(SnoozeBannerTest, PlacesTheLinkBelowWhereAWordWouldBreak) {
   show(QStringLiteral("Benachrichtigungserinnerungen pausiert"), style.px(180));
   EXPECT_GE(link().y(), text().geometry().bottom());
   EXPECT_LE(link().geometry().bottom(), banner.rect().bottom());
