@@ -1,4 +1,4 @@
-// The days that the pictures show, so that all of them tell the same.
+// The histories that the pictures show.
 #pragma once
 
 #include <vector>
@@ -10,7 +10,7 @@ namespace tollbeam::gallery {
 constexpr Date kNow{1'763'648'400};       // Thursday 20 November 2025, 14:20 UTC
 constexpr Date kMidnight{1'763'596'800};  // of that day
 
-/// Corners of the charge's line, in hours from `kMidnight`; a gap between the stretches.
+/// Corners of the chart's line, in hours from `kMidnight`, with gaps between the stretches.
 using Stretches = std::vector<std::vector<test::Corner>>;
 
 inline const Stretches kDay = {{{-9.7, 71}, {-5.3, 48}, {-3.5, 80}, {-1.2, 80}, {-0.3, 76}},

@@ -12,7 +12,7 @@ namespace tollbeam::gallery {
 
 struct Picture {
   std::string name;
-  /// Shows the picture's window; it lives as long as the result.
+  /// Shows the picture's window, which lives as long as the result.
   std::function<std::shared_ptr<QWidget>()> show;
 };
 

@@ -1,6 +1,6 @@
 // Draws the gallery's pictures into a folder: gallery FOLDER [--dark] [--contrast] [--mirrored]
-// [--font PIXELS] [--only PREFIX] [--translations FOLDER]. The scale is the toolkit's own
-// QT_SCALE_FACTOR.
+// [--font PIXELS] [--only PREFIX] [--translations FOLDER]. QT_SCALE_FACTOR sets the
+// scale.
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -33,8 +33,9 @@ QPalette palette(bool dark, bool contrast) {
               : make(0xFFF4F5F7, 0xFF1B1E23, 0xFFFFFFFF, 0xFF2F6CDB, 0xFFFFFFFF);
 }
 
-// The screen that is none says of each window what it cannot do; whatever else is said is heard.
-void tell(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& message) {
+// Drops the offscreen platform's warnings about what its windows do not support.
+void printMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
+                  const QString& message) {
   if (message.startsWith(QLatin1String("This plugin does not support"))) return;
   std::fprintf(stderr, "%s\n", qUtf8Printable(message));
 }
@@ -42,7 +43,7 @@ void tell(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QStri
 }  // namespace
 
 int main(int argc, char** argv) {
-  qInstallMessageHandler(tell);
+  qInstallMessageHandler(printMessage);
   QApplication app(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   QCommandLineParser options;
@@ -62,7 +63,7 @@ int main(int argc, char** argv) {
   QApplication::setPalette(
       palette(options.isSet(QStringLiteral("dark")), options.isSet(QStringLiteral("contrast"))));
   if (options.isSet(QStringLiteral("mirrored"))) app.setLayoutDirection(Qt::RightToLeft);
-  // What the pictures show must not hang on the machine's own font.
+  // The pictures must not depend on the machine's font.
   QFont font(QStringLiteral("Inter"));
   font.setPixelSize(
       options.isSet(QStringLiteral("font")) ? options.value(QStringLiteral("font")).toInt() : 14);
@@ -79,7 +80,7 @@ int main(int argc, char** argv) {
     if (!name.startsWith(options.value(QStringLiteral("only")))) continue;
     const auto window = picture.show();
     if (!QTest::qWaitForWindowExposed(window.get(), tollbeam::test::kPatience)) return 1;
-    // Motions come to rest.
+    // Lets animations end.
     QTest::qWait(400);
     if (!window->grab().save(folder.filePath(name + QStringLiteral(".png")))) return 1;
   }

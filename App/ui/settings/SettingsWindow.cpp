@@ -21,15 +21,14 @@ SettingsWindow::SettingsWindow(const Style& style, QWidget* view)
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(view);
-  connect(&style_, &Style::changed, this, &SettingsWindow::fit);
-  fit();
+  style_.follow(this, [this] { fit(); });
   const QRect area = screen()->availableGeometry();
   move(area.center() - QRect({}, size()).center());
 }
 
 void SettingsWindow::bringToFront() {
-  // On another workspace or minimised, a window counts as shown but is not mapped, and asking for
-  // the keyboard would wait until it is. Shown anew, it comes to where the user is.
+  // A window that is minimised or on another workspace is visible to Qt but not mapped, and cannot
+  // become active. Shown again, it appears on the current workspace.
   if (isVisible() && (isMinimized() || !windowHandle()->isExposed())) {
     const QPoint place = pos();
     hide();
@@ -43,12 +42,12 @@ void SettingsWindow::bringToFront() {
 
 void SettingsWindow::fit() {
   const QRect area = screen()->availableGeometry();
-  // What the window manager has put around it counts, too.
+  // The window manager's frame must fit, too.
   const QSize frame = frameGeometry().size() - size();
   setFixedSize(QSize(style_.px(kWidth), style_.px(kHeight)).boundedTo(area.size() - frame));
 }
 
-// The window manager's frame is known only after the window was shown, and its moving tells.
+// The window manager adds its frame after the window is shown, which moves the window.
 void SettingsWindow::moveEvent(QMoveEvent* event) {
   QWidget::moveEvent(event);
   fit();

@@ -1,5 +1,5 @@
-// The window around the settings. It has its own size, in the look's measures, as far as the screen
-// has room; in a lower one the form scrolls.
+// The window around the settings. Its size is fixed and follows the style, but is never larger than
+// the screen's work area; in a lower window the form scrolls.
 #pragma once
 
 #include <QWidget>
@@ -12,10 +12,11 @@ class SettingsWindow final : public QWidget {
   Q_OBJECT
 
  public:
-  /// Takes `view`; `style` must outlive the window. In the middle of the screen.
+  /// Takes ownership of `view`; `style` must outlive the window. It opens in the middle of the
+  /// screen.
   SettingsWindow(const Style& style, QWidget* view);
 
-  /// Shows the window before all others, with the keyboard, where it stood last.
+  /// Shows the window above all others at its last place and makes it the active one.
   void bringToFront();
 
  protected:

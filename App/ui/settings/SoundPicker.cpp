@@ -14,15 +14,11 @@ QList<Choice> choices() {
       {.text = SoundPicker::tr("Default"), .value = QString::fromLatin1(kDefaultSound)},
       {.text = SoundPicker::tr("None"), .value = QString::fromLatin1(kNoSound)}};
   for (const char* name : kNames) {
-    // Names of sounds, in every language.
+    // Names are not translated.
     const QString text = QString::fromLatin1(name);
     all.append({.text = text, .value = text, .startsGroup = all.size() == 2});
   }
   return all;
-}
-
-bool isName(const QString& sound) {
-  return sound != QLatin1String(kDefaultSound) && sound != QLatin1String(kNoSound);
 }
 
 }  // namespace
@@ -35,7 +31,9 @@ SoundPicker::SoundPicker(const Style& style, SystemSounds& sounds, const QString
   button_->setAccessibleDescription(alert);
   connect(button_, &DropDown::chosen, this, [this, &sounds](const QString& sound) {
     Q_EMIT picked(sound);
-    if (isName(sound)) sounds.play(sound.toStdString());
+    if (sound != QLatin1String(kDefaultSound) && sound != QLatin1String(kNoSound)) {
+      sounds.play(sound.toStdString());
+    }
   });
 }
 

@@ -1,5 +1,5 @@
-// The row that chooses which sound an alert makes: the desktop's own, none, or one of the system's
-// by name. A sound that the user picks by name is played once, so that it is known.
+// The row for an alert's sound: the desktop's default, none, or one of the system's by name. A
+// sound that the user picks by name is played once.
 #pragma once
 
 #include "platform/SystemSounds.h"
@@ -12,14 +12,15 @@ class SoundPicker final : public FormRow {
   Q_OBJECT
 
  public:
-  /// `alert` is whose sound it is: five rows say "Sound", and a screen reader must tell them apart.
+  /// `alert` is the alert's title. It tells the five rows with the label "Sound" apart for screen
+  /// readers.
   SoundPicker(const Style& style, SystemSounds& sounds, const QString& alert);
 
-  /// "default", "none" or the name of a sound; another name is shown as it is.
+  /// "default", "none" or the name of a sound; an unknown name is shown as it is.
   void setSound(const QString& sound) { button_->setValue(sound); }
 
  Q_SIGNALS:
-  /// The user's choice, when it is another than before.
+  /// Emitted when the user chooses another sound.
   void picked(const QString& sound);
 
  private:

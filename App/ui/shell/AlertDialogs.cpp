@@ -10,7 +10,7 @@ namespace tollbeam {
 
 namespace {
 
-/// The one ordinary window of the program, while it is to be seen.
+// The program's only ordinary window; null while it is closed or minimised.
 const QWidget* settings() {
   for (const QWidget* window : QApplication::topLevelWidgets()) {
     if (window->windowType() == Qt::Window && window->isVisible() && !window->isMinimized()) {

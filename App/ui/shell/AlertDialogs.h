@@ -1,6 +1,6 @@
-// The program's dialogs in its own look; only the save panel is the desktop's. They open over the
-// settings when these are open. Main thread only. What is still open when this object ends is
-// closed without an answer.
+// The program's alerts, painted by itself; only the save panel is the desktop's. Alerts open over
+// the settings window when it is open. Main thread only. The destructor closes open alerts without
+// an answer.
 #pragma once
 
 #include <QPointer>

@@ -22,10 +22,10 @@ class SettingsWindowTest : public testing::Test {
   SettingsWindow window{style, new QWidget};
 };
 
-TEST_F(SettingsWindowTest, HasItsNameAndItsSize) {
+TEST_F(SettingsWindowTest, HasItsTitleAndItsSize) {
   window.show();
   EXPECT_EQ(window.windowTitle(), QStringLiteral("Tollbeam Settings"));
-  ASSERT_GE(workArea().height(), 780) << "or there is no room to see it";
+  ASSERT_GE(workArea().height(), 780) << "the test needs a higher screen";
   EXPECT_EQ(window.size(), QSize(480, 720));
   EXPECT_EQ(window.minimumSize(), window.size());
   EXPECT_EQ(window.maximumSize(), window.size());
@@ -38,7 +38,7 @@ TEST_F(SettingsWindowTest, IsNeverLargerThanTheWorkArea) {
   EXPECT_LE(whole.height(), workArea().height());
 }
 
-TEST_F(SettingsWindowTest, GrowsWithTheFontOfTheDesktopAsFarAsThereIsRoom) {
+TEST_F(SettingsWindowTest, GrowsWithTheFontUpToTheWorkArea) {
   QFont font = before;
   font.setPixelSize(22);
   QApplication::setFont(font);

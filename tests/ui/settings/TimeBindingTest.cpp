@@ -1,4 +1,4 @@
-// The quiet hours' times in the form, on the days on which clocks change in Berlin and elsewhere.
+// The time fields of the quiet hours on days on which the clock changes.
 #include <gtest/gtest.h>
 
 #include "platform/freedesktop/session/LocalCalendar.h"
@@ -62,13 +62,13 @@ TEST_P(TypingInSpring, StoresWhatIsTyped) {
   }
 }
 
-TEST_P(TypingInSpring, StoresTheFirstTimeAfterTheJumpAndShowsItAtTheEnd) {
+TEST_P(TypingInSpring, StoresTheFirstTimeAfterTheJumpAndShowsItWhenTypingEnds) {
   spring(GetParam());
   storeMinutes(at(10, 0));
   focus();
   type("02");
   EXPECT_EQ(stored(), at(3, 0));
-  EXPECT_EQ(field.timeOfDay().hour, 2) << "under the user's hands";
+  EXPECT_EQ(field.timeOfDay().hour, 2) << "unchanged while typing";
   field.setSelectedSection(QDateTimeEdit::MinuteSection);
   type("30");
   EXPECT_EQ(stored(), at(3, 0));
@@ -80,10 +80,10 @@ TEST_P(TypingInSpring, StoresTheFirstTimeAfterTheJumpAndShowsItAtTheEnd) {
   EXPECT_EQ(stored(), at(3, 0));
 }
 
-// Two digits for every hour, and one for those before ten.
+// Locales that write hours before ten with two digits and with one.
 INSTANTIATE_TEST_SUITE_P(Locales, TypingInSpring, testing::Values("de_DE", "fi_FI", "bg_BG"));
 
-TEST_F(TimeBindingTest, HoursAreSteppedOverTheJumpBothWays) {
+TEST_F(TimeBindingTest, HourStepsSkipTheJumpInBothDirections) {
   spring("fi_FI");
   storeMinutes(at(4, 30));
   focus();
@@ -99,7 +99,7 @@ TEST_F(TimeBindingTest, HoursAreSteppedOverTheJumpBothWays) {
   }
 }
 
-TEST_F(TimeBindingTest, StepsFromATimeThatTheClockJumpsOverBeginAtTheShownOne) {
+TEST_F(TimeBindingTest, StepsFromASkippedTimeStartAtTheShownTime) {
   spring("de_DE");
   storeMinutes(at(2, 30));
   EXPECT_EQ(shown(), at(3, 0));
@@ -109,7 +109,7 @@ TEST_F(TimeBindingTest, StepsFromATimeThatTheClockJumpsOverBeginAtTheShownOne) {
   EXPECT_EQ(stored(), at(1, 0));
 }
 
-TEST_F(TimeBindingTest, MinutesAreSteppedOverAJumpOfHalfAnHour) {
+TEST_F(TimeBindingTest, MinuteStepsSkipAJumpOfHalfAnHour) {
   today("Australia/Lord_Howe", {2023, 10, 1}, "en_GB");
   storeMinutes(at(2, 31));
   focus();
@@ -121,7 +121,7 @@ TEST_F(TimeBindingTest, MinutesAreSteppedOverAJumpOfHalfAnHour) {
   }
 }
 
-TEST_F(TimeBindingTest, TheRepeatedHourOfAutumnIsAnHourLikeOthers) {
+TEST_F(TimeBindingTest, TheRepeatedHourInAutumnIsSteppedOnce) {
   today("Europe/Berlin", {2024, 10, 27}, "fi_FI");
   storeMinutes(at(3, 30));
   focus();
@@ -136,7 +136,7 @@ TEST_F(TimeBindingTest, TheRepeatedHourOfAutumnIsAnHourLikeOthers) {
   EXPECT_EQ(shown(), at(2, 30));
 }
 
-TEST_F(TimeBindingTest, WhatAnotherProgramStoresTakesThePlaceOfWhatIsTyped) {
+TEST_F(TimeBindingTest, ATimeStoredByAnotherProgramReplacesTheTypedOne) {
   spring("de_DE");
   storeMinutes(at(10, 0));
   focus();

@@ -55,7 +55,7 @@ class AlertDialogsTest : public testing::Test {
   std::optional<std::size_t> answer;
 };
 
-TEST_F(AlertDialogsTest, AnAlertShowsItsTextsAndItsFirstButtonGoesOn) {
+TEST_F(AlertDialogsTest, ShowsItsTextsAndAnswersWithTheFirstButton) {
   AlertWindow* window = ask();
   ASSERT_NE(window, nullptr);
   EXPECT_EQ(words(window), (QStringList{QStringLiteral("Allow?"), QStringLiteral("Because.")}));
@@ -67,13 +67,13 @@ TEST_F(AlertDialogsTest, AnAlertShowsItsTextsAndItsFirstButtonGoesOn) {
   EXPECT_EQ(answer, 0U);
 }
 
-TEST_F(AlertDialogsTest, AnAlertTellsTheOtherButton) {
+TEST_F(AlertDialogsTest, AnswersWithTheSecondButton) {
   QTest::mouseClick(button(ask(), "Not Now"), Qt::LeftButton);
   EXPECT_TRUE(answered());
   EXPECT_EQ(answer, 1U);
 }
 
-TEST_F(AlertDialogsTest, TheOneThatGoesOnStandsLastAndReturnPressesIt) {
+TEST_F(AlertDialogsTest, TheFirstButtonIsLastInTheRowAndReturnPressesIt) {
   AlertWindow* window = ask();
   EXPECT_GT(button(window, "Continue")->x(), button(window, "Not Now")->x());
   EXPECT_EQ(button(window, "Continue")->width(), button(window, "Not Now")->width());
@@ -82,7 +82,7 @@ TEST_F(AlertDialogsTest, TheOneThatGoesOnStandsLastAndReturnPressesIt) {
   EXPECT_EQ(answer, 0U);
 }
 
-TEST_F(AlertDialogsTest, ReturnPressesTheButtonThatHasTheKeyboardAndNoOther) {
+TEST_F(AlertDialogsTest, ReturnPressesTheFocusedButton) {
   AlertWindow* window = ask();
   button(window, "Not Now")->setFocus(Qt::TabFocusReason);
   QTest::keyClick(window->focusWidget(), Qt::Key_Return);
@@ -90,7 +90,7 @@ TEST_F(AlertDialogsTest, ReturnPressesTheButtonThatHasTheKeyboardAndNoOther) {
   EXPECT_EQ(answer, 1U);
 }
 
-TEST_F(AlertDialogsTest, WhatCannotBeUndoneIsNotPressedByReturn) {
+TEST_F(AlertDialogsTest, ReturnDoesNotPressADestructiveButton) {
   AlertWindow* window = ask({"Reset", "Cancel"}, true);
   EXPECT_EQ(window->focusWidget(), button(window, "Cancel"));
   QTest::keyClick(window, Qt::Key_Return);
@@ -98,7 +98,7 @@ TEST_F(AlertDialogsTest, WhatCannotBeUndoneIsNotPressedByReturn) {
   EXPECT_EQ(answer, 1U);
 }
 
-TEST_F(AlertDialogsTest, EscapeAndCloseAreNoButtonEvenWithOnlyOneOrThree) {
+TEST_F(AlertDialogsTest, EscapeAndCloseAnswerWithNoButton) {
   for (const auto& buttons : std::vector<std::vector<Message>>{
            {"OK"}, {"Continue", "Not Now"}, {"Continue", "Not Now", "Never"}}) {
     for (const bool byKey : {true, false}) {
@@ -116,7 +116,7 @@ TEST_F(AlertDialogsTest, EscapeAndCloseAreNoButtonEvenWithOnlyOneOrThree) {
   }
 }
 
-TEST_F(AlertDialogsTest, AnErrorIsShownAsItIs) {
+TEST_F(AlertDialogsTest, ShowsAnErrorAsPlainText) {
   dialogs.showError("Could not write <b>file %1</b>", "No <i>space</i> & no time");
   ASSERT_NE(only(), nullptr);
   EXPECT_EQ(words(only()), (QStringList{QStringLiteral("Could not write <b>file %1</b>"),
@@ -126,7 +126,7 @@ TEST_F(AlertDialogsTest, AnErrorIsShownAsItIs) {
   EXPECT_TRUE(test::waitFor([] { return only() == nullptr; }));
 }
 
-TEST_F(AlertDialogsTest, AFailedExportIsToldInTheUsersLanguage) {
+TEST_F(AlertDialogsTest, ShowsAFailedExportInTheUsersLanguage) {
   QLocale::setDefault(QLocale(QStringLiteral("de_DE")));
   const Translations german(QStringLiteral(TOLLBEAM_TRANSLATIONS));
   QLocale::setDefault(QLocale::c());
@@ -143,18 +143,18 @@ TEST_F(AlertDialogsTest, AFailedExportIsToldInTheUsersLanguage) {
   EXPECT_EQ(only()->windowTitle(), text);
 }
 
-TEST_F(AlertDialogsTest, ItIsAWindowThatShutsOutNothing) {
+TEST_F(AlertDialogsTest, IsANonModalWindow) {
   const AlertWindow* window = ask();
   EXPECT_TRUE(window->isWindow());
   EXPECT_FALSE(window->isModal());
   EXPECT_EQ(window->windowTitle(), QStringLiteral("Allow?"));
-  QAccessibleInterface* heard = test::spoken(only());
-  EXPECT_EQ(heard->role(), QAccessible::Dialog);
-  EXPECT_EQ(heard->text(QAccessible::Name), QStringLiteral("Allow?"));
-  EXPECT_EQ(heard->text(QAccessible::Description), QStringLiteral("Because."));
+  QAccessibleInterface* accessible = test::spoken(only());
+  EXPECT_EQ(accessible->role(), QAccessible::Dialog);
+  EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Allow?"));
+  EXPECT_EQ(accessible->text(QAccessible::Description), QStringLiteral("Because."));
 }
 
-TEST_F(AlertDialogsTest, ItOpensOverTheOpenSettingsElseInTheMiddleOfTheScreen) {
+TEST_F(AlertDialogsTest, OpensOverTheSettingsOrInTheMiddleOfTheScreen) {
   const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
   const auto isNear = [](QPoint a, QPoint b) { return (a - b).manhattanLength() <= 4; };
   EXPECT_TRUE(isNear(ask()->geometry().center(), area.center()));
@@ -166,14 +166,14 @@ TEST_F(AlertDialogsTest, ItOpensOverTheOpenSettingsElseInTheMiddleOfTheScreen) {
   EXPECT_TRUE(isNear(ask()->geometry().center(), settings.geometry().center()));
 }
 
-TEST_F(AlertDialogsTest, ItStaysOnTheScreen) {
+TEST_F(AlertDialogsTest, StaysOnTheScreen) {
   QWidget settings(nullptr, Qt::Window);
   settings.setGeometry(-150, 60, 200, 200);
   settings.show();
   EXPECT_GE(ask()->x(), 0);
 }
 
-TEST_F(AlertDialogsTest, ItCastsAShadowWhereWindowsAreBlended) {
+TEST_F(AlertDialogsTest, HasAShadowWithACompositor) {
   EXPECT_EQ(ask()->width(), 300);
   only()->close();
   ASSERT_TRUE(answered());
@@ -184,7 +184,7 @@ TEST_F(AlertDialogsTest, ItCastsAShadowWhereWindowsAreBlended) {
   EXPECT_EQ(platform.compositor.shadows.back().second.bodyWidth, 300);
 }
 
-TEST_F(AlertDialogsTest, LongTextsMakeItHigher) {
+TEST_F(AlertDialogsTest, GrowsInHeightForLongTexts) {
   const int height = ask()->height();
   only()->close();
   ASSERT_TRUE(answered());
@@ -196,16 +196,16 @@ TEST_F(AlertDialogsTest, LongTextsMakeItHigher) {
   EXPECT_EQ(only()->width(), 300);
 }
 
-TEST_F(AlertDialogsTest, WhatIsStillOpenEndsWithoutAnAnswer) {
-  bool told = false;
+TEST_F(AlertDialogsTest, ClosesWithoutAnAnswerWhenTheDialogsEnd) {
+  bool answeredHere = false;
   {
     AlertDialogs ending(platform.appearance, platform.compositor, platform.dialogs);
     ending.runAlert({.message = "?", .informativeText = "", .buttons = {"OK"}},
-                    [&](auto) { told = true; });
+                    [&](auto) { answeredHere = true; });
     EXPECT_NE(only(), nullptr);
   }
   EXPECT_EQ(only(), nullptr);
-  EXPECT_FALSE(told);
+  EXPECT_FALSE(answeredHere);
 }
 
 TEST_F(AlertDialogsTest, AnAnswerMayOpenTheNextDialog) {
@@ -216,7 +216,7 @@ TEST_F(AlertDialogsTest, AnAnswerMayOpenTheNextDialog) {
       test::waitFor([] { return only() && only()->windowTitle() == QStringLiteral("Allow?"); }));
 }
 
-TEST_F(AlertDialogsTest, TheSavePanelIsTheDesktops) {
+TEST_F(AlertDialogsTest, UsesTheDesktopsSavePanel) {
   dialogs.runSavePanel({.suggestedName = "a.csv", .contentType = "text/csv", .extension = "csv"},
                        [](auto) {});
   ASSERT_EQ(platform.dialogs.savePanels.size(), 1U);

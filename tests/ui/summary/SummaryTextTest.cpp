@@ -21,7 +21,7 @@ class SummaryTextTest : public testing::Test {
                     .chargingMinutes = 108};
 };
 
-TEST_F(SummaryTextTest, SaysADayInItsColumns) {
+TEST_F(SummaryTextTest, FillsTheColumnsOfADay) {
   const SummaryText text = of(monday);
   EXPECT_EQ(text.day, QStringLiteral("Mon 3"));
   EXPECT_EQ(text.average, QStringLiteral("61%"));
@@ -39,7 +39,7 @@ TEST_F(SummaryTextTest, HasADashForNoCharging) {
   EXPECT_EQ(of(monday).charging, QStringLiteral("1 min"));
 }
 
-TEST_F(SummaryTextTest, NamesTheDayWhereTheUserIs) {
+TEST_F(SummaryTextTest, NamesTheDayInTheUsersTimeZone) {
   calendar.secondsEastOfUtc = -5 * 3600;
   EXPECT_EQ(of(monday).day, QStringLiteral("Sun 2"));
 }
