@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,11 +22,12 @@ struct StatusItemContent {
   friend bool operator==(const StatusItemContent&, const StatusItemContent&) = default;
 };
 
-/// Where the item was clicked, in physical pixels of the screen.
+/// A place on the screen in logical pixels, in which windows are placed.
 struct ClickPosition {
-  int x = 0;           ///< from the left
-  int y = 0;           ///< from the top
-  bool known = false;  ///< false where the desktop does not say: x and y mean nothing then
+  int x = 0;
+  int y = 0;
+
+  friend bool operator==(const ClickPosition&, const ClickPosition&) = default;
 };
 
 /// The program's picture in the panel. Where the desktop has no place for one, or not yet, it waits
@@ -34,9 +36,10 @@ class StatusItem : public Port {
  public:
   /// What the user can ask of the item.
   struct Actions {
-    std::function<void(ClickPosition)> activate;  ///< a click, or an entry of the menu
-    std::function<void()> openSettings;           ///< an entry of the menu
-    std::function<void()> quit;                   ///< an entry of the menu
+    /// A click, or an entry of the menu; the place is absent where the desktop does not say it.
+    std::function<void(std::optional<ClickPosition>)> activate;
+    std::function<void()> openSettings;  ///< an entry of the menu
+    std::function<void()> quit;          ///< an entry of the menu
   };
 
   /// Draws the item anew if the content is another.

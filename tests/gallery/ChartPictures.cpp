@@ -34,8 +34,8 @@ struct Scene {
     column->setContentsMargins(padding, padding, padding, padding);
     column->setSpacing(style.px(16 - DailySummaryView::kReach));
     column->setSizeConstraint(QLayout::SetFixedSize);
-    auto* chart = new HistoryChart(*model, platform.ports(), style);
-    auto* summary = new DailySummaryView(*model, platform.ports(), style);
+    auto* chart = new HistoryChart(*model, platform.clock, platform.calendar, style);
+    auto* summary = new DailySummaryView(*model, platform.clock, platform.calendar, style);
     column->addWidget(chart);
     column->addWidget(summary);
     chart->setDays(given.days);

@@ -35,7 +35,7 @@ struct Scene {
   Scene(Dictionary battery, Dictionary properties, const Stretches& history) {
     if (!battery.empty()) platform.powerSources.table = List{std::move(battery)};
     if (!properties.empty()) platform.powerSources.properties = std::move(properties);
-    // As densely as the program records.
+    // One sample a minute, as the program records.
     samples = test::samplesAlong(history, kMidnight, 1);
     platform.compositor.running = true;
   }
@@ -48,10 +48,10 @@ struct Scene {
     test::store(samples, platform.fileManager);
     model.emplace(test::modelPorts(platform));
     model->start();
-    view = new PopoverView(*model, platform.ports(), style, [] {});
+    view = new PopoverView(*model, platform.clock, platform.calendar, style, [] {});
     popover.emplace(clicks, platform.compositor, platform.clock, style, view);
     QObject::connect(&*popover, &Popover::aboutToShow, view, &PopoverView::refresh);
-    popover->showAt({.x = 1000, .y = 15, .known = true});
+    popover->showAt(ClickPosition{1000, 15});
   }
 
   void chooseWeek() const { view->findChildren<QRadioButton*>().last()->click(); }
@@ -96,7 +96,7 @@ class Desk final : public QWidget {
 };
 
 std::shared_ptr<QWidget> shown(Scene& scene) {
-  // Motions come to rest. Then the desk takes the activation, and the popover closes.
+  // Lets animations end. Showing the desk then closes the popover, because it becomes active.
   if (!QTest::qWaitForWindowExposed(&*scene.popover, test::kPatience)) return nullptr;
   constexpr int kRest = 400;
   QTest::qWait(kRest);

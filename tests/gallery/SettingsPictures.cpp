@@ -9,6 +9,7 @@
 #include "Pictures.h"
 #include "recorded/RecordedPlatform.h"
 #include "support/ModelPorts.h"
+#include "support/SettingsPorts.h"
 #include "ui/controls/DropDown.h"
 #include "ui/controls/TimeField.h"
 #include "ui/settings/SettingsView.h"
@@ -36,7 +37,7 @@ struct Scene {
 using Prepare = std::function<void(RecordedPlatform&)>;
 using Finish = std::function<void(SettingsView&)>;
 
-// The control of that English name, whatever language the view speaks.
+// The control with this English name, in any language of the view.
 QWidget* named(SettingsView& view, const char* name) {
   QStringList names;
   for (const char* context : {"tollbeam::SettingsView", "tollbeam::GeneralSection"}) {
@@ -61,8 +62,8 @@ std::shared_ptr<QWidget> shown(const Prepare& prepare, const Finish& finish) {
   scene->platform.compositor.running = true;
   if (prepare) prepare(scene->platform);
   scene->model.emplace(test::modelPorts(scene->platform));
-  scene->view.emplace(*scene->model, scene->platform.ports(), scene->style);
-  // As high as the work area of this imagined screen allows.
+  scene->view.emplace(*scene->model, test::settingsPorts(scene->platform), scene->style);
+  // The size that the settings window gives it.
   scene->view->resize(scene->style.px(480), scene->style.px(720));
   scene->view->show();
   if (finish) finish(*scene->view);
@@ -91,13 +92,13 @@ std::shared_ptr<QWidget> alert(const std::function<void(AlertDialogs&)>& ask) {
   return nullptr;
 }
 
-// The view's own words, asked for as the button does.
+// Shows the question that the view asks when its button is clicked.
 Picture resetQuestion() {
   return {"dialog-reset", [] {
             RecordedPlatform platform(kNow);
             AppModel model(test::modelPorts(platform));
             const Style style(platform.appearance);
-            SettingsView view(model, platform.ports(), style);
+            SettingsView view(model, test::settingsPorts(platform), style);
             static_cast<QAbstractButton*>(named(view, "Reset History…"))->click();
             return alert([&](AlertDialogs& dialogs) {
               dialogs.runAlert(platform.dialogs.alerts.at(0), [](auto) {});
@@ -105,7 +106,7 @@ Picture resetQuestion() {
           }};
 }
 
-// The notifier's own words, asked for as the switch does.
+// Shows the question that the notifier asks when a switch is turned on.
 Picture permissionQuestion() {
   return {"dialog-permission", [] {
             RecordedPlatform platform(kNow);

@@ -9,13 +9,6 @@
     </message>
 </context>
 <context>
-    <name>tollbeam::CycleBlock</name>
-    <message>
-        <source>Cycle count</source>
-        <translation>Ladezyklen</translation>
-    </message>
-</context>
-<context>
     <name>tollbeam::DailySummaryView</name>
     <message>
         <source>Daily summary</source>
@@ -142,6 +135,10 @@
 </context>
 <context>
     <name>tollbeam::PopoverView</name>
+    <message>
+        <source>Cycle count</source>
+        <translation>Ladezyklen</translation>
+    </message>
     <message>
         <source>Tollbeam can only remind you. A Mac app cannot stop the charger.</source>
         <translation>Tollbeam kann nur erinnern. Eine Mac-App kann das Laden nicht anhalten.</translation>

@@ -1,13 +1,11 @@
 #include "ui/chart/HistoryChart.h"
 
-#include <QAccessibleWidget>
 #include <QEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 
-#include "platform/Clock.h"
 #include "texts/LocaleFormats.h"
 #include "ui/chart/ChartText.h"
 #include "ui/controls/Accessibility.h"
@@ -23,21 +21,17 @@ constexpr double kDaySeconds = 86400;
 constexpr std::size_t kFewestPoints = 2;
 constexpr double kReach = 4;
 
-QAccessibleInterface* spoken(const QString& /*className*/, QObject* object) {
-  auto* chart = qobject_cast<HistoryChart*>(object);
-  return chart ? new QAccessibleWidget(chart, QAccessible::Chart) : nullptr;
-}
-
 }  // namespace
 
-HistoryChart::HistoryChart(AppModel& model, const Platform& platform, const Style& style,
-                           QWidget* parent)
+HistoryChart::HistoryChart(AppModel& model, const Clock& clock, const Calendar& calendar,
+                           const Style& style, QWidget* parent)
     : QWidget(parent),
       model_(model),
-      platform_(platform),
+      clock_(clock),
+      calendar_(calendar),
       style_(style),
       placeholder_(new Text(style, Role::caption, Ink::secondary, this)) {
-  QAccessible::installFactory(spoken);
+  setAccessibleRole(*this, QAccessible::Chart);
   setAccessibleName(tr("Charge history"));
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   setMouseTracking(true);
@@ -47,15 +41,12 @@ HistoryChart::HistoryChart(AppModel& model, const Platform& platform, const Styl
   auto* column = new QVBoxLayout(this);
   column->addWidget(placeholder_);
   connect(&model_, &AppModel::historyVersionChanged, this, &HistoryChart::refresh);
-  connect(&style_, &Style::changed, this, &HistoryChart::restyle);
-  restyle();
-}
-
-void HistoryChart::restyle() {
-  const int padding = style_.px(kPlaceholderPadding);
-  layout()->setContentsMargins(padding, 0, padding, 0);
-  updateGeometry();
-  refresh();
+  style_.follow(this, [this, column] {
+    const int padding = style_.px(kPlaceholderPadding);
+    column->setContentsMargins(padding, 0, padding, 0);
+    updateGeometry();
+    refresh();
+  });
 }
 
 void HistoryChart::setDays(int days) {
@@ -68,19 +59,18 @@ QSize HistoryChart::sizeHint() const { return {style_.px(kWidth), style_.px(kHei
 
 void HistoryChart::refresh() {
   if (!isVisible()) return;
-  const Date now = platform_.clock.now();
+  const Date now = clock_.now();
   const Date from = now - days_ * kDaySeconds;
   const auto samples = model_.history().samples(from);
   auto points = chartPoints(samples);
   const bool isEmpty = points.size() < kFewestPoints;
   placeholder_->setVisible(isEmpty);
-  // The placeholder is read out as the text that it is.
+  // The placeholder is a text of its own for screen readers.
   setAccessibleDescriptionIfOther(*this, isEmpty ? QString() : spokenChart(samples, days_, now));
   picture_ = isEmpty ? ChartPicture()
                      : ChartPicture({std::move(points), from, now, days_ <= 1}, rect(),
-                                    layoutDirection(), style_, platform_.calendar, QLocale());
-  marked_.reset();
-  marker_.reset();
+                                    layoutDirection(), style_, calendar_, QLocale());
+  dropMarker();
   follow(pointer_);
   update();
 }
@@ -93,8 +83,7 @@ void HistoryChart::showEvent(QShowEvent* event) {
 void HistoryChart::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);
   pointer_.reset();
-  marked_.reset();
-  marker_.reset();
+  dropMarker();
   picture_ = {};
 }
 
@@ -120,6 +109,12 @@ void HistoryChart::leaveEvent(QEvent* event) {
   follow(std::nullopt);
 }
 
+void HistoryChart::dropMarker() {
+  marked_.reset();
+  marker_.reset();
+}
+
+// Marks the value under `pointer`; absent, none.
 void HistoryChart::follow(std::optional<double> pointer) {
   pointer_ = pointer;
   const auto point = pointer
@@ -135,10 +130,9 @@ void HistoryChart::follow(std::optional<double> pointer) {
 std::optional<ChartMarker> HistoryChart::markerAt(std::size_t point) const {
   const ChartPoint& p = picture_.points()[point];
   const QLocale locale;
-  QString time = timeText(platform_.calendar.timeOfDay(p.date), locale);
+  QString time = timeText(calendar_.timeOfDay(p.date), locale);
   if (days_ > 1) {
-    time = tr("%1 %2", "weekday and time")
-               .arg(weekdayText(platform_.calendar.day(p.date), locale), time);
+    time = tr("%1 %2", "weekday and time").arg(weekdayText(calendar_.day(p.date), locale), time);
   }
   return ChartMarker(picture_, point, time, tr("%1%").arg(p.pct), style_, layoutDirection());
 }

@@ -1,12 +1,14 @@
-// The charge of the last days as a line, broken where nothing was recorded. It computes and paints
-// only while it is visible. Its height may be set from outside; 110 at scale 1 is its wish.
+// The charge of the last days as a line with gaps where nothing was recorded. It computes and
+// paints only while it is visible. Its preferred height is 110 at scale 1; the owner may set
+// another.
 #pragma once
 
 #include <QWidget>
 #include <optional>
 
 #include "model/AppModel.h"
-#include "platform/Platform.h"
+#include "platform/Calendar.h"
+#include "platform/Clock.h"
 #include "ui/chart/ChartMarker.h"
 #include "ui/chart/ChartPicture.h"
 #include "ui/controls/Text.h"
@@ -18,19 +20,19 @@ class HistoryChart final : public QWidget {
   Q_OBJECT
 
  public:
-  /// All must outlive the chart, the ports of `platform` too. It starts with one day.
-  HistoryChart(AppModel& model, const Platform& platform, const Style& style,
+  /// All must outlive the chart. It starts with one day.
+  HistoryChart(AppModel& model, const Clock& clock, const Calendar& calendar, const Style& style,
                QWidget* parent = nullptr);
 
-  /// How many times 86,400 seconds to show, up to now; any number is harmless.
+  /// How many times 86,400 seconds up to now to show; any number is harmless.
   void setDays(int days);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-  /// The placeholder's words do not decide it.
+  /// The placeholder's text does not determine the height.
   [[nodiscard]] bool hasHeightForWidth() const override { return false; }
 
-  /// What is shown at the moment, for tests; the placeholder alone has no marker and no points.
+  /// What is shown, for tests; no marker and no points while only the placeholder is.
   [[nodiscard]] const ChartPicture& picture() const { return picture_; }
   [[nodiscard]] const std::optional<ChartMarker>& marker() const { return marker_; }
 
@@ -44,13 +46,14 @@ class HistoryChart final : public QWidget {
   void leaveEvent(QEvent* event) override;
 
  private:
-  void restyle();
   void refresh();
   void follow(std::optional<double> pointer);
+  void dropMarker();
   [[nodiscard]] std::optional<ChartMarker> markerAt(std::size_t point) const;
 
   AppModel& model_;
-  const Platform platform_;
+  const Clock& clock_;
+  const Calendar& calendar_;
   const Style& style_;
   int days_ = 1;
   ChartPicture picture_;

@@ -1,5 +1,7 @@
 #include "ui/popover/Header.h"
 
+#include <QHBoxLayout>
+
 namespace tollbeam {
 
 namespace {
@@ -11,50 +13,37 @@ constexpr double kBetweenLines = 4;
 
 Header::Header(const Style& style, QWidget* parent)
     : QWidget(parent),
-      style_(style),
       ring_(new RingView(style, this)),
       state_(new Text(style, Role::headline, Ink::primary, this)),
       pluggedIn_(new Text(style, Role::caption, Ink::secondary, this)),
-      banner_(new SnoozeBanner(style, this)),
-      row_(new QHBoxLayout(this)),
-      lines_(new QVBoxLayout) {
+      banner_(new SnoozeBanner(style, this)) {
   state_->setBreaks(Breaks::afterComma);
   pluggedIn_->setBreaks(Breaks::words);
   pluggedIn_->setTabularDigits();
-  row_->setContentsMargins(0, 0, 0, 0);
-  row_->addWidget(ring_);
-  row_->addLayout(lines_, 1);
-  lines_->addStretch();
-  lines_->addWidget(state_);
-  lines_->addWidget(pluggedIn_);
-  lines_->addWidget(banner_);
-  lines_->addStretch();
-  setPluggedIn(std::nullopt);
-  setSnooze(std::nullopt);
-  connect(&style_, &Style::changed, this, &Header::restyle);
-  restyle();
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(ring_);
+  auto* lines = new QVBoxLayout;
+  row->addLayout(lines, 1);
+  lines->addStretch();
+  lines->addWidget(state_);
+  lines->addWidget(pluggedIn_);
+  lines->addWidget(banner_);
+  lines->addStretch();
+  setTexts({}, {}, {});
+  style.follow(this, [this, &style, row, lines] {
+    row->setSpacing(style.px(kGap));
+    lines->setSpacing(style.px(kBetweenLines));
+    updateGeometry();
+  });
 }
 
-void Header::restyle() {
-  row_->setSpacing(style_.px(kGap));
-  lines_->setSpacing(style_.px(kBetweenLines));
-  updateGeometry();
-}
-
-void Header::setState(const QString& text) {
-  state_->setText(text);
-  updateGeometry();
-}
-
-void Header::setPluggedIn(const std::optional<QString>& text) {
-  if (text) pluggedIn_->setText(*text);
-  pluggedIn_->setVisible(text.has_value());
-  updateGeometry();
-}
-
-void Header::setSnooze(const std::optional<QString>& text) {
-  if (text) banner_->setText(*text);
-  banner_->setVisible(text.has_value());
+void Header::setTexts(const QString& state, const QString& pluggedIn, const QString& snooze) {
+  state_->setText(state);
+  pluggedIn_->setText(pluggedIn);
+  pluggedIn_->setVisible(!pluggedIn.isEmpty());
+  banner_->setText(snooze);
+  banner_->setVisible(!snooze.isEmpty());
   updateGeometry();
 }
 

@@ -1,10 +1,8 @@
-// The popover's head: the ring, and beside it what the battery is doing, since when the charger is
-// in, and the banner while alerts are snoozed.
+// The top of the popover: the ring, and beside it what the battery is doing, how long the charger
+// has been plugged in, and a banner while alerts are snoozed.
 #pragma once
 
-#include <QBoxLayout>
 #include <QWidget>
-#include <optional>
 
 #include "ui/controls/Text.h"
 #include "ui/look/Style.h"
@@ -23,21 +21,14 @@ class Header final : public QWidget {
   [[nodiscard]] RingView& ring() { return *ring_; }
   [[nodiscard]] SnoozeBanner& banner() { return *banner_; }
 
-  void setState(const QString& text);
-  /// The lines below; an absent one takes no room.
-  void setPluggedIn(const std::optional<QString>& text);
-  void setSnooze(const std::optional<QString>& text);
+  /// The last two are hidden while they are empty.
+  void setTexts(const QString& state, const QString& pluggedIn, const QString& snooze);
 
  private:
-  void restyle();
-
-  const Style& style_;
   RingView* ring_;
   Text* state_;
   Text* pluggedIn_;
   SnoozeBanner* banner_;
-  QHBoxLayout* row_;
-  QVBoxLayout* lines_;
 };
 
 }  // namespace tollbeam

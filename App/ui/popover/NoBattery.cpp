@@ -1,17 +1,19 @@
 #include "ui/popover/NoBattery.h"
 
 #include <QPainter>
+#include <QVBoxLayout>
 
 #include "resources/Symbols.h"
 #include "texts/Translated.h"
+#include "ui/controls/Text.h"
 
 namespace tollbeam {
 
 namespace {
 
 constexpr double kPicture = 48;
-// Of the picture's height the line of a font of 36 points; the rest is empty and counts for
-// nothing.
+// The part of the picture that the symbol fills. The empty edges above and below it do not count as
+// distance.
 constexpr double kSymbol = 36;
 constexpr double kAround = 20;
 constexpr double kBetween = 8;
@@ -19,8 +21,10 @@ constexpr double kBetween = 8;
 class EmptyBattery final : public QWidget {
  public:
   EmptyBattery(const Style& style, QWidget* parent) : QWidget(parent), style_(style) {
-    connect(&style_, &Style::changed, this, &EmptyBattery::restyle);
-    restyle();
+    style_.follow(this, [this] {
+      setFixedHeight(style_.px(kPicture));
+      update();
+    });
   }
 
  protected:
@@ -36,46 +40,36 @@ class EmptyBattery final : public QWidget {
   }
 
  private:
-  void restyle() {
-    setFixedHeight(style_.px(kPicture));
-    update();
-  }
-
   const Style& style_;
 };
 
 }  // namespace
 
-NoBattery::NoBattery(const Style& style, QWidget* parent)
-    : QWidget(parent),
-      style_(style),
-      symbol_(new EmptyBattery(style, this)),
-      headline_(new Text(style, Role::headline, Ink::primary, this)),
-      caption_(new Text(style, Role::caption, Ink::secondary, this)),
-      column_(new QVBoxLayout(this)) {
-  headline_->setText(translated("No battery found"));
-  headline_->setBreaks(Breaks::balanced);
-  headline_->setAlignment(Qt::AlignCenter);
-  caption_->setText(tr("This Mac does not report a battery, so Tollbeam stays quiet."));
-  caption_->setBreaks(Breaks::afterComma);
-  caption_->setAlignment(Qt::AlignCenter);
-  column_->setSpacing(0);
-  connect(&style_, &Style::changed, this, &NoBattery::restyle);
-  restyle();
-}
-
-void NoBattery::restyle() {
-  while (QLayoutItem* item = column_->takeAt(0)) delete item;
-  const int around = style_.px(kAround);
-  const int between = style_.px(kBetween);
-  const int empty = (style_.px(kPicture) - style_.px(kSymbol)) / 2;
-  column_->setContentsMargins(0, around - empty, 0, around);
-  column_->addWidget(symbol_);
-  column_->addSpacing(between - empty);
-  column_->addWidget(headline_);
-  column_->addSpacing(between);
-  column_->addWidget(caption_);
-  updateGeometry();
+NoBattery::NoBattery(const Style& style, QWidget* parent) : QWidget(parent) {
+  auto* symbol = new EmptyBattery(style, this);
+  auto* headline = new Text(style, Role::headline, Ink::primary, this);
+  headline->setText(translated("No battery found"));
+  headline->setBreaks(Breaks::balanced);
+  headline->setAlignment(Qt::AlignCenter);
+  auto* caption = new Text(style, Role::caption, Ink::secondary, this);
+  caption->setText(tr("This Mac does not report a battery, so Tollbeam stays quiet."));
+  caption->setBreaks(Breaks::afterComma);
+  caption->setAlignment(Qt::AlignCenter);
+  auto* column = new QVBoxLayout(this);
+  column->setSpacing(0);
+  style.follow(this, [=, this, &style] {
+    while (QLayoutItem* item = column->takeAt(0)) delete item;
+    const int around = style.px(kAround);
+    const int between = style.px(kBetween);
+    const int empty = (style.px(kPicture) - style.px(kSymbol)) / 2;
+    column->setContentsMargins(0, around - empty, 0, around);
+    column->addWidget(symbol);
+    column->addSpacing(between - empty);
+    column->addWidget(headline);
+    column->addSpacing(between);
+    column->addWidget(caption);
+    updateGeometry();
+  });
 }
 
 }  // namespace tollbeam

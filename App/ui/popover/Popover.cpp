@@ -16,10 +16,9 @@ namespace tollbeam {
 
 namespace {
 
-// From the release that closes the popover to the status item's own message, with a slow panel
-// between them.
+// Allows for a slow panel between the release that closes the popover and the report of the click.
 constexpr double kSameClickSeconds = 0.4;
-// How far the pointer moves during one click.
+// How far the pointer may move during one click.
 constexpr int kSameClickPixels = 16;
 
 QPoint cornerOfPrimaryScreen() {
@@ -27,22 +26,8 @@ QPoint cornerOfPrimaryScreen() {
   return {area.right(), area.top()};
 }
 
-// Under X11 the pointer is where the click was, on every desktop; what panels send is not always.
-// Elsewhere programs do not know the pointer.
-QPoint anchorOf(ClickPosition position, std::optional<QPoint> last) {
-  const bool pointerIsKnown = QGuiApplication::platformName() == QStringLiteral("xcb") &&
-                              qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-  if (position.known && pointerIsKnown) return QCursor::pos();
-  const bool plausible = position.known && (position.x != 0 || position.y != 0);
-  if (plausible) {
-    const qreal ratio = QGuiApplication::primaryScreen()->devicePixelRatio();
-    return {qRound(position.x / ratio), qRound(position.y / ratio)};
-  }
-  return last.value_or(cornerOfPrimaryScreen());
-}
-
-// Shadow only falls on the work area: window managers push back what reaches out of it, and panels
-// are not to be darkened.
+// The part of the shadow inside the work area: window managers push windows back that extend beyond
+// it, and panels must not be darkened.
 QMargins within(const QRect& area, const QRect& body, const QMargins& wanted) {
   return {std::clamp(body.left() - area.left(), 0, wanted.left()),
           std::clamp(body.top() - area.top(), 0, wanted.top()),
@@ -61,7 +46,7 @@ Popover::Popover(OutsideClicks& outsideClicks, Compositor& compositor, const Clo
       style_(style),
       view_(view),
       scroll_(new ScrollArea(style, this)) {
-  // Its texts are read out when it opens.
+  // Screen readers read out a dialog's texts when it opens.
   setAccessibleRole(*this, QAccessible::Dialog);
   setWindowTitle(QStringLiteral("Tollbeam"));
   scroll_->setPage(view);
@@ -69,14 +54,15 @@ Popover::Popover(OutsideClicks& outsideClicks, Compositor& compositor, const Clo
   connect(&style_, &Style::changed, this, [this] { update(); });
 }
 
-void Popover::showAt(ClickPosition position) {
-  anchor_ = anchorOf(position, anchor_);
+void Popover::showAt(std::optional<ClickPosition> position) {
+  if (position) anchor_ = QPoint(position->x, position->y);
+  if (!anchor_) anchor_ = cornerOfPrimaryScreen();
   pressedOutside_ = false;
   clicks_ = outsideClicks_.observe([this](OutsideClicks::Button button) { onButton(button); });
-  followCompositor();
+  adaptToCompositor();
   Q_EMIT aboutToShow();
   scroll_->verticalScrollBar()->setValue(0);
-  // The keyboard begins before the first control.
+  // The Tab key then goes to the first control.
   view_->setFocus(Qt::OtherFocusReason);
   show();
   raise();
@@ -90,10 +76,10 @@ bool Popover::takeClosingClick() {
 }
 
 bool Popover::event(QEvent* event) {
-  // A list that a control of ours opened takes the activation too, and is no other window.
+  // A list that one of our controls has opened also takes the activation.
   if (event->type() == QEvent::WindowDeactivate && isVisible() &&
       !QApplication::activePopupWidget()) {
-    closeForAClick();
+    closeForClick();
   }
   return QWidget::event(event);
 }
@@ -134,11 +120,11 @@ void Popover::keyPressEvent(QKeyEvent* event) {
 }
 
 void Popover::mousePressEvent(QMouseEvent* event) {
-  // Where a click does not fall through the shadow, it is one elsewhere all the same.
-  if (!body().contains(event->position().toPoint())) closeForAClick();
+  // Some systems deliver clicks on the shadow to us; they count as clicks elsewhere.
+  if (!body().contains(event->position().toPoint())) closeForClick();
 }
 
-// By now the view's parts have heard that they are shown, and nothing is on the screen yet.
+// Here the view's parts have had their show events, and nothing is on the screen yet.
 void Popover::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   placed_ = QRect();
@@ -155,19 +141,19 @@ void Popover::onButton(OutsideClicks::Button button) {
     const QPoint at = QCursor::pos();
     pressedOutside_ = !body().translated(pos()).contains(at) && !QApplication::activePopupWidget();
   } else if (pressedOutside_) {
-    // At the release, because panels tell of a click on the item at the release.
-    closeForAClick();
+    // At the release, because panels report a click on the item at its release.
+    closeForClick();
   }
 }
 
-void Popover::closeForAClick() {
+void Popover::closeForClick() {
   closedByClick_ = clock_.now();
   closedAt_ = QCursor::pos();
   close();
 }
 
-// A window cannot become transparent: it is made anew, which is cheap and rare.
-void Popover::followCompositor() {
+// A native window cannot change its transparency, so it is created again, which is cheap and rare.
+void Popover::adaptToCompositor() {
   const bool blends = compositor_.isRunning();
   if (isVisible() || blends == testAttribute(Qt::WA_TranslucentBackground)) return;
   destroy();
@@ -175,7 +161,7 @@ void Popover::followCompositor() {
   setAttribute(Qt::WA_NoSystemBackground, blends);
 }
 
-// Size, place and shadow in one step, so that nothing is to be seen between them.
+// Sets size, place and shadow in one step, so that no intermediate state shows.
 void Popover::place() {
   const QScreen* screen = QGuiApplication::screenAt(*anchor_);
   if (!screen) screen = QGuiApplication::primaryScreen();
@@ -196,7 +182,7 @@ void Popover::place() {
   placed_ = window;
   shadowMargins_ = margins;
 
-  // Tiling window managers leave windows of a fixed size alone.
+  // A fixed size keeps tiling window managers from arranging the window.
   setMinimumSize(0, 0);
   setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
   setGeometry(window);
@@ -204,15 +190,14 @@ void Popover::place() {
   scroll_->setGeometry(this->body());
   view_->resize(page);
 
-  // The toolkit's own number may be that of a window that was closed since.
+  // QWidget's own id may be that of a window that has been closed since.
   const WId number = windowHandle() ? windowHandle()->winId() : winId();
   const double ratio = screen->devicePixelRatio();
   const auto pixels = [ratio](int length) { return qRound(length * ratio); };
-  const QMargins& m = shadowMargins_;
-  compositor_.setShadow(number, {.left = pixels(m.left()),
-                                 .top = pixels(m.top()),
-                                 .right = pixels(m.right()),
-                                 .bottom = pixels(m.bottom()),
+  compositor_.setShadow(number, {.left = pixels(margins.left()),
+                                 .top = pixels(margins.top()),
+                                 .right = pixels(margins.right()),
+                                 .bottom = pixels(margins.bottom()),
                                  .bodyWidth = pixels(size.width()),
                                  .bodyHeight = pixels(size.height())});
 }

@@ -1,7 +1,7 @@
-// The window that drops down from the status item. Built once and kept: it shows its view, stays
-// out of the taskbar and in the accessibility tree, and closes when the user clicks elsewhere,
-// presses Escape or turns to another window. It never grabs the pointer. Around the popover the
-// window may be shadow; only its `body` is to be placed and clicked.
+// The window that drops down from the status item. It is created once and kept. It is not in the
+// taskbar but in the accessibility tree, closes on a click elsewhere, on Escape and when another
+// window becomes active, and never grabs the pointer. The window may include a shadow around the
+// popover's `body`; only the body is placed and takes clicks.
 #pragma once
 
 #include <QWidget>
@@ -21,23 +21,25 @@ class Popover final : public QWidget {
   Q_OBJECT
 
  public:
-  /// `view` is as wide as its size hint and as high as it needs to be at that width; the popover
-  /// takes it over. The others must outlive the popover.
+  /// Takes ownership of `view`, which gets the width of its size hint and the height that it needs
+  /// at that width. The others must outlive the popover.
   Popover(OutsideClicks& outsideClicks, Compositor& compositor, const Clock& clock,
           const Style& style, QWidget* view);
 
-  /// Opens beside the place that was clicked, or, when that is not known, where it was last opened.
-  void showAt(ClickPosition position);
+  /// Opens beside `position`; where it is absent, at the last position, or first at the upper right
+  /// corner of the primary screen.
+  void showAt(std::optional<ClickPosition> position);
 
-  /// Whether a click on the status item is the very one that has just closed the popover, and must
-  /// not open it again: panels tell of a click a moment later. True once for each closing click.
+  /// True when the click on the status item that is being reported has already closed the popover:
+  /// panels report a click a moment later, and it must not open the popover again. Call it once for
+  /// each click; a second call returns false.
   [[nodiscard]] bool takeClosingClick();
 
-  /// The window less its shadow.
+  /// The window without its shadow.
   [[nodiscard]] QRect body() const { return rect().marginsRemoved(shadowMargins_); }
 
  Q_SIGNALS:
-  /// The moment to bring the view up to date: it is measured next.
+  /// Emitted before the view is measured, so that it can be brought up to date.
   void aboutToShow();
 
  protected:
@@ -51,8 +53,8 @@ class Popover final : public QWidget {
 
  private:
   void onButton(OutsideClicks::Button button);
-  void closeForAClick();
-  void followCompositor();
+  void closeForClick();
+  void adaptToCompositor();
   void place();
 
   OutsideClicks& outsideClicks_;

@@ -3,11 +3,11 @@
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLocale>
-#include <utility>
 
-#include "platform/Clock.h"
 #include "texts/Translated.h"
 #include "ui/controls/Accessibility.h"
+#include "ui/controls/Button.h"
+#include "ui/controls/Text.h"
 #include "ui/popover/PopoverContent.h"
 
 namespace tollbeam {
@@ -18,85 +18,95 @@ constexpr double kWidth = 340;
 constexpr double kPadding = 16;
 constexpr double kBetween = 14;
 constexpr double kBetweenBlocks = 16;
+constexpr double kBetweenCycles = 4;
+constexpr double kBetweenDetails = 6;
 constexpr double kChart = 110;
-
-constexpr int kDaysOfFirstChoice = 1;
-constexpr int kDaysOfOthers = 7;
 
 }  // namespace
 
-PopoverView::PopoverView(AppModel& model, const Platform& platform, const Style& style,
-                         std::function<void()> openSettings)
+PopoverView::PopoverView(AppModel& model, const Clock& clock, const Calendar& calendar,
+                         const Style& style, const std::function<void()>& openSettings)
     : model_(model),
-      platform_(platform),
+      clock_(clock),
+      calendar_(calendar),
       style_(style),
       noBattery_(new NoBattery(style, this)),
       header_(new Header(style, this)),
-      cycles_(new CycleBlock(style, this)),
-      details_(new Details(style, this)),
+      cycles_(new QWidget(this)),
+      cycleRow_(new Row(style, cycles_)),
+      cycleBar_(new Bar(style, tr("Cycle count"), kCyclesOfALife, cycles_)),
+      details_(new QWidget(this)),
       range_(new SegmentedPicker(style, tr("History"), {tr("24 hours"), tr("7 days")}, this)),
-      chart_(new HistoryChart(model, platform, style, this)),
-      summary_(new DailySummaryView(model, platform, style, this)),
-      divider_(new Divider(style, this)),
-      note_(new Text(style, Role::caption2, Ink::secondary, this)),
-      settings_(new Button(style, tr("Settings"), this)),
-      quit_(new Button(style, tr("Quit"), this)) {
-  note_->setText(tr("Tollbeam can only remind you. A Mac app cannot stop the charger."));
-  note_->setBreaks(Breaks::afterSentence);
-  layOut();
-
+      chart_(new HistoryChart(model, clock, calendar, style, this)),
+      summary_(new DailySummaryView(model, clock, calendar, style, this)) {
+  layOut(openSettings);
   connect(&header_->banner(), &SnoozeBanner::cancelled, &model_, &AppModel::cancelSnooze);
-  connect(range_, &SegmentedPicker::chosenChanged, chart_, [this](int choice) {
-    chart_->setDays(choice == 0 ? kDaysOfFirstChoice : kDaysOfOthers);
-  });
-  connect(settings_, &QPushButton::clicked, this, std::move(openSettings));
-  connect(quit_, &QPushButton::clicked, qApp, &QCoreApplication::quit);
+  connect(range_, &SegmentedPicker::chosenChanged, chart_,
+          [this](int choice) { chart_->setDays(choice == 0 ? 1 : 7); });
 
-  // The history changes with every refresh, so the minutes on the charger count on with it.
+  // The history version changes with every refresh, so the time on the charger keeps counting.
   for (const auto signal : {&AppModel::stateChanged, &AppModel::pluggedSinceChanged,
                             &AppModel::historyVersionChanged, &AppModel::snoozeUntilChanged}) {
-    connect(&model_, signal, this, &PopoverView::modelChanged);
+    connect(&model_, signal, this, [this] {
+      stale_ = true;
+      if (isVisible()) refresh();
+    });
   }
-  connect(&style_, &Style::changed, this, &PopoverView::restyle);
-  restyle();
   refresh();
 }
 
-void PopoverView::layOut() {
-  column_ = new QVBoxLayout(this);
-  battery_ = new QVBoxLayout;
-  history_ = new QVBoxLayout;
-  upToDivider_ = new QVBoxLayout;
-  column_->addWidget(noBattery_);
-  column_->addLayout(upToDivider_);
-  upToDivider_->addLayout(battery_);
-  upToDivider_->addWidget(divider_);
-  battery_->addWidget(header_);
-  battery_->addWidget(cycles_);
-  battery_->addWidget(details_);
-  battery_->addWidget(range_);
-  battery_->addLayout(history_);
-  history_->addWidget(chart_);
-  history_->addWidget(summary_);
-  column_->addWidget(note_);
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(settings_);
-  buttons->addStretch();
-  buttons->addWidget(quit_);
-  column_->addLayout(buttons);
-}
+void PopoverView::layOut(const std::function<void()>& openSettings) {
+  auto* divider = new Divider(style_, this);
+  auto* note = new Text(style_, Role::caption2, Ink::secondary, this);
+  note->setText(tr("Tollbeam can only remind you. A Mac app cannot stop the charger."));
+  note->setBreaks(Breaks::afterSentence);
+  auto* settings = new Button(style_, tr("Settings"), this);
+  auto* quit = new Button(style_, tr("Quit"), this);
+  connect(settings, &QPushButton::clicked, this, openSettings);
+  connect(quit, &QPushButton::clicked, qApp, &QCoreApplication::quit);
 
-void PopoverView::restyle() {
-  const int padding = style_.px(kPadding);
-  column_->setContentsMargins(padding, padding, padding, padding);
-  column_->setSpacing(style_.px(kBetween));
-  battery_->setSpacing(style_.px(kBetweenBlocks));
-  chart_->setFixedHeight(style_.px(kChart));
-  // The summary's title takes clicks beyond its words, inside the distance to its neighbours.
-  const int reach = style_.px(DailySummaryView::kReach);
-  history_->setSpacing(style_.px(kBetweenBlocks) - reach);
-  upToDivider_->setSpacing(style_.px(kBetween) - reach);
-  updateGeometry();
+  auto* column = new QVBoxLayout(this);
+  auto* upToDivider = new QVBoxLayout;
+  auto* battery = new QVBoxLayout;
+  auto* history = new QVBoxLayout;
+  auto* cycles = new QVBoxLayout(cycles_);
+  auto* details = new QVBoxLayout(details_);
+  for (auto* inner : {cycles, details}) inner->setContentsMargins(0, 0, 0, 0);
+  cycles->addWidget(cycleRow_);
+  cycles->addWidget(cycleBar_);
+  column->addWidget(noBattery_);
+  column->addLayout(upToDivider);
+  upToDivider->addLayout(battery);
+  upToDivider->addWidget(divider);
+  battery->addWidget(header_);
+  battery->addWidget(cycles_);
+  battery->addWidget(details_);
+  battery->addWidget(range_);
+  battery->addLayout(history);
+  history->addWidget(chart_);
+  history->addWidget(summary_);
+  column->addWidget(note);
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(settings);
+  buttons->addStretch();
+  buttons->addWidget(quit);
+  column->addLayout(buttons);
+
+  style_.follow(this, [=, this] {
+    const int padding = style_.px(kPadding);
+    column->setContentsMargins(padding, padding, padding, padding);
+    column->setSpacing(style_.px(kBetween));
+    battery->setSpacing(style_.px(kBetweenBlocks));
+    cycles->setSpacing(style_.px(kBetweenCycles));
+    details->setSpacing(style_.px(kBetweenDetails));
+    for (QWidget* block : {cycles_, details_}) block->updateGeometry();
+    chart_->setFixedHeight(style_.px(kChart));
+    // The clickable edge of the summary's title lies inside the distances to its neighbours.
+    const int reach = style_.px(DailySummaryView::kReach);
+    history->setSpacing(style_.px(kBetweenBlocks) - reach);
+    upToDivider->setSpacing(style_.px(kBetween) - reach);
+    updateGeometry();
+  });
 }
 
 QSize PopoverView::sizeHint() const {
@@ -107,11 +117,6 @@ QSize PopoverView::sizeHint() const {
 void PopoverView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (stale_) refresh();
-}
-
-void PopoverView::modelChanged() {
-  stale_ = true;
-  if (isVisible()) refresh();
 }
 
 void PopoverView::refresh() {
@@ -128,32 +133,38 @@ void PopoverView::refresh() {
     details_->hide();
     setAccessibleNameIfOther(*this, translated(state.stateText()));
   }
-  // At once, so that it can be measured.
+  // At once, so that the view can be measured.
   layout()->invalidate();
   layout()->activate();
 }
 
 void PopoverView::refreshBattery(const BatteryState& state) {
-  const Date now = platform_.clock.now();
+  const QString text = translated(state.stateText());
   header_->ring().setCharge(static_cast<int>(state.percent), ringTint(state));
-  header_->setState(translated(state.stateText()));
-  std::optional<QString> pluggedIn;
-  if (const auto since = model_.pluggedSince()) pluggedIn = pluggedInText(*since, now);
-  header_->setPluggedIn(pluggedIn);
-  std::optional<QString> snooze;
-  if (const auto until = model_.snoozeUntil()) {
-    snooze = snoozeText(*until, platform_.calendar, QLocale());
-  }
-  header_->setSnooze(snooze);
+  const auto since = model_.pluggedSince();
+  const auto until = model_.snoozeUntil();
+  header_->setTexts(text, since ? pluggedInText(*since, clock_.now()) : QString(),
+                    until ? snoozeText(*until, calendar_, QLocale()) : QString());
 
-  if (state.cycleCount) cycles_->setCount(*state.cycleCount);
+  if (state.cycleCount) {
+    cycleRow_->setReading(tr("Cycle count"), cycleText(*state.cycleCount));
+    cycleBar_->setFilled(*state.cycleCount, cycleTint(*state.cycleCount));
+  }
   cycles_->setVisible(state.cycleCount.has_value());
+
   const auto rows = readings(state);
-  details_->setReadings(rows);
+  while (detailRows_.size() < rows.size()) {
+    detailRows_.push_back(new Row(style_, details_));
+    details_->layout()->addWidget(detailRows_.back());
+  }
+  for (std::size_t i = 0; i < detailRows_.size(); ++i) {
+    if (i < rows.size()) detailRows_[i]->setReading(rows[i].label, rows[i].value, rows[i].color);
+    detailRows_[i]->setVisible(i < rows.size());
+  }
   details_->setVisible(!rows.empty());
-  // Where the keyboard begins, a screen reader tells the essence.
-  setAccessibleNameIfOther(*this, header_->ring().accessibleName() + QStringLiteral(". ") +
-                                      translated(state.stateText()));
+  for (QWidget* block : {cycles_, details_}) block->updateGeometry();
+  // A screen reader says it when the popover opens, because the keyboard focus is on the view.
+  setAccessibleNameIfOther(*this, header_->ring().accessibleName() + QStringLiteral(". ") + text);
 }
 
 }  // namespace tollbeam

@@ -1,22 +1,22 @@
-// The popover's content, one column. It only reads the model; what it writes is the snooze that its
-// button ends. Hidden it does nothing when the model publishes: whoever shows it calls `refresh`
-// first, so that it can be measured, and from then on it follows by itself.
+// The popover's content in one column. It reads the model; all it changes is the snooze, which the
+// banner's link ends. While hidden it does not follow the model: call `refresh` before measuring
+// and showing it. From then on it follows by itself.
 #pragma once
 
 #include <QVBoxLayout>
 #include <QWidget>
 #include <functional>
+#include <vector>
 
 #include "model/AppModel.h"
-#include "platform/Platform.h"
+#include "platform/Calendar.h"
+#include "platform/Clock.h"
 #include "ui/chart/HistoryChart.h"
-#include "ui/controls/Button.h"
+#include "ui/controls/Bar.h"
 #include "ui/controls/Divider.h"
+#include "ui/controls/Row.h"
 #include "ui/controls/SegmentedPicker.h"
-#include "ui/controls/Text.h"
 #include "ui/look/Style.h"
-#include "ui/popover/CycleBlock.h"
-#include "ui/popover/Details.h"
 #include "ui/popover/Header.h"
 #include "ui/popover/NoBattery.h"
 #include "ui/summary/DailySummaryView.h"
@@ -28,10 +28,10 @@ class PopoverView final : public QWidget {
 
  public:
   /// All must outlive the view.
-  PopoverView(AppModel& model, const Platform& platform, const Style& style,
-              std::function<void()> openSettings);
+  PopoverView(AppModel& model, const Clock& clock, const Calendar& calendar, const Style& style,
+              const std::function<void()>& openSettings);
 
-  /// Shows what the model says now.
+  /// Shows the model's current values.
   void refresh();
 
   [[nodiscard]] QSize sizeHint() const override;
@@ -40,32 +40,25 @@ class PopoverView final : public QWidget {
   void showEvent(QShowEvent* event) override;
 
  private:
-  void layOut();
-  void restyle();
-  void modelChanged();
+  void layOut(const std::function<void()>& openSettings);
   void refreshBattery(const BatteryState& state);
 
   AppModel& model_;
-  const Platform platform_;
+  const Clock& clock_;
+  const Calendar& calendar_;
   const Style& style_;
   bool stale_ = true;
 
   NoBattery* noBattery_;
   Header* header_;
-  CycleBlock* cycles_;
-  Details* details_;
+  QWidget* cycles_;
+  Row* cycleRow_;
+  Bar* cycleBar_;
+  QWidget* details_;
+  std::vector<Row*> detailRows_;
   SegmentedPicker* range_;
   HistoryChart* chart_;
   DailySummaryView* summary_;
-  Divider* divider_;
-  Text* note_;
-  Button* settings_;
-  Button* quit_;
-
-  QVBoxLayout* column_ = nullptr;
-  QVBoxLayout* upToDivider_ = nullptr;
-  QVBoxLayout* battery_ = nullptr;
-  QVBoxLayout* history_ = nullptr;
 };
 
 }  // namespace tollbeam

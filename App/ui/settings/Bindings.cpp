@@ -17,29 +17,30 @@ void Bindings::show() {
   for (const auto& reader : readers_) reader();
 }
 
-void Bindings::follow(std::function<void()> reader) {
+// Shows the value now and after each change.
+void Bindings::read(std::function<void()> reader) {
   reader();
   readers_.push_back(std::move(reader));
 }
 
-// The store tells of the change only later, and the next click must count from the new value.
+// Does not wait until the store reports the change: the next click must start from the new value.
 void Bindings::write(const char* key, Value value) {
   store_.set(key, std::move(value));
   show();
 }
 
-// Storing reads, writes and synchronises a file: too much for every step of a held stepper.
+// Storing writes and synchronises a file, which is too slow for every step of a held stepper.
 void Bindings::storeSteps() {
   for (const auto& [key, value] : std::exchange(steps_, {})) store_.set(key, value);
 }
 
 void Bindings::bind(Switch* control, const char* key) {
-  follow([this, control, key] { control->setOn(store_.boolForKey(key)); });
+  read([this, control, key] { control->setOn(store_.boolForKey(key)); });
   connect(control, &Switch::toggled, this, [this, key](bool on) { write(key, on); });
 }
 
 void Bindings::bind(Stepper* control, const char* key, Text* label, const QString& text) {
-  follow([this, control, key, label, text] {
+  read([this, control, key, label, text] {
     const auto step = steps_.find(key);
     const std::int64_t value = step == steps_.end() ? store_.integerForKey(key) : step->second;
     control->setValue(value);
@@ -59,7 +60,7 @@ void Bindings::bind(Stepper* control, const char* key, Text* label, const QStrin
 }
 
 void Bindings::bind(SoundPicker* control, const char* key) {
-  follow([this, control, key] {
+  read([this, control, key] {
     control->setSound(QString::fromStdString(store_.stringForKey(key).value_or(kDefaultSound)));
   });
   connect(control, &SoundPicker::picked, this,
@@ -68,7 +69,7 @@ void Bindings::bind(SoundPicker* control, const char* key) {
 
 void Bindings::bind(TimeField* control, MinutesBinding minutes) {
   control->setTodaysClock([minutes](TimeOfDay time) { return minutes.onTodaysClock(time); });
-  follow([control, minutes] { control->setTimeOfDay(minutes.time()); });
+  read([control, minutes] { control->setTimeOfDay(minutes.time()); });
   connect(control, &TimeField::chosen, this, [this, minutes](TimeOfDay time) mutable {
     minutes.setTime(time);
     show();
@@ -76,7 +77,7 @@ void Bindings::bind(TimeField* control, MinutesBinding minutes) {
 }
 
 void Bindings::enable(QWidget* row, const char* key) {
-  follow([this, row, key] { row->setEnabled(store_.boolForKey(key)); });
+  read([this, row, key] { row->setEnabled(store_.boolForKey(key)); });
 }
 
 }  // namespace tollbeam

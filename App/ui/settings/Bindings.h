@@ -1,6 +1,6 @@
-// Ties the form's controls to the preferences: each shows what its key holds, whoever changed it,
-// and the user's action on it is stored at once, the steps of a held stepper when it is let go.
-// Showing never stores.
+// Binds the form's controls to the preferences. Each control always shows the value of its key, and
+// stores the user's choice at once; a stepper that is held stores when it is released. Showing a
+// value never stores it.
 #pragma once
 
 #include <QObject>
@@ -25,30 +25,30 @@ class Bindings final : public QObject {
   Q_OBJECT
 
  public:
-  /// `store` must outlive the bindings, and the bound controls must not outlive them.
+  /// `store` must outlive the bindings, and these the bound controls.
   explicit Bindings(UserDefaults& store);
-  /// Stores what a stepper that is still held has come to.
+  /// Stores the value of a stepper that is still held.
   ~Bindings() override;
 
   void bind(Switch* control, const char* key);
-  /// `label` says `text` with the number in the place of %1, and so does the stepper's name.
+  /// Both `label` and the stepper's accessible name are `text` with the number in place of %1.
   void bind(Stepper* control, const char* key, Text* label, const QString& text);
   void bind(SoundPicker* control, const char* key);
   void bind(TimeField* control, MinutesBinding minutes);
-  /// The row can be used while the key is true.
+  /// Enables the row while the key is true.
   void enable(QWidget* row, const char* key);
 
-  /// Shows what the store holds now.
+  /// Shows the stored values.
   void show();
 
  private:
-  void follow(std::function<void()> reader);
+  void read(std::function<void()> reader);
   void write(const char* key, Value value);
   void storeSteps();
 
   UserDefaults& store_;
   std::vector<std::function<void()>> readers_;
-  /// By key, the numbers that steppers show already and the store does not hold yet.
+  /// By key, numbers that steppers show and that are not stored yet.
   std::map<std::string, std::int64_t> steps_;
   Subscription changes_;
 };

@@ -16,24 +16,19 @@ constexpr int kHeaderInset = 14;
 
 Form::Form(const Style& style) : style_(style), column_(new QVBoxLayout(this)) {
   column_->setSpacing(0);
-  connect(&style_, &Style::changed, this, &Form::restyle);
-  restyle();
-}
-
-void Form::restyle() {
-  const int padding = style_.px(kPadding);
-  column_->setContentsMargins(padding, padding, padding, padding);
-  for (const auto& [gap, measure] : gaps_) gap->changeSize(0, style_.px(measure));
-  for (QWidget* header : headers_) {
-    header->layout()->setContentsMargins(style_.px(kHeaderInset), 0, style_.px(kHeaderInset), 0);
-  }
-  column_->invalidate();
+  style_.follow(this, [this] {
+    const int padding = style_.px(kPadding);
+    column_->setContentsMargins(padding, padding, padding, padding);
+  });
 }
 
 void Form::addGap(int measure) {
-  auto* gap = new QSpacerItem(0, style_.px(measure), QSizePolicy::Minimum, QSizePolicy::Fixed);
+  auto* gap = new QSpacerItem(0, 0);
   column_->addItem(gap);
-  gaps_.emplace_back(gap, measure);
+  style_.follow(this, [this, gap, measure] {
+    gap->changeSize(0, style_.px(measure), QSizePolicy::Minimum, QSizePolicy::Fixed);
+    column_->invalidate();
+  });
 }
 
 void Form::addHeader(const QString& text) {
@@ -42,12 +37,12 @@ void Form::addHeader(const QString& text) {
   setAccessibleRole(*header, QAccessible::Heading);
   header->setText(text);
   header->setAccessibleName(text);
-  auto* inset = new QWidget;
-  auto* line = new QHBoxLayout(inset);
-  line->setContentsMargins(style_.px(kHeaderInset), 0, style_.px(kHeaderInset), 0);
-  line->addWidget(header);
-  headers_.push_back(inset);
-  column_->addWidget(inset);
+  auto* inset = new QHBoxLayout;
+  inset->addWidget(header);
+  column_->addLayout(inset);
+  style_.follow(this, [this, inset] {
+    inset->setContentsMargins(style_.px(kHeaderInset), 0, style_.px(kHeaderInset), 0);
+  });
   addGap(kBelowHeader);
   afterHeader_ = true;
 }
@@ -60,13 +55,18 @@ Card* Form::addCard(const QString& name) {
   return card;
 }
 
-void Form::finish() { column_->addStretch(1); }
-
 FormRow* Form::row(const QString& label, QWidget* control, Role role) const {
   auto* text = new Text(style_, role, Ink::primary);
   text->setText(label);
   auto* row = new FormRow(style_);
   row->put(text, control);
+  return row;
+}
+
+FormRow* Form::addNote(Card* card, Text* text, FormRow::Measures measures) const {
+  auto* row = new FormRow(style_, measures);
+  row->fill(text);
+  card->add(row);
   return row;
 }
 

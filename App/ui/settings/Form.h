@@ -1,11 +1,8 @@
-// The page of the settings: headers and cards below each other, at the look's distances.
+// The page of the settings: headers and cards below each other.
 #pragma once
 
-#include <QSpacerItem>
 #include <QVBoxLayout>
 #include <QWidget>
-#include <utility>
-#include <vector>
 
 #include "ui/controls/Card.h"
 #include "ui/look/Style.h"
@@ -16,29 +13,30 @@ class Form final : public QWidget {
   Q_OBJECT
 
  public:
+  /// `style` must outlive the form.
   explicit Form(const Style& style);
 
-  /// A section's name, over the card that is added next.
+  /// The heading of the card that is added next, and of those after it.
   void addHeader(const QString& text);
-  /// `name` is what a screen reader calls the group.
+  /// `name` is the group's name for screen readers.
   Card* addCard(const QString& name);
 
-  /// A row with a label in the given weight and a control.
+  /// A row, in no card yet, with a label and a control.
   FormRow* row(const QString& label, QWidget* control, Role role = Role::body) const;
+  /// Adds a row that explains something, in small print over its whole width.
+  FormRow* addNote(Card* card, Text* text,
+                   FormRow::Measures measures = {.least = 0, .vertical = 12, .below = 12}) const;
 
-  /// After the last card: what is left of a high window stays empty.
-  void finish();
+  /// Call it after the last card: the rest of a high window stays empty.
+  void finish() { column_->addStretch(1); }
 
   [[nodiscard]] const Style& style() const { return style_; }
 
  private:
-  void restyle();
   void addGap(int measure);
 
   const Style& style_;
   QVBoxLayout* column_;
-  std::vector<std::pair<QSpacerItem*, int>> gaps_;
-  std::vector<QWidget*> headers_;
   bool afterHeader_ = false;
 };
 

@@ -3,7 +3,6 @@
 #include <QAccessible>
 #include <QPointer>
 
-#include "platform/Dialogs.h"
 #include "texts/Translated.h"
 #include "ui/controls/Button.h"
 
@@ -12,8 +11,7 @@ namespace tollbeam {
 namespace {
 
 constexpr FormRow::Measures kButtonRow{.least = 44};
-constexpr FormRow::Measures kNote{.least = 0, .vertical = 12, .below = 12};
-// The error belongs to the switch above it: nearer to it, and without a line between.
+// The error is closer to its switch than other rows, without a line between them.
 constexpr FormRow::Measures kAboveError{.least = 36, .below = 2};
 constexpr FormRow::Measures kError{.least = 0, .vertical = 0, .below = 12};
 
@@ -21,21 +19,26 @@ constexpr std::size_t kReset = 0;
 
 }  // namespace
 
-GeneralSection::GeneralSection(Form& form, AppModel& model, const Platform& platform)
+GeneralSection::GeneralSection(Form& form, AppModel& model, LoginItem& loginItem, Dialogs& dialogs)
     : QObject(&form),
       model_(model),
-      loginItem_(platform.loginItem),
-      dialogs_(platform.dialogs),
+      loginItem_(loginItem),
+      dialogs_(dialogs),
       launchAtLogin_(new Switch(form.style())),
+      launchRow_(form.row(tr("Launch at Login"), launchAtLogin_)),
       loginError_(new Text(form.style(), Role::caption, Ink::red)) {
-  const Style& style = form.style();
   form.addHeader(tr("General"));
   Card* card = form.addCard(tr("General"));
-  addLaunchAtLogin(form, *card);
+  card->add(launchRow_);
+  errorRow_ = form.addNote(card, loginError_, kError);
+  errorRow_->setHairline(false);
+  errorRow_->hide();
+  connect(launchAtLogin_, &Switch::toggled, this, &GeneralSection::setLaunchAtLogin);
+  readLaunchAtLogin();
 
   const auto addButton = [&](const QString& text) {
-    auto* button = new Button(style, text);
-    auto* row = new FormRow(style, kButtonRow);
+    auto* button = new Button(form.style(), text);
+    auto* row = new FormRow(form.style(), kButtonRow);
     row->put(button);
     card->add(row);
     return button;
@@ -45,26 +48,12 @@ GeneralSection::GeneralSection(Form& form, AppModel& model, const Platform& plat
   connect(addButton(tr("Reset History…")), &Button::clicked, this, &GeneralSection::askToReset);
 
   if (!model_.notifier().available()) {
-    auto* note = new Text(style, Role::caption, Ink::orange);
+    auto* note = new Text(form.style(), Role::caption, Ink::orange);
     note->setText(
         tr("Notifications need Tollbeam to run as an app bundle (see make_app.sh). Run "
            "from the command line, alerts cannot be delivered."));
-    auto* row = new FormRow(style, kNote);
-    row->fill(note);
-    card->add(row);
+    form.addNote(card, note);
   }
-}
-
-void GeneralSection::addLaunchAtLogin(Form& form, Card& card) {
-  launchRow_ = form.row(tr("Launch at Login"), launchAtLogin_);
-  card.add(launchRow_);
-  errorRow_ = new FormRow(form.style(), kError);
-  errorRow_->setHairline(false);
-  errorRow_->fill(loginError_);
-  errorRow_->hide();
-  card.add(errorRow_);
-  connect(launchAtLogin_, &Switch::toggled, this, &GeneralSection::setLaunchAtLogin);
-  readLaunchAtLogin();
 }
 
 void GeneralSection::setLaunchAtLogin(bool on) {

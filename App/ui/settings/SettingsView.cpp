@@ -3,25 +3,29 @@
 #include <QVBoxLayout>
 
 #include "ui/controls/ScrollPage.h"
-#include "ui/settings/AlertsSection.h"
 
 namespace tollbeam {
 
-namespace {
+/// A card: the switch of an alert, the number at which it is due, and its sound.
+struct SettingsView::Alert {
+  QString title;
+  const char* enabledKey;
+  /// With the number in place of %1. Empty: the alert has no number.
+  QString number;
+  const char* numberKey;
+  Range range;
+  /// Null: the alert is not repeated.
+  const char* repeatKey;
+  const char* soundKey;
+};
 
-constexpr FormRow::Measures kNote{.least = 0, .vertical = 12, .below = 12};
-
-}  // namespace
-
-SettingsView::SettingsView(AppModel& model, const Platform& platform, const Style& style)
-    : bindings_(platform.userDefaults) {
+SettingsView::SettingsView(AppModel& model, const Ports& ports, const Style& style)
+    : bindings_(ports.userDefaults) {
   auto* form = new Form(style);
-  addAlerts(*form, bindings_, platform.systemSounds, [&notifier = model.notifier()] {
-    if (notifier.available()) notifier.requestIfNeeded();
-  });
-  addQuietHours(*form, platform);
+  addAlerts(*form, ports.systemSounds, model.notifier());
+  addQuietHours(*form, ports);
   addMenuBar(*form);
-  general_ = new GeneralSection(*form, model, platform);
+  general_ = new GeneralSection(*form, model, ports.loginItem, ports.dialogs);
   addChargingNote(*form);
   form->finish();
 
@@ -34,19 +38,97 @@ SettingsView::SettingsView(AppModel& model, const Platform& platform, const Styl
   page_ = scroll;
 }
 
-void SettingsView::addQuietHours(Form& form, const Platform& platform) {
+Switch* SettingsView::addSwitch(Form& form, Card* card, const QString& label, const char* key,
+                                Role role) {
+  auto* control = new Switch(form.style());
+  card->add(form.row(label, control, role));
+  bindings_.bind(control, key);
+  return control;
+}
+
+void SettingsView::addAlerts(Form& form, SystemSounds& sounds, Notifier& notifier) {
+  form.addHeader(tr("Alerts"));
+  for (const Alert& alert : {
+           Alert{tr("Charge limit"),
+                 "limitEnabled",
+                 tr("Alert when charging reaches %1%"),
+                 "limit",
+                 {50, 100},
+                 "repeatReminder",
+                 "limitSound"},
+           Alert{tr("Low battery"),
+                 "lowEnabled",
+                 tr("Alert on battery at %1% or less"),
+                 "low",
+                 {5, 50},
+                 nullptr,
+                 "lowSound"},
+           Alert{tr("Suggest Low Power Mode"),
+                 "lowPowerEnabled",
+                 tr("When on battery below %1%"),
+                 "lowPowerAt",
+                 {10, 60},
+                 nullptr,
+                 "lowPowerSound"},
+           Alert{tr("Plugged in too long"),
+                 "longEnabled",
+                 tr("Alert after %1 h plugged in above the charge limit"),
+                 "longHours",
+                 {1, 48},
+                 nullptr,
+                 "longSound"},
+           Alert{tr("Battery health below 80% (once)"),
+                 "healthEnabled",
+                 {},
+                 nullptr,
+                 {},
+                 nullptr,
+                 "healthSound"},
+       }) {
+    addAlert(form, alert, sounds, notifier);
+  }
+}
+
+void SettingsView::addAlert(Form& form, const Alert& alert, SystemSounds& sounds,
+                            Notifier& notifier) {
+  const Style& style = form.style();
+  Card* card = form.addCard(alert.title);
+  const auto addDependent = [&](FormRow* row) {
+    card->add(row);
+    bindings_.enable(row, alert.enabledKey);
+  };
+  const auto* enabled = addSwitch(form, card, alert.title, alert.enabledKey, Role::bodyMedium);
+  connect(enabled, &Switch::toggled, this, [&notifier](bool on) {
+    if (on && notifier.available()) notifier.requestIfNeeded();
+  });
+  if (!alert.number.isEmpty()) {
+    auto* stepper = new Stepper(style, alert.range);
+    auto* label = new Text(style, Role::body, Ink::primary);
+    auto* row = new FormRow(style);
+    row->put(label, stepper);
+    addDependent(row);
+    bindings_.bind(stepper, alert.numberKey, label, alert.number);
+  }
+  if (alert.repeatKey) {
+    auto* repeat = new Switch(style);
+    addDependent(form.row(tr("Repeat every 5 minutes, up to 3 times"), repeat));
+    bindings_.bind(repeat, alert.repeatKey);
+  }
+  auto* sound = new SoundPicker(style, sounds, alert.title);
+  addDependent(sound);
+  bindings_.bind(sound, alert.soundKey);
+}
+
+void SettingsView::addQuietHours(Form& form, const Ports& ports) {
   constexpr const char* kEnabled = "quietEnabled";
   form.addHeader(tr("Quiet hours"));
   Card* card = form.addCard(tr("Quiet hours"));
-  auto* enabled = new Switch(form.style());
-  card->add(form.row(tr("Hold alerts during quiet hours"), enabled));
-  bindings_.bind(enabled, kEnabled);
+  addSwitch(form, card, tr("Hold alerts during quiet hours"), kEnabled);
   const auto addTime = [&](const QString& label, const char* key) {
     auto* field = new TimeField(form.style());
     FormRow* row = form.row(label, field);
     card->add(row);
-    bindings_.bind(field,
-                   MinutesBinding(platform.userDefaults, key, platform.calendar, platform.clock));
+    bindings_.bind(field, MinutesBinding(ports.userDefaults, key, ports.calendar, ports.clock));
     bindings_.enable(row, kEnabled);
   };
   addTime(tr("From"), "quietStart");
@@ -56,13 +138,8 @@ void SettingsView::addQuietHours(Form& form, const Platform& platform) {
 void SettingsView::addMenuBar(Form& form) {
   form.addHeader(tr("Menu bar"));
   Card* card = form.addCard(tr("Menu bar"));
-  const auto addSwitch = [&](const QString& label, const char* key) {
-    auto* control = new Switch(form.style());
-    card->add(form.row(label, control));
-    bindings_.bind(control, key);
-  };
-  addSwitch(tr("Show percentage in the menu bar"), "showPercent");
-  addSwitch(tr("Show time remaining"), "showTime");
+  addSwitch(form, card, tr("Show percentage in the menu bar"), "showPercent");
+  addSwitch(form, card, tr("Show time remaining"), "showTime");
 }
 
 void SettingsView::addChargingNote(Form& form) {
@@ -70,17 +147,15 @@ void SettingsView::addChargingNote(Form& form) {
   note->setText(
       tr("macOS may also hold charging at 80% itself (Optimized Battery Charging, System Settings, "
          "Battery). Tollbeam can only remind you; it cannot control charging."));
-  auto* row = new FormRow(form.style(), kNote);
-  row->fill(note);
-  form.addCard(QString())->add(row);
+  form.addNote(form.addCard(QString()), note);
 }
 
-// What depends on the time of day, and what the desktop may have changed, is as of now.
 void SettingsView::showEvent(QShowEvent* event) {
+  // The time zone and the desktop's settings may have changed while the window was closed.
   bindings_.show();
   general_->readLaunchAtLogin();
-  // The keyboard begins before the first control, where it scrolls. Where the desktop only brings
-  // the window back, it stays where the user had it.
+  // Puts the keyboard focus on the page, where keys scroll, before the first control. When the
+  // desktop shows the window again, the focus stays where the user left it.
   if (!event->spontaneous()) page_->setFocus(Qt::OtherFocusReason);
   QWidget::showEvent(event);
 }

@@ -8,7 +8,7 @@
 #include "ui/popover/PopoverView.h"
 #include "ui/settings/SettingsView.h"
 #include "ui/settings/SettingsWindow.h"
-#include "ui/shell/StatusItemContent.h"
+#include "ui/shell/BatteryStatus.h"
 
 namespace tollbeam {
 
@@ -28,39 +28,30 @@ AppDelegate::AppDelegate(const Platform& platform, StatusBar& statusBar,
               .notificationCenter = platform.notificationCenter,
               .dialogs = platform.dialogs}),
       style_(platform.appearance) {
-  auto* view = new PopoverView(model_, platform, style_, [self = QPointer<AppDelegate>(this)] {
-    if (self) self->openSettings();
-  });
+  auto* view = new PopoverView(model_, platform.clock, platform.calendar, style_,
+                               [this] { openSettings(); });
   popover_ =
       std::make_unique<Popover>(outsideClicks, platform.compositor, platform.clock, style_, view);
   connect(popover_.get(), &Popover::aboutToShow, view, &PopoverView::refresh);
 }
 
-AppDelegate::~AppDelegate() = default;
-
 void AppDelegate::applicationDidFinishLaunching() {
-  // No window of ours is the program: it stays when they close.
+  // The program runs on when its last window is closed.
   QGuiApplication::setQuitOnLastWindowClosed(false);
   platform_.userDefaults.registerDefaults(Prefs::defaults());
-  const QPointer<AppDelegate> self(this);
-  statusItem_ = statusBar_.createStatusItem({.activate =
-                                                 [self](ClickPosition position) {
-                                                   if (self) self->togglePopover(position);
-                                                 },
-                                             .openSettings =
-                                                 [self] {
-                                                   if (self) self->openSettings();
-                                                 },
-                                             .quit = [] { QCoreApplication::quit(); }});
+  statusItem_ = statusBar_.createStatusItem(
+      {.activate = [this](const auto& position) { togglePopover(position); },
+       .openSettings = [this] { openSettings(); },
+       .quit = [] { QCoreApplication::quit(); }});
   connect(&model_, &AppModel::stateChanged, this, &AppDelegate::redrawSoon);
-  bag_.push_back(platform_.userDefaults.onChange([this] { redrawSoon(); }));
+  preferences_ = platform_.userDefaults.onChange([this] { redrawSoon(); });
   model_.start();
   updateStatusItem();
 }
 
 void AppDelegate::applicationWillTerminate() { model_.history().save(platform_.clock.now()); }
 
-void AppDelegate::togglePopover(ClickPosition position) {
+void AppDelegate::togglePopover(std::optional<ClickPosition> position) {
   if (!statusItem_) return;
   if (popover_->isVisible()) {
     popover_->close();
@@ -69,7 +60,7 @@ void AppDelegate::togglePopover(ClickPosition position) {
   }
 }
 
-void AppDelegate::showPopover(ClickPosition position) {
+void AppDelegate::showPopover(std::optional<ClickPosition> position) {
   if (popover_->isVisible()) {
     popover_->raise();
     popover_->activateWindow();
@@ -81,16 +72,23 @@ void AppDelegate::showPopover(ClickPosition position) {
 
 void AppDelegate::openSettings() {
   popover_->close();
-  if (!settingsWindow_)
-    settingsWindow_ =
-        std::make_unique<SettingsWindow>(style_, new SettingsView(model_, platform_, style_));
+  if (!settingsWindow_) {
+    auto* view = new SettingsView(model_,
+                                  {.userDefaults = platform_.userDefaults,
+                                   .systemSounds = platform_.systemSounds,
+                                   .loginItem = platform_.loginItem,
+                                   .dialogs = platform_.dialogs,
+                                   .calendar = platform_.calendar,
+                                   .clock = platform_.clock},
+                                  style_);
+    settingsWindow_ = std::make_unique<SettingsWindow>(style_, view);
+  }
   settingsWindow_->bringToFront();
 }
 
 void AppDelegate::updateStatusItem() {
   if (!statusItem_) return;
-  statusItem_->setContent(
-      statusItemContent(model_.state(), Prefs::current(platform_.userDefaults)));
+  statusItem_->setContent(batteryStatus(model_.state(), Prefs::current(platform_.userDefaults)));
 }
 
 void AppDelegate::redrawSoon() {

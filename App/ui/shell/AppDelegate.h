@@ -1,10 +1,10 @@
-// The shell: owns the one model and Tollbeam's whole presence on the screen (status item, popover,
-// settings window), starts the model at launch and saves the history when the program ends.
+// Owns the model and everything that the program shows: status item, popover and settings window.
+// Starts the model at launch and saves the history when the program ends.
 #pragma once
 
 #include <QObject>
 #include <memory>
-#include <vector>
+#include <optional>
 
 #include "model/AppModel.h"
 #include "platform/OutsideClicks.h"
@@ -21,22 +21,22 @@ class AppDelegate final : public QObject {
   Q_OBJECT
 
  public:
+  /// All must outlive the delegate, the ports of `platform` too.
   AppDelegate(const Platform& platform, StatusBar& statusBar, OutsideClicks& outsideClicks);
-  ~AppDelegate() override;
 
-  /// The launch sequence; once, with the event loop about to run.
+  /// The launch sequence. Call it once, before the event loop runs.
   void applicationDidFinishLaunching();
 
   /// Saves the history.
   void applicationWillTerminate();
 
-  /// Opens the popover on fresh data, or closes it.
-  void togglePopover(ClickPosition position = {});
+  /// Closes the popover, or refreshes the model and opens it.
+  void togglePopover(std::optional<ClickPosition> position = {});
 
-  /// Opens the popover unless it is open; a second start of the program asks for this.
-  void showPopover(ClickPosition position = {});
+  /// Opens the popover, or brings it to the front. A second start of the program calls this.
+  void showPopover(std::optional<ClickPosition> position = {});
 
-  /// Closes the popover and brings the one settings window to the front.
+  /// Closes the popover and brings the settings window to the front.
   void openSettings();
 
   /// Redraws the status item from the model and the preferences.
@@ -44,7 +44,7 @@ class AppDelegate final : public QObject {
 
   [[nodiscard]] AppModel& model() { return model_; }
   [[nodiscard]] Popover& popover() { return *popover_; }
-  /// Null until the settings were first opened.
+  /// Null until the settings are first opened.
   [[nodiscard]] QWidget* settingsWindow() { return settingsWindow_.get(); }
 
  private:
@@ -57,7 +57,7 @@ class AppDelegate final : public QObject {
   std::unique_ptr<StatusItem> statusItem_;
   std::unique_ptr<Popover> popover_;
   std::unique_ptr<SettingsWindow> settingsWindow_;
-  std::vector<Subscription> bag_;
+  Subscription preferences_;
 };
 
 }  // namespace tollbeam

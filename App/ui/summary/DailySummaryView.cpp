@@ -4,8 +4,6 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "platform/Clock.h"
-
 namespace tollbeam {
 
 namespace {
@@ -15,20 +13,26 @@ constexpr int kAboveTable = 6;
 
 }  // namespace
 
-DailySummaryView::DailySummaryView(AppModel& model, const Platform& platform, const Style& style,
-                                   QWidget* parent)
+DailySummaryView::DailySummaryView(AppModel& model, const Clock& clock, const Calendar& calendar,
+                                   const Style& style, QWidget* parent)
     : QWidget(parent),
       model_(model),
-      platform_(platform),
+      clock_(clock),
+      calendar_(calendar),
       style_(style),
       title_(new Disclosure(style, tr("Daily summary"), this)) {
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(title_);
-  connect(title_, &Disclosure::toggled, this, &DailySummaryView::onToggled);
+  connect(title_, &Disclosure::toggled, this, [this, column](bool open) {
+    if (open && !table_) {
+      table_ = new SummaryTable(style_, this);
+      column->addWidget(table_);
+    }
+    table_->setVisible(open);
+    restyle();
+  });
   connect(&model_, &AppModel::historyVersionChanged, this, &DailySummaryView::refresh);
-  connect(&style_, &Style::changed, this, &DailySummaryView::restyle);
-  restyle();
+  style_.follow(this, [this] { restyle(); });
 }
 
 void DailySummaryView::restyle() {
@@ -41,23 +45,11 @@ void DailySummaryView::restyle() {
   settle();
 }
 
-void DailySummaryView::onToggled(bool open) {
-  if (open && !table_) {
-    table_ = new SummaryTable(style_, this);
-    layout()->addWidget(table_);
-  }
-  table_->setVisible(open);
-  restyle();
-}
-
 void DailySummaryView::refresh() {
   if (!isVisible() || !title_->isChecked()) return;
   std::vector<SummaryText> days;
-  const QLocale locale;
-  const Calendar& calendar = platform_.calendar;
-  for (const DaySummary& day :
-       model_.history().dailySummaries(kDays, platform_.clock.now(), calendar)) {
-    days.push_back(summaryText(day, calendar, locale));
+  for (const DaySummary& day : model_.history().dailySummaries(kDays, clock_.now(), calendar_)) {
+    days.push_back(summaryText(day, calendar_, QLocale()));
   }
   if (days == table_->days()) return;
   table_->setDays(std::move(days));
@@ -74,8 +66,8 @@ void DailySummaryView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::LocaleChange) refresh();
 }
 
-// The new height reaches the window at once: a step a turn of the event loop would be seen as a
-// flicker, and the window would be mapped at the height that it last had.
+// Lays out everything up to the window at once. Left to the event loop, each level would take a
+// turn of it, which flickers, and a window that is being shown would appear at its old height.
 void DailySummaryView::settle() {
   for (QWidget* widget = this; widget; widget = widget->parentWidget()) {
     if (widget->layout()) widget->layout()->activate();

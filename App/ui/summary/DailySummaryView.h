@@ -1,13 +1,13 @@
-// The last seven days as a small table under a title that opens and closes it. The title takes the
-// pointer 4 pixels (`kReach`) beyond its text: those are part of this view, above and below it, so
-// whoever lays it out takes them off the distance to its neighbours. It computes only while it is
-// open and visible.
+// The last seven days as a small table under a title that opens and closes it. The title can be
+// clicked up to `kReach` pixels above and below its text. These pixels belong to the view: subtract
+// them from the distance to its neighbours. The days are computed only while the table is visible.
 #pragma once
 
 #include <QWidget>
 
 #include "model/AppModel.h"
-#include "platform/Platform.h"
+#include "platform/Calendar.h"
+#include "platform/Clock.h"
 #include "ui/controls/Disclosure.h"
 #include "ui/look/Style.h"
 #include "ui/summary/SummaryTable.h"
@@ -18,15 +18,14 @@ class DailySummaryView final : public QWidget {
   Q_OBJECT
 
  public:
-  /// At scale 1; both sides, open or closed.
+  /// At scale 1, above and below, open or closed.
   static constexpr int kReach = Disclosure::kReach;
 
-  /// All must outlive the view, the ports of `platform` too. It starts closed and stays as the user
-  /// leaves it.
-  DailySummaryView(AppModel& model, const Platform& platform, const Style& style,
-                   QWidget* parent = nullptr);
+  /// All must outlive the view. It starts closed and stays as the user leaves it.
+  DailySummaryView(AppModel& model, const Clock& clock, const Calendar& calendar,
+                   const Style& style, QWidget* parent = nullptr);
 
-  /// What a keyboard or a test works; checked is open.
+  /// Checked while the table is open.
   [[nodiscard]] QAbstractButton& title() const { return *title_; }
 
  protected:
@@ -36,11 +35,11 @@ class DailySummaryView final : public QWidget {
  private:
   void restyle();
   void refresh();
-  void onToggled(bool open);
   void settle();
 
   AppModel& model_;
-  const Platform platform_;
+  const Clock& clock_;
+  const Calendar& calendar_;
   const Style& style_;
   Disclosure* title_;
   SummaryTable* table_ = nullptr;

@@ -19,7 +19,7 @@ constexpr int kRange = 68;
 constexpr int kCharging = 62;
 constexpr int kGap = 8;
 constexpr int kRowHeight = 18;
-// How far a duration may run into the gap before its column.
+// How far a duration may extend into the gap before its column.
 constexpr int kIntoGap = 2;
 
 int widthOf(const QString& text, const QFont& font) {
@@ -34,11 +34,9 @@ SummaryRow::SummaryRow(const Style& style, Ink ink, QWidget* parent)
 void SummaryRow::setContent(const SummaryText& text, const SummaryColumns& columns) {
   setFont(style_.font(Role::caption));
   setAccessibleNameIfOther(*this, text.spoken);
-  const bool moved = columns != columns_;
-  if (!moved && text == content_) return;
-  content_ = text;
+  if (columns != columns_) updateGeometry();
   columns_ = columns;
-  if (moved) updateGeometry();
+  content_ = text;
   update();
 }
 
@@ -72,10 +70,10 @@ SummaryTable::SummaryTable(const Style& style, QWidget* parent)
     : QWidget(parent),
       style_(style),
       column_(new QVBoxLayout(this)),
-      heads_(new SummaryRow(style, Ink::secondary, this)) {
+      headings_(new SummaryRow(style, Ink::secondary, this)) {
   column_->setContentsMargins(0, 0, 0, 0);
   column_->setSpacing(0);
-  column_->addWidget(heads_);
+  column_->addWidget(headings_);
   restyle();
 }
 
@@ -86,19 +84,18 @@ void SummaryTable::setDays(std::vector<SummaryText> days) {
 
 void SummaryTable::restyle() {
   const QFont font = style_.font(Role::caption);
-  const SummaryText heads = summaryHeads();
-  SummaryColumns columns{.average = std::max(style_.px(kAverage), widthOf(heads.average, font)),
-                         .range = std::max(style_.px(kRange), widthOf(heads.range, font)),
-                         .charging = std::max(style_.px(kCharging), widthOf(heads.charging, font)),
-                         .gap = style_.px(kGap)};
+  const SummaryText headings = summaryHeadings();
+  columns_ = {.average = std::max(style_.px(kAverage), widthOf(headings.average, font)),
+              .range = std::max(style_.px(kRange), widthOf(headings.range, font)),
+              .charging = std::max(style_.px(kCharging), widthOf(headings.charging, font)),
+              .gap = style_.px(kGap)};
   for (const SummaryText& day : days_) {
-    columns.average = std::max(columns.average, widthOf(day.average, font));
-    columns.range = std::max(columns.range, widthOf(day.range, font));
-    columns.charging =
-        std::max(columns.charging, widthOf(day.charging, font) - style_.px(kIntoGap));
+    columns_.average = std::max(columns_.average, widthOf(day.average, font));
+    columns_.range = std::max(columns_.range, widthOf(day.range, font));
+    columns_.charging =
+        std::max(columns_.charging, widthOf(day.charging, font) - style_.px(kIntoGap));
   }
-  columns_ = columns;
-  heads_->setContent(heads, columns_);
+  headings_->setContent(headings, columns_);
   while (rows_.size() > days_.size()) {
     delete rows_.back();
     rows_.pop_back();
@@ -106,7 +103,7 @@ void SummaryTable::restyle() {
   while (rows_.size() < days_.size()) {
     rows_.push_back(new SummaryRow(style_, Ink::primary, this));
     column_->addWidget(rows_.back());
-    // Now, not in the event loop's next turn, so that the new height is known at once.
+    // Shown at once rather than by the event loop, so that it counts for the table's height.
     rows_.back()->show();
   }
   for (std::size_t i = 0; i < days_.size(); ++i) rows_[i]->setContent(days_[i], columns_);

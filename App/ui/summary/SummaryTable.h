@@ -1,5 +1,6 @@
-// The daily summary's table: a row a day below the heads. A row is one piece for whoever hears it;
-// the columns grow where a language or a font needs it, so that nothing is cut off.
+// The table of the daily summary: a row of headings and a row for each day. Columns grow with the
+// language and the font, so that nothing is cut off. A screen reader reads each row as one
+// sentence.
 #pragma once
 
 #include <QLabel>
@@ -11,7 +12,7 @@
 
 namespace tollbeam {
 
-/// In logical pixels. The day takes what they leave.
+/// Widths in logical pixels; the day's column takes the rest of the row.
 struct SummaryColumns {
   int average = 0;
   int range = 0;
@@ -51,7 +52,7 @@ class SummaryTable final : public QWidget {
   explicit SummaryTable(const Style& style, QWidget* parent = nullptr);
 
   void setDays(std::vector<SummaryText> days);
-  /// Whoever owns the table tells it when the style has changed, to lay itself out after it.
+  /// The owner calls it after a change of the style, before it lays itself out.
   void restyle();
   [[nodiscard]] const std::vector<SummaryText>& days() const { return days_; }
   [[nodiscard]] const SummaryColumns& columns() const { return columns_; }
@@ -61,7 +62,7 @@ class SummaryTable final : public QWidget {
   std::vector<SummaryText> days_;
   SummaryColumns columns_;
   QVBoxLayout* column_;
-  SummaryRow* heads_;
+  SummaryRow* headings_;
   std::vector<SummaryRow*> rows_;
 };
 

@@ -10,6 +10,7 @@ namespace tollbeam {
 
 namespace {
 
+// The texts are translated with those of the view.
 class Words {
   Q_DECLARE_TR_FUNCTIONS(tollbeam::DailySummaryView)
 };
@@ -33,12 +34,9 @@ SummaryText summaryText(const DaySummary& summary, const Calendar& calendar,
   return text;
 }
 
-SummaryText summaryHeads() {
-  SummaryText text{.day = Words::tr("Day"),
-                   .average = Words::tr("Avg"),
-                   .range = Words::tr("Range"),
-                   .charging = Words::tr("Charging"),
-                   .spoken = {}};
+SummaryText summaryHeadings() {
+  SummaryText text{
+      Words::tr("Day"), Words::tr("Avg"), Words::tr("Range"), Words::tr("Charging"), {}};
   text.spoken =
       QStringList{text.day, text.average, text.range, text.charging}.join(QStringLiteral(", "));
   return text;

@@ -1,4 +1,4 @@
-// What one day of the daily summary says in its columns.
+// The texts of one day in the columns of the daily summary.
 #pragma once
 
 #include <QLocale>
@@ -13,9 +13,7 @@ struct SummaryText {
   QString average;   ///< "61%"
   QString range;     ///< "40–80%"
   QString charging;  ///< "1 h 48 min", or a dash for none
-
-  /// All of it in one sentence, for those who hear it.
-  QString spoken;
+  QString spoken;    ///< the whole row in one sentence, for screen readers
 
   bool operator==(const SummaryText&) const = default;
 };
@@ -23,7 +21,7 @@ struct SummaryText {
 [[nodiscard]] SummaryText summaryText(const DaySummary& summary, const Calendar& calendar,
                                       const QLocale& locale);
 
-/// The columns' heads.
-[[nodiscard]] SummaryText summaryHeads();
+/// The headings of the columns.
+[[nodiscard]] SummaryText summaryHeadings();
 
 }  // namespace tollbeam

@@ -43,13 +43,13 @@ class HistoryChartTest : public testing::Test {
  protected:
   ~HistoryChartTest() override { QLocale::setDefault(QLocale::c()); }
 
-  /// Hours before now.
+  /// Times are in hours relative to now.
   void history(const Stretches& stretches) {
     test::store(test::samplesAlong(stretches, kNow), platform.fileManager);
   }
   HistoryChart& made() {
     model.emplace(test::modelPorts(platform));
-    return chart.emplace(*model, platform.ports(), style);
+    return chart.emplace(*model, platform.clock, platform.calendar, style);
   }
   HistoryChart& shown() {
     HistoryChart& c = made();
@@ -73,7 +73,7 @@ class HistoryChartTest : public testing::Test {
     QEvent event(QEvent::Leave);
     QCoreApplication::sendEvent(&*chart, &event);
   }
-  /// Where the chart draws this time of before now.
+  /// The x of a time in hours relative to now.
   double xOf(double hours) { return chart->picture().frame().x(kNow + hours * kHour); }
   double yOf(std::int64_t percent) { return chart->picture().frame().y(percent); }
   QColor colourAt(double x, double y) {
@@ -86,7 +86,7 @@ class HistoryChartTest : public testing::Test {
   std::optional<HistoryChart> chart;
 };
 
-TEST_F(HistoryChartTest, SaysThatItCollectsWhileThereIsNothingToDraw) {
+TEST_F(HistoryChartTest, ShowsThePlaceholderWithoutAHistory) {
   shown();
   ASSERT_TRUE(showsPlaceholder());
   EXPECT_EQ(static_cast<QLabel*>(placeholder())->text(),
@@ -127,14 +127,14 @@ TEST_F(HistoryChartTest, DrawsALevelChargeAfterTheClockWasSetBack) {
   EXPECT_EQ(colourAt(xOf(-0.3), yOf(75)), style.colours().accent);
 }
 
-TEST_F(HistoryChartTest, DrawsInTheAccentWhereTheChargeWas) {
+TEST_F(HistoryChartTest, DrawsTheChargeInTheAccentColour) {
   history({{{-12, 75}, {-1, 75}}});
   shown();
   EXPECT_EQ(colourAt(xOf(-6), yOf(75)), style.colours().accent);
-  EXPECT_NE(colourAt(xOf(-18), yOf(75)), style.colours().accent) << "empty to its left";
+  EXPECT_NE(colourAt(xOf(-18), yOf(75)), style.colours().accent) << "before the first sample";
 }
 
-TEST_F(HistoryChartTest, JoinsAllPointsOfAStretch) {
+TEST_F(HistoryChartTest, ConnectsAllPointsOfASegment) {
   history({{{-24, 10}, {-18, 90}, {-12, 10}, {-6, 90}, {0, 10}}});
   shown();
   const QImage image = chart->grab().toImage();
@@ -159,7 +159,7 @@ TEST_F(HistoryChartTest, LeavesAGapUnconnected) {
   }
 }
 
-TEST_F(HistoryChartTest, ShowsALonePointAsADot) {
+TEST_F(HistoryChartTest, ShowsASinglePointAsADot) {
   history({{{-20, 75}, {-15, 75}}, {{-10, 30}}});
   shown();
   const auto blue = [&](double x) {
@@ -169,7 +169,7 @@ TEST_F(HistoryChartTest, ShowsALonePointAsADot) {
   EXPECT_GT(std::max(blue(xOf(-10)), blue(xOf(-10) - 1)), blue(xOf(-10) + 5) + 20);
 }
 
-TEST_F(HistoryChartTest, KeepsTheMeasuresOfItsLook) {
+TEST_F(HistoryChartTest, HasItsSizeAndMargins) {
   history({{{-20, 75}, {-15, 75}}});
   shown();
   EXPECT_EQ(chart->size(), QSize(style.px(308), style.px(110)));
@@ -180,12 +180,12 @@ TEST_F(HistoryChartTest, KeepsTheMeasuresOfItsLook) {
   EXPECT_LE(plot.bottom(), style.px(92));
 }
 
-TEST_F(HistoryChartTest, MirroredKeepsTimeFromLeftToRight) {
+TEST_F(HistoryChartTest, RunsFromLeftToRightWhenMirrored) {
   history({{{-20, 75}, {-15, 75}}});
   shown();
   chart->setLayoutDirection(Qt::RightToLeft);
   const QRectF& plot = chart->picture().frame().plot;
-  EXPECT_GE(plot.left(), style.px(34)) << "the values' place";
+  EXPECT_GE(plot.left(), style.px(34)) << "room for the values";
   EXPECT_EQ(plot.right(), chart->width());
   EXPECT_LT(xOf(-20), xOf(-15));
 }
@@ -221,7 +221,7 @@ TEST_F(HistoryChartTest, ComputesNothingWhileHidden) {
   chart->show();
   EXPECT_FALSE(chart->picture().points().empty());
   chart->hide();
-  EXPECT_TRUE(chart->picture().points().empty()) << "nor keeps what nobody sees";
+  EXPECT_TRUE(chart->picture().points().empty()) << "kept its picture while hidden";
 }
 
 TEST_F(HistoryChartTest, FollowsTheHistory) {
@@ -236,7 +236,7 @@ TEST_F(HistoryChartTest, FollowsTheHistory) {
   EXPECT_TRUE(showsPlaceholder());
 }
 
-TEST_F(HistoryChartTest, EndsAtNowWheneverItIsShown) {
+TEST_F(HistoryChartTest, EndsAtNowEachTimeItIsShown) {
   history({{{-20, 75}, {-1, 75}}});
   shown();
   chart->hide();
@@ -245,7 +245,7 @@ TEST_F(HistoryChartTest, EndsAtNowWheneverItIsShown) {
   EXPECT_EQ(chart->picture().frame().now, kNow + 3 * kHour);
 }
 
-TEST_F(HistoryChartTest, NamesTheValueUnderThePointer) {
+TEST_F(HistoryChartTest, MarksTheValueUnderThePointer) {
   QLocale::setDefault(QLocale(QStringLiteral("en_GB")));
   history({{{-20, 75}, {-15, 75}}, {{-5, 60}, {-1, 60}}});
   shown();
@@ -274,7 +274,7 @@ TEST_F(HistoryChartTest, KeepsTheMarkerThroughARefreshAndDropsItWhenHidden) {
   EXPECT_FALSE(chart->marker());
 }
 
-TEST_F(HistoryChartTest, KeepsTheMarkerInItsPlace) {
+TEST_F(HistoryChartTest, KeepsTheMarkerInsideTheChart) {
   history({{{-24, 99}, {0, 1}}});
   shown();
   for (int x = 0; x < chart->width(); ++x) {
@@ -301,7 +301,7 @@ TEST_F(HistoryChartTest, RepaintsOnlyTheMarkerWhenThePointerMoves) {
   EXPECT_LT(count.area(), chart->width() * chart->height() / 3);
 }
 
-TEST_F(HistoryChartTest, IsReadOutInASentence) {
+TEST_F(HistoryChartTest, DescribesItselfInOneSentenceToScreenReaders) {
   history({{{-5, 48}, {-3, 80}, {0, 64}}});
   shown();
   auto* spoken = QAccessible::queryAccessibleInterface(&*chart);
@@ -313,14 +313,14 @@ TEST_F(HistoryChartTest, IsReadOutInASentence) {
   EXPECT_EQ(chart->focusPolicy(), Qt::NoFocus);
 }
 
-TEST_F(HistoryChartTest, PlaceholderIsReadOutAsText) {
+TEST_F(HistoryChartTest, PlaceholderIsATextForScreenReaders) {
   shown();
   EXPECT_EQ(QAccessible::queryAccessibleInterface(&*chart)->text(QAccessible::Description),
             QString());
   EXPECT_EQ(QAccessible::queryAccessibleInterface(placeholder())->role(), QAccessible::StaticText);
 }
 
-TEST_F(HistoryChartTest, GrowsWithAScaledFont) {
+TEST_F(HistoryChartTest, GrowsWithTheFont) {
   made();
   const QFont before = QApplication::font();
   QFont large = before;

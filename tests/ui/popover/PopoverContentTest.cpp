@@ -7,7 +7,7 @@
 
 #include "recorded/RecordedPlatform.h"
 #include "support/States.h"
-#include "ui/shell/StatusItemContent.h"
+#include "ui/shell/BatteryStatus.h"
 
 namespace tollbeam {
 namespace {
@@ -25,7 +25,7 @@ BatteryState withPower(double volts, double amperes) {
   return state;
 }
 
-// The one row of a state that has one; an empty one where there is none.
+// The only row of a state; an empty one where there is none.
 Reading row(const BatteryState& state) {
   const auto rows = readings(state);
   EXPECT_LE(rows.size(), 1U);
@@ -69,7 +69,7 @@ TEST(CycleTint, WarnsAbove700AndAbove900) {
   EXPECT_EQ(cycleTint(1500), Tint::red);
 }
 
-TEST(CycleText, SaysTheWholeCount) {
+TEST(CycleText, ShowsCountsAboveTheMaximum) {
   EXPECT_EQ(cycleText(0), u"0 of 1000");
   EXPECT_EQ(cycleText(1500), u"1500 of 1000");
 }
@@ -87,7 +87,7 @@ TEST(Readings, GradeTheHealth) {
 TEST(Readings, RoundTiesAsTheTooltipDoes) {
   BatteryState state = withHealth(onBattery(50), 825, 1000);
   EXPECT_EQ(row(state).value, u"82% · Fair");
-  EXPECT_NE(statusItemContent(state, {}).toolTip.find("Health: 82% (Fair)"), std::string::npos);
+  EXPECT_NE(batteryStatus(state, {}).toolTip.find("Health: 82% (Fair)"), std::string::npos);
   state = onBattery(50);
   state.temperatureC = 30.25;
   EXPECT_EQ(row(state).value, u"30.2 °C");
@@ -114,12 +114,12 @@ TEST(Readings, GiveTheTemperatureOneDecimal) {
   EXPECT_EQ(row(state).value, u"-3.0 °C");
 }
 
-TEST(Readings, NameThePowerByItsDirection) {
+TEST(Readings, LabelThePowerByItsDirection) {
   EXPECT_EQ(row(withPower(12, 2.385)), (Reading{u"Power in"_s, u"28.6 W"_s, Ink::secondary}));
   EXPECT_EQ(row(withPower(12.1, -0.6)), (Reading{u"Power out"_s, u"7.3 W"_s, Ink::secondary}));
 }
 
-TEST(Readings, HidePowerThatIsAsGoodAsNone) {
+TEST(Readings, HidePowerBelowATenthOfAWatt) {
   EXPECT_TRUE(readings(withPower(10, -0.005)).empty());
   EXPECT_TRUE(readings(withPower(10, 0)).empty());
   EXPECT_TRUE(readings(withPower(1, 0.0999)).empty());
@@ -141,7 +141,7 @@ TEST(Readings, ShowTheAdapterOnlyWhilePluggedIn) {
   EXPECT_EQ(row(state), (Reading{u"Adapter"_s, u"65 W"_s, Ink::secondary}));
 }
 
-TEST(Readings, StandInTheirOrder) {
+TEST(Readings, AreInOrder) {
   BatteryState state = withHealth(chargingAt(50), 930, 1000);
   state.temperatureC = 30;
   state.voltage = 12;
@@ -161,7 +161,7 @@ TEST(PluggedInText, CountsWholeMinutes) {
   EXPECT_EQ(pluggedInText(since, since - 3600), u"Plugged in for 1 min");
 }
 
-TEST(PluggedInText, AnAbsurdTimeDoesNoHarm) {
+TEST(PluggedInText, BoundsAnyTime) {
   const Date now{1'700'000'000};
   EXPECT_EQ(pluggedInText(Date{1e300}, now), u"Plugged in for 1 min");
   EXPECT_EQ(pluggedInText(Date{-1e300}, now), u"Plugged in for 16666666666 h 40 min");
@@ -178,7 +178,7 @@ class SnoozeText : public testing::Test {
   RecordedCalendar calendar;
 };
 
-TEST_F(SnoozeText, SaysTheTimeAsTheUserWritesIt) {
+TEST_F(SnoozeText, ShowsTheTimeInTheLocalesFormat) {
   constexpr double kFiveAfterThree = 1'763'651'100;  // 20 November 2025, 15:05 UTC
   EXPECT_EQ(until(kFiveAfterThree), u"Alerts snoozed until 15:05");
   const QString american = until(kFiveAfterThree, QLocale(QLocale::English, QLocale::UnitedStates));
@@ -192,7 +192,7 @@ TEST_F(SnoozeText, IsInTheUsersTimeZone) {
   EXPECT_EQ(until(1'763'651'100), u"Alerts snoozed until 16:05");
 }
 
-TEST_F(SnoozeText, StandsForADeadlineBeyondAllYears) {
+TEST_F(SnoozeText, BoundsADeadlineBeyondTheCalendar) {
   EXPECT_EQ(until(1e300), u"Alerts snoozed until 23:59");
   EXPECT_EQ(until(std::numeric_limits<double>::infinity()), u"Alerts snoozed until 23:59");
 }

@@ -28,7 +28,7 @@ class RecordedClicks final : public OutsideClicks {
   Observers<Button> callbacks;
 };
 
-// A view of one block, as high as the test says.
+// A view whose height the test sets.
 class Block final : public QWidget {
  public:
   Block() {
@@ -50,7 +50,7 @@ class PopoverTest : public testing::Test {
     area = QGuiApplication::primaryScreen()->availableGeometry();
   }
 
-  void open() { popover->showAt({.x = area.center().x(), .y = area.top() + 15, .known = true}); }
+  void open() { popover->showAt(ClickPosition{area.center().x(), area.top() + 15}); }
   QRect bodyOnScreen() { return popover->body().translated(popover->pos()); }
   QImage picture() {
     QImage image(popover->size(), QImage::Format_ARGB32_Premultiplied);
@@ -74,7 +74,7 @@ TEST_F(PopoverTest, IsAsLargeAsItsView) {
   EXPECT_EQ(popover->minimumSize(), popover->maximumSize());
 }
 
-TEST_F(PopoverTest, AsksForAFreshViewBeforeItIsMeasured) {
+TEST_F(PopoverTest, LetsTheViewRefreshBeforeMeasuringIt) {
   QObject::connect(&*popover, &Popover::aboutToShow, view, [this] {
     EXPECT_FALSE(popover->isVisible());
     view->grow(222);
@@ -83,7 +83,7 @@ TEST_F(PopoverTest, AsksForAFreshViewBeforeItIsMeasured) {
   EXPECT_EQ(popover->height(), 222);
 }
 
-TEST_F(PopoverTest, FollowsItsViewsHeightAtItsPlace) {
+TEST_F(PopoverTest, FollowsTheHeightOfItsViewWithoutMoving) {
   open();
   const QPoint corner = bodyOnScreen().topLeft();
   view->grow(400);
@@ -96,7 +96,7 @@ TEST_F(PopoverTest, FollowsItsViewsHeightAtItsPlace) {
 }
 
 TEST_F(PopoverTest, GrowsUpwardFromAPanelAtTheBottom) {
-  popover->showAt({.x = area.center().x(), .y = area.bottom() - 2, .known = true});
+  popover->showAt(ClickPosition{area.center().x(), area.bottom() - 2});
   const int bottom = bodyOnScreen().bottom();
   EXPECT_EQ(bottom, area.bottom() - 8);
   view->grow(400);
@@ -123,7 +123,7 @@ TEST_F(PopoverTest, ResizesInOneStep) {
   EXPECT_EQ(sizes.seen, (QList<QSize>{{340, 400}}));
 }
 
-TEST_F(PopoverTest, ComesToRest) {
+TEST_F(PopoverTest, StopsRequestingLayouts) {
   class Requests final : public QObject {
    public:
     bool eventFilter(QObject*, QEvent* event) override {
@@ -143,7 +143,7 @@ TEST_F(PopoverTest, ComesToRest) {
   EXPECT_EQ(requests.count, 0);
 }
 
-TEST_F(PopoverTest, ScrollsWhereTheScreenIsLower) {
+TEST_F(PopoverTest, ScrollsWhereTheScreenIsTooLow) {
   view->grow(area.height() + 500);
   open();
   EXPECT_EQ(popover->height(), area.height() - 16);
@@ -152,7 +152,7 @@ TEST_F(PopoverTest, ScrollsWhereTheScreenIsLower) {
   scroll->verticalScrollBar()->setValue(100);
   popover->close();
   open();
-  EXPECT_EQ(scroll->verticalScrollBar()->value(), 0) << "it opens at its beginning";
+  EXPECT_EQ(scroll->verticalScrollBar()->value(), 0) << "opens scrolled to the top";
 }
 
 TEST_F(PopoverTest, HasNoShadowAndNoRoundCornersWithoutACompositor) {
@@ -171,7 +171,7 @@ TEST_F(PopoverTest, CastsAShadowWithACompositor) {
   EXPECT_TRUE(popover->testAttribute(Qt::WA_TranslucentBackground));
   const QRect body = popover->body();
   EXPECT_EQ(body.size(), QSize(340, 300));
-  EXPECT_EQ(bodyOnScreen().top(), area.top() + 8) << "the shadow changes nothing of its place";
+  EXPECT_EQ(bodyOnScreen().top(), area.top() + 8) << "the shadow does not move the body";
   EXPECT_EQ(body.left(), 28);
   EXPECT_EQ(popover->width() - 1 - body.right(), 28);
   EXPECT_EQ(body.top(), 8) << "not over the panel";
@@ -193,7 +193,7 @@ TEST_F(PopoverTest, CastsAShadowWithACompositor) {
             alpha(body.right() + 10, body.center().y()));
 }
 
-TEST_F(PopoverTest, FollowsACompositorThatComesAndGoesAtTheNextOpening) {
+TEST_F(PopoverTest, AdaptsToTheCompositorAtTheNextOpening) {
   open();
   platform.compositor.running = true;
   popover->close();
@@ -210,7 +210,7 @@ TEST_F(PopoverTest, FollowsACompositorThatComesAndGoesAtTheNextOpening) {
   EXPECT_TRUE(popover->isVisible());
 }
 
-TEST_F(PopoverTest, HasNoShadowForWhoAskedForContrast) {
+TEST_F(PopoverTest, HasNoShadowUnderHighContrast) {
   platform.compositor.running = true;
   platform.appearance.contrast = true;
   platform.appearance.changes.notify();
@@ -219,7 +219,7 @@ TEST_F(PopoverTest, HasNoShadowForWhoAskedForContrast) {
   EXPECT_LT(picture().pixelColor(0, 0).alpha(), 128) << "a round corner";
 }
 
-TEST_F(PopoverTest, AClickOnTheShadowIsOneElsewhere) {
+TEST_F(PopoverTest, AnObservedClickOnTheShadowCloses) {
   platform.compositor.running = true;
   open();
   QCursor::setPos(bodyOnScreen().center());
@@ -231,7 +231,7 @@ TEST_F(PopoverTest, AClickOnTheShadowIsOneElsewhere) {
   EXPECT_FALSE(popover->isVisible());
 }
 
-TEST_F(PopoverTest, AClickThatTheShadowGetsClosesToo) {
+TEST_F(PopoverTest, ADeliveredClickOnTheShadowCloses) {
   platform.compositor.running = true;
   open();
   QTest::mouseClick(&*popover, Qt::LeftButton, {}, popover->body().center());
@@ -247,14 +247,14 @@ TEST_F(PopoverTest, IsADialogForScreenReaders) {
   EXPECT_EQ(spoken->text(QAccessible::Name), u"Tollbeam");
 }
 
-TEST_F(PopoverTest, EscapeClosesItFromAnyControl) {
+TEST_F(PopoverTest, EscapeClosesItFromEveryControl) {
   open();
   view->inside->setFocus();
   QTest::keyClick(view->inside, Qt::Key_Escape);
   EXPECT_FALSE(popover->isVisible());
 }
 
-TEST_F(PopoverTest, BeginsWithTheKeyboardBeforeTheFirstControl) {
+TEST_F(PopoverTest, FocusesTheViewSoThatTabReachesTheFirstControl) {
   open();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&*popover, test::kPatience));
   EXPECT_EQ(QApplication::focusWidget(), view);
@@ -263,7 +263,7 @@ TEST_F(PopoverTest, BeginsWithTheKeyboardBeforeTheFirstControl) {
   popover->close();
   open();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&*popover, test::kPatience));
-  EXPECT_EQ(QApplication::focusWidget(), view) << "again at each opening";
+  EXPECT_EQ(QApplication::focusWidget(), view) << "at each opening";
 }
 
 }  // namespace

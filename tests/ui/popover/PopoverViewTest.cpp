@@ -40,7 +40,7 @@ class PopoverViewTest : public testing::Test {
   void build() {
     model.emplace(test::modelPorts(platform));
     model->start();
-    view = std::make_unique<PopoverView>(*model, platform.ports(), style,
+    view = std::make_unique<PopoverView>(*model, platform.clock, platform.calendar, style,
                                          [this] { ++settingsOpened; });
   }
   void open() {
@@ -51,15 +51,15 @@ class PopoverViewTest : public testing::Test {
   }
   void publish() { model->refresh(AppModel::Reason::event); }
 
-  // What is to be seen, from top to bottom.
+  // The visible texts from top to bottom.
   QStringList texts() {
     QList<QWidget*> parts;
     for (auto* part : view->findChildren<QWidget*>()) {
       const bool speaks = qobject_cast<QLabel*>(part) || qobject_cast<QAbstractButton*>(part);
       if (speaks && part->isVisible()) parts << part;
     }
-    // As they are read: what stands in one line from its beginning, whatever its height. How high
-    // a text is, and whether it stands beside another or above it, depends on the font.
+    // Texts whose centres are about level belong to one line, which is read from left to right.
+    // The heights of texts, and so their tops, depend on the font.
     std::stable_sort(parts.begin(), parts.end(), [this](QWidget* a, QWidget* b) {
       const QPoint one = a->mapTo(view.get(), a->rect().center());
       const QPoint other = b->mapTo(view.get(), b->rect().center());
@@ -85,6 +85,8 @@ class PopoverViewTest : public testing::Test {
   T* part() {
     return view->findChild<T*>();
   }
+  QWidget* cycles() { return part<Bar>()->parentWidget(); }
+  QWidget* details() { return view->findChildren<Row*>().last()->parentWidget(); }
   static QString name(QWidget* widget) {
     return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
   }
@@ -119,7 +121,7 @@ TEST_F(PopoverViewTest, ShowsTheBatteryFromTopToBottom) {
           "Settings\nQuit");
 }
 
-TEST_F(PopoverViewTest, ShowsWithoutABatteryOnlyThatAndItsEnd) {
+TEST_F(PopoverViewTest, WithoutABatteryShowsOnlyThatNoteAndButtons) {
   platform.powerSources.table.reset();
   open();
   EXPECT_EQ(texts().join(u'\n').toStdString(),
@@ -143,7 +145,7 @@ TEST_F(PopoverViewTest, FollowsABatteryThatComesAndGoes) {
   EXPECT_EQ(view->sizeHint().height(), high);
 }
 
-TEST_F(PopoverViewTest, HidesWhatIsNotKnown) {
+TEST_F(PopoverViewTest, HidesUnknownFigures) {
   open();
   EXPECT_EQ(texts().join(u'\n').toStdString(),
             "On battery, estimating time left…\n24 hours\n7 days\n"
@@ -151,7 +153,7 @@ TEST_F(PopoverViewTest, HidesWhatIsNotKnown) {
             "Tollbeam can only remind you. A Mac app cannot stop the charger.\nSettings\nQuit");
 }
 
-TEST_F(PopoverViewTest, ClampsTheBarAndSaysTheCount) {
+TEST_F(PopoverViewTest, ClampsTheBarButShowsTheCount) {
   platform.powerSources.properties = Dictionary{{"CycleCount", 1500}};
   open();
   EXPECT_TRUE(says("Cycle count: 1500 of 1000"));
@@ -164,7 +166,7 @@ TEST_F(PopoverViewTest, ClampsTheBarAndSaysTheCount) {
   EXPECT_EQ(part<Bar>()->value(), 700);
 }
 
-TEST_F(PopoverViewTest, CountsTheMinutesOnTheChargerOn) {
+TEST_F(PopoverViewTest, KeepsCountingTheMinutesOnTheCharger) {
   plugIn(50);
   open();
   EXPECT_TRUE(says("Plugged in for 1 min"));
@@ -175,7 +177,7 @@ TEST_F(PopoverViewTest, CountsTheMinutesOnTheChargerOn) {
   EXPECT_FALSE(saysAnything("Plugged in for"));
 }
 
-TEST_F(PopoverViewTest, CountsThemAlsoWhenItOpensBetweenRefreshes) {
+TEST_F(PopoverViewTest, CountsTheMinutesWhenItOpensBetweenRefreshes) {
   plugIn(50);
   build();
   platform.clock.set(kStart + 150);
@@ -194,7 +196,7 @@ TEST_F(PopoverViewTest, EndsTheSnoozeAtOnce) {
   EXPECT_FALSE(model->snoozeUntil());
 }
 
-TEST_F(PopoverViewTest, KeepsAnExpiredDeadlineUntilTheModelForgetsIt) {
+TEST_F(PopoverViewTest, ShowsAnExpiredSnoozeUntilTheModelClearsIt) {
   platform.userDefaults.set("snoozeUntil", kStart.secondsSince1970 + 60);
   build();
   platform.clock.set(kStart + 3600);
@@ -246,16 +248,16 @@ TEST_F(PopoverViewTest, QuitsTheProgram) {
   });
   giveUp.start(60'000);
   EXPECT_EQ(QApplication::exec(), 0);
-  EXPECT_FALSE(left) << "nobody ended the program";
+  EXPECT_FALSE(left) << "the button did not end the program";
 }
 
-TEST_F(PopoverViewTest, HiddenItDoesNothing) {
+TEST_F(PopoverViewTest, DoesNotFollowTheModelWhileHidden) {
   build();
   const auto state = [this] { return part<RingView>()->value(); };
   ASSERT_EQ(state(), 64);
   battery(40);
   publish();
-  EXPECT_EQ(state(), 64) << "nobody sees it";
+  EXPECT_EQ(state(), 64) << "refreshed while hidden";
   open();
   EXPECT_EQ(state(), 40);
   view->hide();
@@ -264,7 +266,7 @@ TEST_F(PopoverViewTest, HiddenItDoesNothing) {
   EXPECT_EQ(state(), 40);
 }
 
-TEST_F(PopoverViewTest, ShownUnaskedItIsFreshAllTheSame) {
+TEST_F(PopoverViewTest, RefreshesWhenItIsShownStale) {
   build();
   battery(40);
   publish();
@@ -272,7 +274,7 @@ TEST_F(PopoverViewTest, ShownUnaskedItIsFreshAllTheSame) {
   EXPECT_EQ(part<RingView>()->value(), 40);
 }
 
-TEST_F(PopoverViewTest, IsReachedByTheTabKeyInOrder) {
+TEST_F(PopoverViewTest, TabReachesTheControlsInOrder) {
   platform.userDefaults.set("snoozeUntil", kStart.secondsSince1970 + 2700);
   open();
   view->activateWindow();
@@ -288,7 +290,7 @@ TEST_F(PopoverViewTest, IsReachedByTheTabKeyInOrder) {
   EXPECT_EQ(order.join(u',').toStdString(), "Cancel,24 hours,Daily summary,Settings,Quit,Cancel");
 }
 
-TEST_F(PopoverViewTest, ChoosesTheRangeWithTheArrows) {
+TEST_F(PopoverViewTest, ArrowKeysChooseTheRange) {
   open();
   view->activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(view.get(), test::kPatience));
@@ -300,7 +302,7 @@ TEST_F(PopoverViewTest, ChoosesTheRangeWithTheArrows) {
   EXPECT_TRUE(button("24 hours")->isChecked());
 }
 
-TEST_F(PopoverViewTest, IsReadOut) {
+TEST_F(PopoverViewTest, DescribesItselfToScreenReaders) {
   platform.powerSources.properties =
       Dictionary{{"CycleCount", 212}, {"DesignCapacity", 5000}, {"AppleRawMaxCapacity", 4650}};
   open();
@@ -316,13 +318,13 @@ TEST_F(PopoverViewTest, IsReadOut) {
   EXPECT_EQ(bar->text(QAccessible::Name), u"Cycle count");
   EXPECT_EQ(bar->valueInterface()->currentValue().toInt(), 212);
 
-  const auto rows = part<Details>()->findChildren<Row*>();
+  const auto rows = details()->findChildren<Row*>();
   ASSERT_EQ(rows.size(), 1);
   EXPECT_EQ(name(rows[0]).toStdString(), "Battery health: 93% · Good");
   EXPECT_EQ(name(view.get()).toStdString(), "Charge, 64%. On battery, estimating time left…");
 }
 
-TEST_F(PopoverViewTest, AnUnchangedBatteryIsNotToldAgain) {
+TEST_F(PopoverViewTest, SetsAccessibleTextsOnlyWhenTheyChange) {
   test::store(test::samplesAlong({{{-2, 64}, {0, 64}}}, kStart), platform.fileManager);
   open();
   const auto* ring = part<RingView>();
@@ -331,7 +333,8 @@ TEST_F(PopoverViewTest, AnUnchangedBatteryIsNotToldAgain) {
     return std::array{view->accessibleName(), ring->accessibleName(),
                       chart->accessibleDescription()};
   };
-  // Qt tells screen readers whenever a text is set, and then it is another string, if an equal one.
+  // Qt notifies screen readers whenever a text is set. A text that was set again is an equal string
+  // with other data.
   const auto timesSet = [&](const auto& before) {
     int times = 0;
     const auto now = told();
@@ -354,7 +357,7 @@ TEST_F(PopoverViewTest, AnUnchangedBatteryIsNotToldAgain) {
   EXPECT_EQ(timesSet(before), 0) << "without a battery";
 }
 
-TEST_F(PopoverViewTest, SaysWhatEveryControlIs) {
+TEST_F(PopoverViewTest, EveryControlHasItsRoleAndName) {
   open();
   const auto role = [this](const char* text) {
     return QAccessible::queryAccessibleInterface(button(text))->role();
@@ -368,7 +371,7 @@ TEST_F(PopoverViewTest, SaysWhatEveryControlIs) {
   }
 }
 
-TEST_F(PopoverViewTest, IsAsWideAsItMustBe) {
+TEST_F(PopoverViewTest, HasItsWidthAndSizes) {
   open();
   EXPECT_EQ(view->sizeHint().width(), style.px(340));
   EXPECT_EQ(part<HistoryChart>()->height(), style.px(110));
@@ -376,22 +379,22 @@ TEST_F(PopoverViewTest, IsAsWideAsItMustBe) {
   EXPECT_EQ(part<RingView>()->size(), QSize(style.px(104), style.px(104)));
 }
 
-class RhythmOfPopoverViewTest : public PopoverViewTest, public testing::WithParamInterface<int> {
+class PopoverViewSpacingTest : public PopoverViewTest, public testing::WithParamInterface<int> {
  protected:
-  RhythmOfPopoverViewTest() {
+  PopoverViewSpacingTest() {
     QFont font(before);
     font.setPixelSize(GetParam());
     QApplication::setFont(font);
   }
-  ~RhythmOfPopoverViewTest() override { QApplication::setFont(before); }
+  ~PopoverViewSpacingTest() override { QApplication::setFont(before); }
 
-  // As it is seen: a title that can be hit beyond its words is as high as these.
+  // The visible part: a disclosure without its clickable edge above and below the text.
   QRect placeOf(QWidget* part) {
     const QRect place(part->mapTo(view.get(), QPoint()), part->size());
     const int beyond = qobject_cast<Disclosure*>(part) ? style.px(Disclosure::kReach) : 0;
     return place.adjusted(0, beyond, 0, -beyond);
   }
-  // From top to bottom; between two things of the same line there is nothing.
+  // The distances above, between and below the parts, from top to bottom.
   std::vector<int> distances(const std::vector<QWidget*>& parts) {
     std::vector<int> result;
     int bottom = 0;
@@ -420,30 +423,30 @@ class RhythmOfPopoverViewTest : public PopoverViewTest, public testing::WithPara
   const QFont before = QApplication::font();
 };
 
-INSTANTIATE_TEST_SUITE_P(Fonts, RhythmOfPopoverViewTest, testing::Values(14, 22));
+INSTANTIATE_TEST_SUITE_P(Fonts, PopoverViewSpacingTest, testing::Values(14, 22));
 
-TEST_P(RhythmOfPopoverViewTest, IsThatOfTheBlocks) {
+TEST_P(PopoverViewSpacingTest, SeparatesTheBlocks) {
   plugIn(82);
   platform.powerSources.properties =
       Dictionary{{"CycleCount", 742}, {"DesignCapacity", 5000}, {"AppleRawMaxCapacity", 4300}};
   open();
-  EXPECT_EQ(distances({part<Header>(), part<CycleBlock>(), part<Details>(), part<SegmentedPicker>(),
-                       part<HistoryChart>(), part<Disclosure>(), part<Divider>(), note(),
-                       button("Quit")}),
-            scaled({16, 16, 16, 16, 16, 16, 14, 14, 14, 16}));
+  EXPECT_EQ(
+      distances({part<Header>(), cycles(), details(), part<SegmentedPicker>(), part<HistoryChart>(),
+                 part<Disclosure>(), part<Divider>(), note(), button("Quit")}),
+      scaled({16, 16, 16, 16, 16, 16, 14, 14, 14, 16}));
   EXPECT_EQ(placeOf(button("Settings")).top(), placeOf(button("Quit")).top());
   EXPECT_EQ(placeOf(part<Header>()).left(), style.px(16));
   EXPECT_EQ(placeOf(button("Quit")).right() + 1, view->width() - style.px(16));
 }
 
-TEST_P(RhythmOfPopoverViewTest, LeavesNoHoleWhereSomethingIsNotKnown) {
+TEST_P(PopoverViewSpacingTest, HasNoExtraDistanceForUnknownFigures) {
   open();
   EXPECT_EQ(distances({part<Header>(), part<SegmentedPicker>(), part<HistoryChart>(),
                        part<Disclosure>(), part<Divider>(), note(), button("Quit")}),
             scaled({16, 16, 16, 16, 14, 14, 14, 16}));
 }
 
-TEST_P(RhythmOfPopoverViewTest, IsThatOfTheLinesInABlock) {
+TEST_P(PopoverViewSpacingTest, SeparatesTheLinesOfABlock) {
   plugIn(82);
   platform.powerSources.properties = Dictionary{{"CycleCount", 742},
                                                 {"DesignCapacity", 5000},
@@ -458,9 +461,8 @@ TEST_P(RhythmOfPopoverViewTest, IsThatOfTheLinesInABlock) {
   EXPECT_EQ(inside({text("Charging, estimating time to full…"), text("Plugged in for 1 min"),
                     part<SnoozeBanner>()}),
             scaled({4, 4}));
-  auto* cycles = part<CycleBlock>();
-  EXPECT_EQ(inside({cycles->findChild<Row*>(), cycles->findChild<Bar*>()}), scaled({4}));
-  const auto rows = part<Details>()->findChildren<Row*>();
+  EXPECT_EQ(inside({cycles()->findChild<Row*>(), cycles()->findChild<Bar*>()}), scaled({4}));
+  const auto rows = details()->findChildren<Row*>();
   ASSERT_EQ(rows.size(), 2);
   EXPECT_EQ(inside({rows[0], rows[1]}), scaled({6}));
   part<Disclosure>()->click();
@@ -468,10 +470,10 @@ TEST_P(RhythmOfPopoverViewTest, IsThatOfTheLinesInABlock) {
   EXPECT_EQ(inside({part<Disclosure>(), part<SummaryTable>(), part<Divider>()}), scaled({6, 14}));
 }
 
-TEST_P(RhythmOfPopoverViewTest, IsThatOfNoBattery) {
+TEST_P(PopoverViewSpacingTest, SeparatesTheTextsWithoutABattery) {
   platform.powerSources.table.reset();
   open();
-  // The picture is higher than the symbol's line of 36 points, and its edges are empty.
+  // The symbol fills 36 of the picture's 48 pixels; its empty edges do not count as distance.
   auto* picture = part<NoBattery>()->findChildren<QWidget*>().constFirst();
   const int empty = (style.px(48) - style.px(36)) / 2;
   EXPECT_EQ(picture->height(), style.px(48));

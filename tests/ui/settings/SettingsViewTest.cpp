@@ -12,6 +12,7 @@
 #include "preferences/Prefs.h"
 #include "recorded/RecordedPlatform.h"
 #include "support/ModelPorts.h"
+#include "support/SettingsPorts.h"
 #include "support/Widgets.h"
 #include "ui/controls/Button.h"
 #include "ui/controls/Card.h"
@@ -62,7 +63,7 @@ constexpr SoundOf kSounds[] = {{"Charge limit", "limitSound"},
 class SettingsViewTest : public testing::Test {
  protected:
   void make() {
-    view.emplace(model, platform.ports(), style);
+    view.emplace(model, test::settingsPorts(platform), style);
     view->resize(480, 720);
   }
   void make(const char* key, Value value) {
@@ -100,10 +101,10 @@ class SettingsViewTest : public testing::Test {
     }
     return all;
   }
-  // What is to be seen, line by line from top to bottom: a heading, a card's name after "=", and
-  // what stands in a row from its beginning to its end, with buttons in brackets.
-  QStringList seen() const {
-    // A card begins where its first row does, and its name comes first.
+  // The visible content from top to bottom: headings, the names of cards after "=", and the content
+  // of each row from left to right, with buttons in brackets.
+  QStringList visibleLines() const {
+    // A card has the same top as its first row; its name goes before the row.
     std::vector<std::tuple<int, bool, QString>> lines;
     const auto add = [&](const QWidget* at, const QString& line) {
       lines.emplace_back(at->mapTo(&*view, QPoint()).y(), !qobject_cast<const Card*>(at), line);
@@ -161,7 +162,7 @@ class SettingsViewTest : public testing::Test {
 TEST_F(SettingsViewTest, ShowsEverythingInItsPlace) {
   make();
   view->show();
-  EXPECT_EQ(seen().join(u'\n').toStdString(),
+  EXPECT_EQ(visibleLines().join(u'\n').toStdString(),
             "Alerts\n"
             "= Charge limit\n"
             "Charge limit | Switch\n"
@@ -208,7 +209,7 @@ TEST_F(SettingsViewTest, ShowsAnErrorBelowItsSwitchAndTheBundleNoteLastInGeneral
   make();
   toggle("Launch at Login")->toggle();
   view->show();
-  const QStringList all = seen();
+  const QStringList all = visibleLines();
   const QStringList general = all.mid(all.indexOf(QStringLiteral("= General")) + 1, 5)
                               << all.last().left(5);
   EXPECT_EQ(general.join(u'\n').toStdString(),
@@ -257,7 +258,7 @@ TEST_F(SettingsViewTest, EverySwitchWritesItsKeyAtOnceAndOnlyIt) {
   }
 }
 
-TEST_F(SettingsViewTest, SwitchesShowWhatOthersStore) {
+TEST_F(SettingsViewTest, SwitchesShowWhatOtherProgramsStore) {
   make();
   for (const auto& [label, key] : kAlertSwitches) {
     platform.userDefaults.set(key, false);
@@ -273,7 +274,7 @@ TEST_F(SettingsViewTest, SwitchesShowWhatOthersStore) {
   }
 }
 
-TEST_F(SettingsViewTest, SteppersSayAndMoveTheirNumber) {
+TEST_F(SettingsViewTest, SteppersShowAndChangeTheirNumber) {
   make();
   for (const StepperOf& each : kSteppers) {
     Stepper* control = stepper(each);
@@ -291,7 +292,7 @@ TEST_F(SettingsViewTest, SteppersSayAndMoveTheirNumber) {
   }
 }
 
-TEST_F(SettingsViewTest, AHeldStepperShowsEachStepAndIsStoredOnceWhenLetGo) {
+TEST_F(SettingsViewTest, AHeldStepperShowsEachStepAndStoresOnceWhenReleased) {
   make("low", 20);
   view->show();
   Stepper* control = stepper(kSteppers[1]);
@@ -304,7 +305,7 @@ TEST_F(SettingsViewTest, AHeldStepperShowsEachStepAndIsStoredOnceWhenLetGo) {
   EXPECT_EQ(stored("low")->integer(), control->value());
 }
 
-TEST_F(SettingsViewTest, AHeldKeyIsStoredOnceWhenLetGo) {
+TEST_F(SettingsViewTest, AHeldKeyStoresOnceWhenReleased) {
   make("low", 20);
   Stepper* control = stepper(kSteppers[1]);
   const auto send = [control](QEvent::Type type, bool repeated) {
@@ -323,7 +324,7 @@ TEST_F(SettingsViewTest, AHeldKeyIsStoredOnceWhenLetGo) {
   EXPECT_EQ(stored("low")->integer(), 25);
 }
 
-TEST_F(SettingsViewTest, TheWheelIsStoredOnceWhenItHasStopped) {
+TEST_F(SettingsViewTest, TheWheelStoresOnceWhenItStops) {
   make("low", 20);
   test::showActive(*view);
   Stepper* control = stepper(kSteppers[1]);
@@ -349,7 +350,7 @@ TEST_F(SettingsViewTest, StepsAreNotLostWhenTheWindowClosesOrTheProgramQuits) {
   EXPECT_EQ(stored("low")->integer(), 18);
 }
 
-TEST_F(SettingsViewTest, AnotherChangeLeavesAHeldStepperAsItIs) {
+TEST_F(SettingsViewTest, AHeldStepperKeepsItsNumberWhenAnotherPreferenceChanges) {
   make("low", 20);
   view->show();
   Stepper* control = stepper(kSteppers[1]);
@@ -372,7 +373,7 @@ TEST_F(SettingsViewTest, SteppersAreInertAtTheEndsOfTheirRanges) {
   }
 }
 
-TEST_F(SettingsViewTest, AStrayNumberIsShownAsItIsUntilAStepBringsItIn) {
+TEST_F(SettingsViewTest, ANumberOutsideTheRangeIsShownUntilAStepBringsItIn) {
   make("limit", 120);
   EXPECT_TRUE(says("Alert when charging reaches 120%"));
   EXPECT_FALSE(stepper(kSteppers[0])->take(Step::up));
@@ -382,7 +383,7 @@ TEST_F(SettingsViewTest, AStrayNumberIsShownAsItIsUntilAStepBringsItIn) {
   EXPECT_TRUE(says("Alert when charging reaches 100%"));
 }
 
-TEST_F(SettingsViewTest, NumbersOfAllSixtyFourBitsAreShownWhole) {
+TEST_F(SettingsViewTest, NumbersOf64BitsAreShown) {
   make("low", std::int64_t{-9'223'372'036'854'775'807} - 1);
   EXPECT_TRUE(says("Alert on battery at -9223372036854775808% or less"));
   platform.userDefaults.set("low", std::int64_t{9'223'372'036'854'775'807});
@@ -391,7 +392,7 @@ TEST_F(SettingsViewTest, NumbersOfAllSixtyFourBitsAreShownWhole) {
   EXPECT_EQ(stored("low")->integer(), 50);
 }
 
-TEST_F(SettingsViewTest, NumbersStoredAsAnotherKindAreReadAsWhatTheyMean) {
+TEST_F(SettingsViewTest, NumbersStoredInAnotherTypeAreConverted) {
   make("limit", "75");
   EXPECT_TRUE(says("Alert when charging reaches 75%"));
   platform.userDefaults.set("limit", 60.9);
@@ -423,7 +424,7 @@ TEST_F(SettingsViewTest, NoClickEverStoresANumberOutsideItsRange) {
   }
 }
 
-TEST_F(SettingsViewTest, AnAlertThatIsOffDisablesItsOwnRowsAndLeavesTheirValues) {
+TEST_F(SettingsViewTest, AnAlertThatIsOffDisablesItsRowsAndKeepsTheirValues) {
   make("limit", 77);
   toggle("Charge limit")->toggle();
   EXPECT_FALSE(stepper(kSteppers[0])->isEnabled());
@@ -470,7 +471,7 @@ TEST_F(SettingsViewTest, TimesAreMinutesAfterMidnight) {
   EXPECT_EQ(stored("quietEnd")->integer(), 0);
 }
 
-TEST_F(SettingsViewTest, AStrayTimeIsShownAsTheTimeThatItIsAndLeft) {
+TEST_F(SettingsViewTest, ATimeOutsideTheDayIsShownAndNotChanged) {
   make("quietEnabled", true);
   platform.userDefaults.set("quietStart", 5000);
   const int writes = platform.userDefaults.writes;
@@ -482,11 +483,11 @@ TEST_F(SettingsViewTest, AStrayTimeIsShownAsTheTimeThatItIsAndLeft) {
   view->hide();
   platform.clock.set(kNow + 3600.0);
   view->show();
-  EXPECT_EQ(time("From")->timeOfDay(), (TimeOfDay{15, 20})) << "as of now whenever it opens";
+  EXPECT_EQ(time("From")->timeOfDay(), (TimeOfDay{15, 20})) << "read each time it opens";
   EXPECT_EQ(stored("quietStart")->integer(), 5000);
 }
 
-TEST_F(SettingsViewTest, APermissionIsAskedForWhenTheUserSwitchesAnAlertOn) {
+TEST_F(SettingsViewTest, SwitchingAnAlertOnRequestsPermission) {
   make();
   std::size_t asked = 0;
   for (const auto& [label, key] : kAlertSwitches) {
@@ -497,7 +498,7 @@ TEST_F(SettingsViewTest, APermissionIsAskedForWhenTheUserSwitchesAnAlertOn) {
   }
 }
 
-TEST_F(SettingsViewTest, NothingElseAsksForThePermission) {
+TEST_F(SettingsViewTest, NothingElseRequestsPermission) {
   make();
   view->show();
   for (const auto& [label, key] : kOtherSwitches) {
@@ -512,7 +513,7 @@ TEST_F(SettingsViewTest, NothingElseAsksForThePermission) {
   EXPECT_EQ(permissionQuestions(), 0U);
 }
 
-TEST_F(SettingsViewTest, OutsideABundleNoPermissionIsAskedFor) {
+TEST_F(SettingsViewTest, OutsideABundleNoPermissionIsRequested) {
   platform.mainBundle.id.reset();
   make();
   toggle("Charge limit")->toggle();
@@ -531,7 +532,7 @@ TEST_F(SettingsViewTest, OutsideABundleANoteSaysSo) {
   EXPECT_TRUE(says(kNote));
 }
 
-TEST_F(SettingsViewTest, SoundsAreOfferedInTheirOrder) {
+TEST_F(SettingsViewTest, SoundsAreInOrder) {
   make();
   sound("Low battery")->open();
   QStringList offered;
@@ -568,18 +569,19 @@ TEST_F(SettingsViewTest, EveryPickerHasItsOwnKey) {
   for (std::size_t i = 0; i < 5; ++i) EXPECT_EQ(*stored(kSounds[i].key)->text(), names[i]);
 }
 
-TEST_F(SettingsViewTest, ASoundStoredByOthersIsShownAndNotPlayed) {
+TEST_F(SettingsViewTest, ASoundStoredByAnotherProgramIsShownAndNotPlayed) {
   make();
   platform.userDefaults.set("limitSound", "Submarine");
   EXPECT_EQ(sound("Charge limit")->shownText(), QStringLiteral("Submarine"));
   platform.userDefaults.set("limitSound", "Doorbell");
   EXPECT_EQ(sound("Charge limit")->shownText(), QStringLiteral("Doorbell"));
   platform.userDefaults.set("limitSound", 7);
-  EXPECT_EQ(sound("Charge limit")->shownText(), QStringLiteral("Default")) << "no text";
+  EXPECT_EQ(sound("Charge limit")->shownText(), QStringLiteral("Default"))
+      << "the stored value is not a text";
   EXPECT_TRUE(platform.systemSounds.played.empty());
 }
 
-TEST_F(SettingsViewTest, ASoundsNameOfAnyLengthPushesNothingOut) {
+TEST_F(SettingsViewTest, ALongSoundNameDoesNotWidenThePage) {
   make("lowSound", std::string(200, 'x'));
   view->show();
   const auto* scroll = view->findChild<QScrollArea*>();
@@ -591,7 +593,7 @@ TEST_F(SettingsViewTest, ASoundsNameOfAnyLengthPushesNothingOut) {
   }
 }
 
-TEST_F(SettingsViewTest, LaunchAtLoginIsWhatTheDesktopSays) {
+TEST_F(SettingsViewTest, LaunchAtLoginShowsTheDesktopsState) {
   platform.loginItem.current = LoginItem::Status::enabled;
   make();
   EXPECT_TRUE(toggle("Launch at Login")->isChecked());
@@ -601,10 +603,10 @@ TEST_F(SettingsViewTest, LaunchAtLoginIsWhatTheDesktopSays) {
   toggle("Launch at Login")->toggle();
   EXPECT_EQ(platform.loginItem.current, LoginItem::Status::enabled);
   EXPECT_TRUE(toggle("Launch at Login")->isChecked());
-  EXPECT_EQ(platform.userDefaults.writes, 0) << "it is no preference";
+  EXPECT_EQ(platform.userDefaults.writes, 0) << "launch at login is not a preference";
 }
 
-TEST_F(SettingsViewTest, AFailedChangeOfLaunchAtLoginSnapsBackAndSaysWhy) {
+TEST_F(SettingsViewTest, AFailedChangeOfLaunchAtLoginIsUndoneAndExplained) {
   platform.loginItem.failure = "Permission denied";
   make();
   toggle("Launch at Login")->toggle();
@@ -626,7 +628,7 @@ TEST_F(SettingsViewTest, ALoginItemThatAwaitsApprovalIsOff) {
   EXPECT_FALSE(toggle("Launch at Login")->isChecked());
 }
 
-TEST_F(SettingsViewTest, LaunchAtLoginIsReadAfreshWheneverTheWindowOpens) {
+TEST_F(SettingsViewTest, LaunchAtLoginIsReadEachTimeTheWindowOpens) {
   make();
   view->show();
   view->hide();
@@ -681,7 +683,7 @@ TEST_F(ResetTest, ResetDeletesIt) {
   EXPECT_TRUE(isEmpty());
 }
 
-TEST_F(ResetTest, AsksOnceAtATimeAndAgainLater) {
+TEST_F(ResetTest, AsksOnlyOnceUntilItIsAnswered) {
   button("Reset History…")->click();
   EXPECT_EQ(platform.dialogs.alerts.size(), 1U);
   answer(1);
@@ -689,20 +691,20 @@ TEST_F(ResetTest, AsksOnceAtATimeAndAgainLater) {
   EXPECT_EQ(platform.dialogs.alerts.size(), 2U);
 }
 
-TEST_F(ResetTest, AnAnswerAfterTheWindowsEndDoesNothing) {
+TEST_F(ResetTest, AnAnswerAfterTheViewIsDestroyedDoesNothing) {
   view.reset();
   answer(0);
   EXPECT_FALSE(isEmpty());
 }
 
-TEST_F(SettingsViewTest, AScreenReaderHearsSectionsAndGroups) {
+TEST_F(SettingsViewTest, HasHeadingsAndGroupsForScreenReaders) {
   make();
   QStringList headings;
   QStringList groups;
   for (auto* widget : view->findChildren<QWidget*>()) {
-    const auto* heard = test::spoken(widget);
-    if (heard->role() == QAccessible::Heading) headings << heard->text(QAccessible::Name);
-    if (heard->role() == QAccessible::Grouping) groups << heard->text(QAccessible::Name);
+    const auto* accessible = test::spoken(widget);
+    if (accessible->role() == QAccessible::Heading) headings << accessible->text(QAccessible::Name);
+    if (accessible->role() == QAccessible::Grouping) groups << accessible->text(QAccessible::Name);
   }
   EXPECT_EQ(headings.join(u'|'), QStringLiteral("Alerts|Quiet hours|Menu bar|General"));
   EXPECT_EQ(groups.join(u'|'),
@@ -710,7 +712,7 @@ TEST_F(SettingsViewTest, AScreenReaderHearsSectionsAndGroups) {
                            "Battery health below 80% (once)|Quiet hours|Menu bar|General|"));
 }
 
-TEST_F(SettingsViewTest, EveryControlHasANameAndTheKeyboardReachesItInOrder) {
+TEST_F(SettingsViewTest, EveryControlHasANameAndTabReachesItInOrder) {
   make("quietEnabled", true);
   test::showActive(*view);
   QStringList order;
@@ -730,7 +732,7 @@ TEST_F(SettingsViewTest, EveryControlHasANameAndTheKeyboardReachesItInOrder) {
   EXPECT_EQ(order.last(), QString::fromUtf8("Reset History…"));
 }
 
-TEST_F(SettingsViewTest, TheKeyboardBeginsBeforeTheFirstControl) {
+TEST_F(SettingsViewTest, TheFocusStartsOnThePageBeforeTheFirstControl) {
   make();
   test::showActive(*view);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
@@ -742,7 +744,7 @@ TEST_F(SettingsViewTest, TheKeyboardBeginsBeforeTheFirstControl) {
   EXPECT_EQ(view->findChild<QScrollArea*>()->verticalScrollBar()->value(), 0);
 }
 
-TEST_F(SettingsViewTest, TheKeyboardStaysWhereItIsWhenTheDesktopShowsTheWindowAgain) {
+TEST_F(SettingsViewTest, TheFocusStaysWhenTheDesktopShowsTheWindowAgain) {
   make();
   test::showActive(*view);
   toggle("Low battery")->setFocus(Qt::TabFocusReason);
@@ -752,7 +754,7 @@ TEST_F(SettingsViewTest, TheKeyboardStaysWhereItIsWhenTheDesktopShowsTheWindowAg
   EXPECT_TRUE(toggle("Low battery")->hasFocus());
 }
 
-TEST_F(SettingsViewTest, TheKeyboardsControlIsInView) {
+TEST_F(SettingsViewTest, TheFocusedControlIsScrolledIntoView) {
   make();
   test::showActive(*view);
   toggle("Charge limit")->setFocus(Qt::TabFocusReason);
@@ -764,7 +766,7 @@ TEST_F(SettingsViewTest, TheKeyboardsControlIsInView) {
   }
 }
 
-TEST_F(SettingsViewTest, NoLongerListensWhenItIsGone) {
+TEST_F(SettingsViewTest, DoesNotObserveThePreferencesAfterItIsDestroyed) {
   make();
   view.reset();
   platform.userDefaults.set("limit", 66);

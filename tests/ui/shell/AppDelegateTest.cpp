@@ -58,7 +58,7 @@ class AppDelegateTest : public testing::Test {
     platform.mainQueue.drain();
   }
   bool open() { return delegate->popover().isVisible(); }
-  void click() { statusBar.actions.activate({800, 15, true}); }
+  void click() { statusBar.actions.activate(ClickPosition{800, 15}); }
 
   RecordedPlatform platform{kStart};
   RecordedStatusBar statusBar;
@@ -87,7 +87,7 @@ TEST_F(AppDelegateTest, RedrawsWhenAnyPreferenceChanges) {
   launch();
   const auto before = statusBar.drawn.size();
   platform.userDefaults.set("lowSound", "Glass");
-  EXPECT_EQ(statusBar.drawn.size(), before) << "later, on the main queue";
+  EXPECT_EQ(statusBar.drawn.size(), before) << "drawn later, on the main queue";
   platform.mainQueue.drain();
   EXPECT_EQ(statusBar.drawn.size(), before + 1);
   platform.userDefaults.set("showPercent", false);
@@ -95,7 +95,7 @@ TEST_F(AppDelegateTest, RedrawsWhenAnyPreferenceChanges) {
   EXPECT_EQ(statusBar.drawn.back().title, "");
 }
 
-TEST_F(AppDelegateTest, AClickRefreshesThenOpensAndTheNextCloses) {
+TEST_F(AppDelegateTest, AClickRefreshesAndOpensAndTheNextCloses) {
   launch();
   battery(40);
   click();
@@ -107,7 +107,7 @@ TEST_F(AppDelegateTest, AClickRefreshesThenOpensAndTheNextCloses) {
   EXPECT_EQ(delegate->model().historyVersion(), version) << "closing refreshes nothing";
 }
 
-TEST_F(AppDelegateTest, ThePopoverOpensOnFreshData) {
+TEST_F(AppDelegateTest, RefreshesBeforeThePopoverShows) {
   class OnShow : public QObject {
    public:
     explicit OnShow(std::function<void()> shown) : shown_(std::move(shown)) {}
@@ -128,7 +128,7 @@ TEST_F(AppDelegateTest, ThePopoverOpensOnFreshData) {
   EXPECT_EQ(percentWhenShown, 40);
 }
 
-TEST_F(AppDelegateTest, AnOpenPopoverComesToRest) {
+TEST_F(AppDelegateTest, AnOpenPopoverIsIdle) {
   class Busy : public QObject {
    public:
     bool eventFilter(QObject*, QEvent* event) override {
@@ -154,13 +154,13 @@ TEST_F(AppDelegateTest, AnOpenPopoverComesToRest) {
   EXPECT_EQ(busy.count, 0) << "after a refresh, too";
 }
 
-TEST_F(AppDelegateTest, TheItemIsDrawnBeforeTheLaunchReturns) {
+TEST_F(AppDelegateTest, DrawsTheItemBeforeTheLaunchReturns) {
   delegate->applicationDidFinishLaunching();
   ASSERT_EQ(statusBar.drawn.size(), 1U);
   EXPECT_EQ(statusBar.drawn[0].title, " 64%");
 }
 
-TEST_F(AppDelegateTest, ASnoozeBeyondAllYearsIsShownAllTheSame) {
+TEST_F(AppDelegateTest, OpensWithASnoozeBeyondTheCalendar) {
   platform.userDefaults.set("snoozeUntil", 1e300);
   delegate.emplace(platform.ports(), statusBar, clicks);
   launch();
@@ -168,7 +168,7 @@ TEST_F(AppDelegateTest, ASnoozeBeyondAllYearsIsShownAllTheSame) {
   EXPECT_TRUE(open());
 }
 
-TEST_F(AppDelegateTest, WithoutAnItemTheShellStaysQuiet) {
+TEST_F(AppDelegateTest, DoesNothingWithoutAStatusItem) {
   statusBar.available = false;
   launch();
   delegate->togglePopover();
@@ -192,13 +192,13 @@ TEST_F(AppDelegateTest, AClickElsewhereClosesAndTheSameClickDoesNotReopen) {
   clicks.callbacks.notify(OutsideClicks::Button::released);
   EXPECT_FALSE(open());
   click();
-  EXPECT_FALSE(open()) << "the panel's message about the very click that closed it";
+  EXPECT_FALSE(open()) << "the panel reports the click that closed it";
   platform.mainQueue.advance(0.5);
   click();
   EXPECT_TRUE(open());
 }
 
-TEST_F(AppDelegateTest, TheClickAfterTheClosingOneOpensAgainHoweverSoon) {
+TEST_F(AppDelegateTest, TheNextClickAfterTheClosingOneOpensAtOnce) {
   launch();
   click();
   clicks.callbacks.notify(OutsideClicks::Button::pressed);
@@ -221,7 +221,7 @@ TEST_F(AppDelegateTest, AClickOnTheItemSoonAfterOneElsewhereOpens) {
   EXPECT_TRUE(open());
 }
 
-TEST_F(AppDelegateTest, AClosedPopoverWatchesNoClicks) {
+TEST_F(AppDelegateTest, AClosedPopoverObservesNoClicks) {
   launch();
   click();
   click();
@@ -271,7 +271,7 @@ TEST_F(AppDelegateTest, SavesTheHistoryAtTheEnd) {
   EXPECT_EQ(platform.fileManager.files.size(), 1U);
 }
 
-TEST_F(AppDelegateTest, AGoneDelegateIsNotRedrawn) {
+TEST_F(AppDelegateTest, DoesNotRedrawAfterItIsDestroyed) {
   launch();
   platform.userDefaults.set("low", 5);
   const auto before = statusBar.drawn.size();

@@ -15,21 +15,21 @@ namespace tollbeam {
 namespace {
 
 constexpr Date kNow{1763648400};       // Thursday, 20 November 2025, 14:20
-constexpr Date kMidnight{1763596800};  // the one before
+constexpr Date kMidnight{1763596800};  // of that day
 
 class DailySummaryViewTest : public testing::Test {
  protected:
   DailySummaryViewTest() { QLocale::setDefault(QLocale(QStringLiteral("en_GB"))); }
   ~DailySummaryViewTest() override { QLocale::setDefault(QLocale::c()); }
 
-  /// In a window that keeps to its content's size, as the popover does.
+  /// In a window that has the size of its content, like the popover.
   void show(const std::vector<std::vector<test::Corner>>& stretches) {
     test::store(test::samplesAlong(stretches, kMidnight), platform.fileManager);
     model.emplace(test::modelPorts(platform));
-    // A view inside a view, so that a new height has a way to go.
+    // Nested, so that a new height must pass through several layouts.
     auto* middle = new QWidget;
     auto* inner = new QVBoxLayout(middle);
-    view = new DailySummaryView(*model, platform.ports(), style, middle);
+    view = new DailySummaryView(*model, platform.clock, platform.calendar, style, middle);
     inner->addWidget(view);
     inner->addWidget(new QWidget);
     auto* outer = new QVBoxLayout(&window);
@@ -62,7 +62,7 @@ class DailySummaryViewTest : public testing::Test {
   QWidget window;
 };
 
-TEST_F(DailySummaryViewTest, StartsClosedAndHasMadeNoTable) {
+TEST_F(DailySummaryViewTest, StartsClosedWithoutATable) {
   show();
   EXPECT_EQ(view->title().text(), QStringLiteral("Daily summary"));
   EXPECT_EQ(table(), nullptr);
@@ -89,13 +89,13 @@ TEST_F(DailySummaryViewTest, OpensByTheKeyboard) {
   }
 }
 
-TEST_F(DailySummaryViewTest, TheWholeRowIsTheTarget) {
+TEST_F(DailySummaryViewTest, TheWholeRowCanBeClicked) {
   show();
   EXPECT_EQ(view->title().width(), view->width());
   EXPECT_GE(view->title().height(), 24);
 }
 
-TEST_F(DailySummaryViewTest, ItsFocusRingIsNotCutOffAndMovesAlong) {
+TEST_F(DailySummaryViewTest, ItsFocusRingIsNotCutOffAndMovesWithIt) {
   show();
   view->title().setFocus(Qt::TabFocusReason);
   QFocusEvent focus(QEvent::FocusIn, Qt::TabFocusReason);
@@ -120,14 +120,14 @@ TEST_F(DailySummaryViewTest, ShowsTheNumbersOfADay) {
   EXPECT_EQ(table()->days().at(0).range, QString::fromUtf8("64–64%"));
 }
 
-TEST_F(DailySummaryViewTest, HasOnlyItsHeadsWithoutAHistory) {
+TEST_F(DailySummaryViewTest, HasOnlyItsHeadingsWithoutAHistory) {
   show({});
   view->title().click();
   EXPECT_TRUE(table()->days().empty());
   EXPECT_EQ(table()->findChildren<SummaryRow*>().size(), 1);
 }
 
-TEST_F(DailySummaryViewTest, TheWindowFollowsAtOnce) {
+TEST_F(DailySummaryViewTest, TheWindowResizesAtOnce) {
   show();
   const int closed = window.height();
   view->title().click();
@@ -137,7 +137,7 @@ TEST_F(DailySummaryViewTest, TheWindowFollowsAtOnce) {
   EXPECT_EQ(window.height(), closed);
 }
 
-TEST_F(DailySummaryViewTest, StaysAsItWasLeft) {
+TEST_F(DailySummaryViewTest, StaysOpenWhenTheWindowIsHiddenAndShown) {
   show();
   view->title().click();
   window.hide();
@@ -145,7 +145,7 @@ TEST_F(DailySummaryViewTest, StaysAsItWasLeft) {
   EXPECT_TRUE(isOpen());
 }
 
-TEST_F(DailySummaryViewTest, OpensAtItsNewHeightAfterADayThatNobodySaw) {
+TEST_F(DailySummaryViewTest, OpensAtItsNewHeightAfterADayWhileHidden) {
   show({{{8, 64}, {9, 64}}});
   view->title().click();
   const int before = window.height();
@@ -154,7 +154,7 @@ TEST_F(DailySummaryViewTest, OpensAtItsNewHeightAfterADayThatNobodySaw) {
   platform.powerSources.table = List{
       Dictionary{{"Type", "InternalBattery"}, {"Current Capacity", 50}, {"Max Capacity", 100}}};
   model->refresh(AppModel::Reason::timer);
-  EXPECT_EQ(days(), std::vector<std::string>{"Thu 20"}) << "nothing is computed while hidden";
+  EXPECT_EQ(days(), std::vector<std::string>{"Thu 20"}) << "computed while hidden";
   window.show();
   EXPECT_EQ(days(), (std::vector<std::string>{"Fri 21", "Thu 20"}));
   EXPECT_EQ(window.height(), before + view->findChild<SummaryRow*>()->height());
@@ -167,7 +167,7 @@ TEST_F(DailySummaryViewTest, FollowsTheHistoryWhileOpen) {
   EXPECT_TRUE(table()->days().empty());
 }
 
-TEST_F(DailySummaryViewTest, GivesColumnsTheirWidthsAndMoreWhereTextsNeedIt) {
+TEST_F(DailySummaryViewTest, WidensAColumnForALongText) {
   show();
   view->title().click();
   const SummaryColumns usual = table()->columns();
@@ -181,14 +181,14 @@ TEST_F(DailySummaryViewTest, GivesColumnsTheirWidthsAndMoreWhereTextsNeedIt) {
   EXPECT_EQ(table()->columns().range, usual.range);
 }
 
-// Where each of the four texts of a row begins and ends, seen in a picture of it.
-class ColumnsOfDailySummaryTest : public DailySummaryViewTest {
+// Finds the first and last pixel of each of the four texts of a row.
+class SummaryColumnsTest : public DailySummaryViewTest {
  protected:
   struct Ink {
     int first = -1;
     int last = -1;
   };
-  // Between these two columns of pixels.
+  // Searches the columns of pixels from `from` up to `to`.
   static Ink inkOf(SummaryRow& row, int from, int to) {
     const QImage image = row.grab().toImage();
     const QColor ground = image.pixelColor(0, 0);
@@ -204,7 +204,7 @@ class ColumnsOfDailySummaryTest : public DailySummaryViewTest {
   }
 };
 
-TEST_F(ColumnsOfDailySummaryTest, EndAtTheirEndsAndTheDayBeginsAtItsBeginning) {
+TEST_F(SummaryColumnsTest, AreTrailingAlignedAndTheDayIsLeadingAligned) {
   constexpr int kBearing = 3;
   for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
     QWidget page;
@@ -222,7 +222,7 @@ TEST_F(ColumnsOfDailySummaryTest, EndAtTheirEndsAndTheDayBeginsAtItsBeginning) {
     for (auto* row : table.findChildren<SummaryRow*>()) {
       const int width = row->width();
       ASSERT_EQ(width, 308);
-      // A column's outer edge, seen from the row's end.
+      // From the trailing edge of the row to that of the column.
       int distance = 0;
       for (const int column : {style.px(62), style.px(68), style.px(38)}) {
         const int from = mirrored ? distance : width - distance - column;
@@ -239,7 +239,7 @@ TEST_F(ColumnsOfDailySummaryTest, EndAtTheirEndsAndTheDayBeginsAtItsBeginning) {
   }
 }
 
-TEST_F(DailySummaryViewTest, IsAnExpandableButtonForWhoHearsIt) {
+TEST_F(DailySummaryViewTest, IsAnExpandableButtonForScreenReaders) {
   show();
   auto* title = spoken(&view->title());
   ASSERT_NE(title, nullptr);
@@ -247,7 +247,7 @@ TEST_F(DailySummaryViewTest, IsAnExpandableButtonForWhoHearsIt) {
   EXPECT_EQ(title->text(QAccessible::Name), QStringLiteral("Daily summary"));
   EXPECT_TRUE(title->state().expandable);
   EXPECT_TRUE(title->state().collapsed);
-  EXPECT_TRUE(title->state().checkable) << "or its changes are not heard right";
+  EXPECT_TRUE(title->state().checkable) << "needed for screen readers to announce changes";
   EXPECT_FALSE(title->state().checked);
   EXPECT_TRUE(title->state().focusable);
   auto* actions = title->actionInterface();
@@ -263,7 +263,7 @@ TEST_F(DailySummaryViewTest, IsAnExpandableButtonForWhoHearsIt) {
   EXPECT_FALSE(title->state().checked);
 }
 
-TEST_F(DailySummaryViewTest, ReadsEachRowInOneSentence) {
+TEST_F(DailySummaryViewTest, EachRowIsOneSentenceForScreenReaders) {
   show();
   view->title().click();
   const auto rows = table()->findChildren<SummaryRow*>();
@@ -274,7 +274,7 @@ TEST_F(DailySummaryViewTest, ReadsEachRowInOneSentence) {
   EXPECT_EQ(spoken(rows[1])->role(), QAccessible::StaticText);
 }
 
-TEST_F(DailySummaryViewTest, SurvivesAChangeOfTheLook) {
+TEST_F(DailySummaryViewTest, GrowsWithTheFontWhileOpen) {
   show();
   view->title().click();
   const QFont before = QApplication::font();

@@ -1,9 +1,11 @@
 #include "platform/freedesktop/statusbar/FreedesktopStatusBar.h"
 
+#include <QCursor>
 #include <QDir>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QPalette>
+#include <QScreen>
 #include <QTimer>
 #include <chrono>
 #include <optional>
@@ -47,11 +49,11 @@ class FreedesktopStatusItem final : public QObject, public StatusItem {
   void readColoursAgain();
   [[nodiscard]] bool hostNeedsColour() const;
   [[nodiscard]] QColor colourOnHost() const;
-  [[nodiscard]] ClickPosition pointer() const;
+  [[nodiscard]] std::optional<ClickPosition> pointer() const;
   void choose(Kind kind);
   void popUpMenu(QPoint physical);
 
-  static ClickPosition at(QPoint physical) { return {physical.x(), physical.y(), true}; }
+  [[nodiscard]] static std::optional<ClickPosition> at(QPoint reported);
 
   Actions actions_;
   QString iconThemePath_;
@@ -183,8 +185,22 @@ QColor FreedesktopStatusItem::colourOnHost() const {
   return QGuiApplication::palette().color(QPalette::WindowText);
 }
 
-ClickPosition FreedesktopStatusItem::pointer() const {
-  return xServer_ ? at(xServer_->pointer()) : ClickPosition();
+// Under X11 the pointer is where the click was, on every desktop; the place that panels report is
+// not always right. Under Wayland programs do not know the pointer.
+std::optional<ClickPosition> FreedesktopStatusItem::at(QPoint reported) {
+  if (QGuiApplication::platformName() == QStringLiteral("xcb") &&
+      qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+    const QPoint pointer = QCursor::pos();
+    return ClickPosition{pointer.x(), pointer.y()};
+  }
+  // Panels that do not know the place report the corner.
+  if (reported.isNull()) return std::nullopt;
+  const double ratio = QGuiApplication::primaryScreen()->devicePixelRatio();
+  return ClickPosition{qRound(reported.x() / ratio), qRound(reported.y() / ratio)};
+}
+
+std::optional<ClickPosition> FreedesktopStatusItem::pointer() const {
+  return xServer_ ? at(xServer_->pointer()) : std::nullopt;
 }
 
 void FreedesktopStatusItem::choose(Kind kind) {

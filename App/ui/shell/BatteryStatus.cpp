@@ -1,4 +1,4 @@
-#include "ui/shell/StatusItemContent.h"
+#include "ui/shell/BatteryStatus.h"
 
 #include "battery/FormatDecimal.h"
 #include "texts/Translated.h"
@@ -8,15 +8,11 @@ namespace tollbeam {
 namespace {
 
 std::string title(const BatteryState& state, const Prefs& prefs) {
-  std::string text;
-  if (!state.hasBattery) return text;
-  if (prefs.showPercent) text = std::to_string(state.percent) + "%";
+  if (!state.hasBattery) return {};
+  std::string percent = prefs.showPercent ? " " + std::to_string(state.percent) + "%" : "";
   const auto time = prefs.showTime ? state.shortTime() : std::nullopt;
-  if (time) {
-    if (!text.empty()) text += " · ";
-    text += *time;
-  }
-  return text.empty() ? text : " " + text;
+  if (!time) return percent;
+  return percent + (percent.empty() ? " " : " · ") + *time;
 }
 
 std::string toolTip(const BatteryState& state) {
@@ -36,7 +32,7 @@ std::string toolTip(const BatteryState& state) {
 
 }  // namespace
 
-StatusItemContent statusItemContent(const BatteryState& state, const Prefs& prefs) {
+StatusItemContent batteryStatus(const BatteryState& state, const Prefs& prefs) {
   return {.symbolNames = state.symbolNames(),
           .accessibilityDescription = translatedUtf8("Battery"),
           .title = title(state, prefs),
