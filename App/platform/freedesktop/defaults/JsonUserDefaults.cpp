@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // An editor that writes in place shows half a file for a moment: it is damaged only if it stays so.
-constexpr auto kDamageStands = std::chrono::seconds(1);
+constexpr auto kDamageTimeout = std::chrono::seconds(1);
 
 Dictionary overlaid(Dictionary base, const Dictionary& over) {
   for (const auto& [key, value] : over) base.insert_or_assign(key, value);
@@ -28,9 +28,9 @@ Dictionary overlaid(Dictionary base, const Dictionary& over) {
 JsonUserDefaults::JsonUserDefaults(FileManager& files, std::optional<std::string> path)
     : files_(files), path_(std::move(path)) {
   if (!path_) return;
-  damageStands_.setSingleShot(true);
-  damageStands_.setInterval(kDamageStands);
-  damageStands_.callOnTimeout([this] { takeOver(readOrSetAside()); });
+  damageTimer_.setSingleShot(true);
+  damageTimer_.setInterval(kDamageTimeout);
+  damageTimer_.callOnTimeout([this] { takeOver(readOrSetAside()); });
   // While the folder is missing the one above is watched, and every other program's files in it
   // would wake us.
   createFolder();
@@ -90,10 +90,10 @@ std::optional<Dictionary> JsonUserDefaults::readOrSetAside() {
 void JsonUserDefaults::synchronize() {
   const Stored file = read();
   if (!file.isDamaged) {
-    damageStands_.stop();
+    damageTimer_.stop();
     takeOver(file.values);
-  } else if (!damageStands_.isActive()) {
-    damageStands_.start();
+  } else if (!damageTimer_.isActive()) {
+    damageTimer_.start();
   }
 }
 

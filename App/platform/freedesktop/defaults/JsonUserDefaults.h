@@ -60,7 +60,8 @@ class JsonUserDefaults final : public UserDefaults {
   Observers<> observers_;
   bool isNotifying_ = false;
   QObject context_;
-  QTimer damageStands_;
+  /// Runs while the file is damaged.
+  QTimer damageTimer_;
   std::unique_ptr<FileWatch> watch_;
 };
 
