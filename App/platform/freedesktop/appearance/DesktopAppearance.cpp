@@ -1,7 +1,11 @@
 #include "platform/freedesktop/appearance/DesktopAppearance.h"
 
 #include <QApplication>
+#include <QBackingStore>
+#include <QScreen>
 #include <QStyle>
+#include <QWidget>
+#include <memory>
 #include <utility>
 
 #include "platform/freedesktop/appearance/DesktopFont.h"
@@ -27,6 +31,20 @@ bool isStylesOwn(const QPalette& palette) {
 bool isQtsOwn(const QFont& font) {
   return (font.family() == QLatin1String("Sans Serif") || font.family() == QLatin1String("Sans")) &&
          font.pointSizeF() == 9;
+}
+
+// A window that exists keeps its size in dots and the store that it is painted into, and would show
+// only a part of itself at another scale.
+void showAtNewScale(QWidget& window) {
+  auto* store = window.backingStore();
+  if (store == nullptr) return;
+  const bool shown = window.isVisible();
+  // A window gets its size in dots when it appears.
+  window.hide();
+  // No window has this size, so the next painting makes the store anew.
+  store->resize(QSize(1, 1));
+  // A popover gets its place and its clicks from the code that opens it.
+  if (shown && window.windowType() == Qt::Window) window.show();
 }
 
 }  // namespace
@@ -56,8 +74,22 @@ DesktopAppearance::DesktopAppearance(Bus& sessionBus, Activation activation, Too
     daemon_.emplace(*server);
     connect(&*daemon_, &XSettingsWatch::changed, this, &DesktopAppearance::follow);
   }
+  for (auto* screen : QGuiApplication::screens()) followScale(screen);
+  connect(qApp, &QGuiApplication::screenAdded, this, &DesktopAppearance::followScale);
   look_ = currentLook();
   apply();
+}
+
+// "Larger text" is more dots per inch on many X11 desktops: Qt then counts in larger pixels.
+void DesktopAppearance::followScale(QScreen* screen) {
+  const auto follow = [screen, ratio = std::make_shared<qreal>(screen->devicePixelRatio())] {
+    if (screen->devicePixelRatio() == *ratio) return;
+    *ratio = screen->devicePixelRatio();
+    for (auto* window : QApplication::topLevelWidgets()) showAtNewScale(*window);
+  };
+  // Which of the two reports a new ratio depends on the version of Qt.
+  connect(screen, &QScreen::logicalDotsPerInchChanged, this, follow);
+  connect(screen, &QScreen::geometryChanged, this, follow);
 }
 
 Look DesktopAppearance::currentLook() const {

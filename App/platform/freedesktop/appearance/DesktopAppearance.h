@@ -3,7 +3,8 @@
 //
 // Build it after the application and before the first window. It listens to the settings portal
 // and, on X11, to the settings daemon. Both may be missing, come later and restart; it waits for
-// neither. Main thread only.
+// neither. Windows are shown anew when the screen's scale has changed; popovers close. Main thread
+// only.
 #pragma once
 
 #include <QFont>
@@ -11,10 +12,11 @@
 #include <optional>
 
 #include "platform/Appearance.h"
-#include "platform/freedesktop/appearance/LiveScale.h"
 #include "platform/freedesktop/appearance/PortalSettings.h"
 #include "platform/freedesktop/appearance/XSettingsWatch.h"
 #include "platform/freedesktop/appearance/readings/Look.h"
+
+class QScreen;
 
 namespace tollbeam {
 
@@ -47,12 +49,12 @@ class DesktopAppearance final : public QObject, public Appearance {
   [[nodiscard]] Look currentLook() const;
   void follow();
   void apply() const;
+  void followScale(QScreen* screen);
 
   const ToolkitTheme theme_;
   const QFont usualFont_;
   PortalSettings portal_;
   std::optional<XSettingsWatch> daemon_;
-  LiveScale scale_;
   Look look_;
   Observers<> observers_;
 };

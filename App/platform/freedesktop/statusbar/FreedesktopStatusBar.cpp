@@ -172,7 +172,7 @@ void FreedesktopStatusItem::readColoursAgain() {
   if (next <= kLastDelay) colourTimer_.start(next);
 }
 
-// Whether the panel shows our pixmap as it is, on a ground whose colour only its window tells.
+// Whether the panel shows our pixmap unchanged, on a ground whose colour is read from the screen.
 bool FreedesktopStatusItem::hostNeedsColour() const {
   return !traits().darkPanel && (!traits().recoloursIcon || iconThemePath_.isEmpty());
 }

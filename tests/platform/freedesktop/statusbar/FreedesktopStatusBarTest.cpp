@@ -43,6 +43,12 @@ class FreedesktopStatusBarTest : public testing::Test {
     return waitFor([&] { return watcher_->items.size() >= times; });
   }
 
+  [[nodiscard]] bool showItem(const char* desktop = "") {
+    startWatcher();
+    createItem(desktop);
+    return registered();
+  }
+
   std::unique_ptr<RecordingHost> host() {
     return std::make_unique<RecordingHost>(bus_.connect(), watcher_->items.last());
   }
@@ -58,9 +64,7 @@ class FreedesktopStatusBarTest : public testing::Test {
 };
 
 TEST_F(FreedesktopStatusBarTest, RegistersItsUniqueName) {
-  startWatcher();
-  createItem();
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem());
   EXPECT_TRUE(watcher_->items.first().startsWith(QLatin1Char(':')));
   EXPECT_EQ(host()->property("Id"), text("org.tollbeam.Tollbeam"));
 }
@@ -73,9 +77,7 @@ TEST_F(FreedesktopStatusBarTest, RegistersWithAWatcherThatComesLater) {
 }
 
 TEST_F(FreedesktopStatusBarTest, RegistersAgainOnARestartedBus) {
-  startWatcher();
-  createItem();
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem());
   bus_.stop();
   watcher_.reset();
   bus_.start();
@@ -85,9 +87,7 @@ TEST_F(FreedesktopStatusBarTest, RegistersAgainOnARestartedBus) {
 }
 
 TEST_F(FreedesktopStatusBarTest, RegistersWithTheNextWatcher) {
-  startWatcher();
-  createItem();
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem());
   watcher_.reset();
   startWatcher();
   ASSERT_TRUE(registered());
@@ -95,18 +95,14 @@ TEST_F(FreedesktopStatusBarTest, RegistersWithTheNextWatcher) {
 }
 
 TEST_F(FreedesktopStatusBarTest, RegistersAgainWhenAPanelComesToAnOldWatcher) {
-  startWatcher();
-  createItem();
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem());
   watcher_->announceHost();
   ASSERT_TRUE(registered(2));
   EXPECT_EQ(watcher_->items.at(0), watcher_->items.at(1)) << "the same item, not a second one";
 }
 
 TEST_F(FreedesktopStatusBarTest, LeavesTheBusWhenDestroyed) {
-  startWatcher();
-  createItem();
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem());
   const auto panel = host();
   item_.reset();
   EXPECT_TRUE(waitFor([&] { return !panel->property("Id").has_value(); }));
@@ -123,9 +119,7 @@ TEST_F(FreedesktopStatusBarTest, ShowsContentThatWasSetBeforeTheWatcherCame) {
 }
 
 TEST_F(FreedesktopStatusBarTest, HasTheStandardsProperties) {
-  startWatcher();
-  createItem();
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem());
   const auto panel = host();
   EXPECT_EQ(panel->property("Category"), text("Hardware"));
   EXPECT_EQ(panel->property("Title"), text("Tollbeam"));
@@ -146,9 +140,7 @@ TEST_F(FreedesktopStatusBarTest, HasTheStandardsProperties) {
 }
 
 TEST_F(FreedesktopStatusBarTest, AnnouncesOnlyWhatChanged) {
-  startWatcher();
-  createItem("GNOME");
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem("GNOME"));
   const auto panel = host();
   ASSERT_EQ(panel->property("XAyatanaLabel"), text("64% · 3:47"));
 
@@ -175,9 +167,7 @@ TEST_F(FreedesktopStatusBarTest, AnnouncesOnlyWhatChanged) {
 }
 
 TEST_F(FreedesktopStatusBarTest, ReportsAClickWithItsPosition) {
-  startWatcher();
-  createItem();
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem());
   const auto panel = host();
   const auto click = [&](const char* method, int x, int y) {
     return panel->call(text("/StatusNotifierItem"), text("org.kde.StatusNotifierItem"),
@@ -194,9 +184,7 @@ TEST_F(FreedesktopStatusBarTest, ReportsAClickWithItsPosition) {
 }
 
 TEST_F(FreedesktopStatusBarTest, ReportsNoPositionWhereTheHostsIsWrong) {
-  startWatcher();
-  createItem("MATE");
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem("MATE"));
   ASSERT_TRUE(host()->call(text("/StatusNotifierItem"), text("org.kde.StatusNotifierItem"),
                            text("Activate"), {0, 28}));
   ASSERT_TRUE(waitFor([&] { return clicks_.size() == 1; }));
@@ -204,9 +192,7 @@ TEST_F(FreedesktopStatusBarTest, ReportsNoPositionWhereTheHostsIsWrong) {
 }
 
 TEST_F(FreedesktopStatusBarTest, MenuOffersOpenStatusSettingsAndQuit) {
-  startWatcher();
-  createItem();
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem());
   const auto reply = host()->menu("GetLayout", {0, -1, QStringList()});
   ASSERT_TRUE(reply && reply->size() == 2);
   const auto root = qdbus_cast<DBusMenuNode>(reply->at(1));
@@ -226,9 +212,7 @@ TEST_F(FreedesktopStatusBarTest, MenuOffersOpenStatusSettingsAndQuit) {
 }
 
 TEST_F(FreedesktopStatusBarTest, MenuChoicesCallTheirActions) {
-  startWatcher();
-  createItem();
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem());
   const auto panel = host();
   const auto layout = panel->menu("GetLayout", {0, 1, QStringList()});
   ASSERT_TRUE(layout && layout->size() == 2);
@@ -255,9 +239,7 @@ TEST_F(FreedesktopStatusBarTest, MenuChoicesCallTheirActions) {
 }
 
 TEST_F(FreedesktopStatusBarTest, MenuAnswersGroupedCalls) {
-  startWatcher();
-  createItem();
-  ASSERT_TRUE(registered());
+  ASSERT_TRUE(showItem());
   const auto panel = host();
   const DBusMenuEvents events{{4, text("clicked"), QDBusVariant(QString()), 0},
                               {77, text("clicked"), QDBusVariant(QString()), 0}};

@@ -8,9 +8,6 @@
 namespace tollbeam {
 namespace {
 
-constexpr double kSmallestText = 0.5;
-constexpr double kLargestText = 3;
-
 const Value* setting(const Dictionary& portal, std::string_view group, std::string_view key) {
   const Value* settings = find(portal, group);
   const Dictionary* keys = settings != nullptr ? settings->dictionary() : nullptr;
@@ -25,11 +22,9 @@ const Value* gnome(const Dictionary& portal, std::string_view key) {
   return setting(portal, "org.gnome.desktop.interface", key);
 }
 
-bool isNumber(const Value* value, std::int64_t number) {
-  return value != nullptr && value->isIntegral() && value->integer() == number;
+bool is(const Value* value, const Value& expected) {
+  return value != nullptr && *value == expected;
 }
-
-bool isFlag(const Value* value, bool flag) { return value != nullptr && value->flag() == flag; }
 
 std::string_view textOf(const Value* value) {
   const std::string* text = value != nullptr ? value->text() : nullptr;
@@ -68,24 +63,17 @@ bool isDarkTheme(std::string_view name) {
 // older than the portal's.
 ColourScheme schemeOf(const Dictionary& portal, std::string_view theme) {
   const Value* preference = appearance(portal, "color-scheme");
-  const auto ofGnome = textOf(gnome(portal, "color-scheme"));
-  if (isNumber(preference, 1)) return ColourScheme::dark;
-  if (isNumber(preference, 2)) return ColourScheme::light;
-  if (ofGnome == "prefer-dark") return ColourScheme::dark;
-  if (ofGnome == "prefer-light") return ColourScheme::light;
+  const Value* ofGnome = gnome(portal, "color-scheme");
+  if (is(preference, 1)) return ColourScheme::dark;
+  if (is(preference, 2)) return ColourScheme::light;
+  if (is(ofGnome, "prefer-dark")) return ColourScheme::dark;
+  if (is(ofGnome, "prefer-light")) return ColourScheme::light;
   return isDarkTheme(theme) ? ColourScheme::dark : ColourScheme::light;
-}
-
-bool highContrastOf(const Dictionary& portal, std::string_view theme) {
-  return isNumber(appearance(portal, "contrast"), 1) ||
-         isFlag(setting(portal, "org.gnome.desktop.a11y.interface", "high-contrast"), true) ||
-         isHighContrastTheme(theme);
 }
 
 // Of a text, which is how KDE gives its numbers.
 bool isZero(const Value* value) {
   const auto text = textOf(value);
-  if (text.empty()) return false;
   double number = 1;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   return error == std::errc() && end == text.data() + text.size() && number == 0;
@@ -93,9 +81,9 @@ bool isZero(const Value* value) {
 
 // One source that turns animations off is enough.
 bool animationsOf(const Dictionary& portal, const Dictionary& xsettings) {
-  return !isNumber(find(xsettings, "Gtk/EnableAnimations"), 0) &&
-         !isFlag(gnome(portal, "enable-animations"), false) &&
-         !isNumber(appearance(portal, "reduced-motion"), 1) &&
+  return !is(find(xsettings, "Gtk/EnableAnimations"), 0) &&
+         !is(gnome(portal, "enable-animations"), false) &&
+         !is(appearance(portal, "reduced-motion"), 1) &&
          !isZero(setting(portal, "org.kde.kdeglobals.KDE", "AnimationDurationFactor"));
 }
 
@@ -114,7 +102,7 @@ std::optional<Accent> accentOf(const Value* value) {
 double textScaleOf(const Value* value) {
   const auto factor = value != nullptr ? value->number() : std::nullopt;
   if (!factor || !(*factor > 0)) return 1;
-  return std::clamp(*factor, kSmallestText, kLargestText);
+  return std::clamp(*factor, 0.5, 3.0);
 }
 
 }  // namespace
@@ -123,7 +111,10 @@ Look lookOf(const Dictionary& portal, const Dictionary& xsettings) {
   const auto theme = themeOf(portal, xsettings);
   Look look;
   look.scheme = schemeOf(portal, theme);
-  look.highContrast = highContrastOf(portal, theme);
+  look.highContrast =
+      is(appearance(portal, "contrast"), 1) ||
+      is(setting(portal, "org.gnome.desktop.a11y.interface", "high-contrast"), true) ||
+      isHighContrastTheme(theme);
   look.animations = animationsOf(portal, xsettings);
   look.accent = accentOf(appearance(portal, "accent-color"));
   // A portal answers with GNOME's settings wherever GNOME's libraries are, so the settings daemon,

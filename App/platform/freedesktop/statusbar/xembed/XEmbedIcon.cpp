@@ -58,21 +58,20 @@ XEmbedIcon::XEmbedIcon(const XServer& server, const TrayOwner& tray, Symbols& sy
 XEmbedIcon::~XEmbedIcon() { leave(); }
 
 void XEmbedIcon::dock() {
-  if (state_ != State::Away) return;
+  if (window_) return;
   QCoreApplication::instance()->installNativeEventFilter(this);
   QCoreApplication::instance()->installEventFilter(this);
   const int height = static_cast<int>(std::lround(kUsualHeight * statusScale()));
   size_ = QSize(height, height);
   window_.emplace(server_, tray_.visual(), height, kEvents);
-  state_ = State::Asking;
   askForWidth();
   window_->askForPlace(tray_.window());
   dockTimeout_.start();
 }
 
 void XEmbedIcon::leave() {
-  if (state_ == State::Away) return;
-  state_ = State::Away;
+  if (!window_) return;
+  docked_ = false;
   dockTimeout_.stop();
   settling_.stop();
   hideToolTip();
@@ -94,9 +93,9 @@ void XEmbedIcon::setContent(const QString& symbol, const QString& text, const QS
   text_ = text;
   if (toolTip != toolTip_) {
     toolTip_ = toolTip;
-    if (QToolTip::isVisible() && state_ == State::Docked) showToolTip();
+    if (QToolTip::isVisible() && docked_) showToolTip();
   }
-  if (!same && state_ != State::Away) askForWidth();
+  if (!same && window_) askForWidth();
 }
 
 // Without its colour, which is read from the panel.
@@ -123,7 +122,7 @@ std::optional<QColor> XEmbedIcon::ground() const {
 }
 
 void XEmbedIcon::redraw() {
-  if (state_ == State::Docked) askForWidth();
+  if (docked_) askForWidth();
 }
 
 // Asks the panel for the width of the picture, and draws it: at once where there is room for it,
@@ -131,7 +130,7 @@ void XEmbedIcon::redraw() {
 void XEmbedIcon::askForWidth() {
   const QSize wanted(picture().width(symbols_), size_.height());
   window_->askForSize(wanted);
-  if (state_ == State::Asking) {
+  if (!docked_) {
     window_->resize(wanted);
     size_ = wanted;
   } else if (wanted.width() > size_.width()) {
@@ -142,7 +141,7 @@ void XEmbedIcon::askForWidth() {
 }
 
 void XEmbedIcon::paint() {
-  if (state_ != State::Docked) return;
+  if (!docked_) return;
   auto shown = picture();
   shown.colour = colour();
   window_->draw(shown.paint(symbols_, size_.width()));
@@ -202,9 +201,9 @@ bool XEmbedIcon::nativeEventFilter(const QByteArray& type, void* message, qintpt
 void XEmbedIcon::onReparented(xcb_window_t parent) {
   if (parent == server_.root()) {
     giveUp();
-  } else if (state_ == State::Asking) {
+  } else if (!docked_) {
     dockTimeout_.stop();
-    state_ = State::Docked;
+    docked_ = true;
     Q_EMIT docked();
     askForWidth();
   }
@@ -212,7 +211,7 @@ void XEmbedIcon::onReparented(xcb_window_t parent) {
 
 void XEmbedIcon::onConfigured(QSize given) {
   const QSize size = given.boundedTo(kLargest);
-  if (size == size_ || state_ != State::Docked) return;
+  if (size == size_ || !docked_) return;
   const auto before = std::exchange(size_, size);
   settling_.start();
   if (size.height() != before.height())

@@ -31,7 +31,7 @@ class XEmbedIcon : public QObject, public QAbstractNativeEventFilter {
   XEmbedIcon(const XServer& server, const TrayOwner& tray, Symbols& symbols, Handlers handlers);
   ~XEmbedIcon() override;
 
-  [[nodiscard]] bool isDocked() const { return state_ == State::Docked; }
+  [[nodiscard]] bool isDocked() const { return docked_; }
 
   /// Asks the tray for a place; `docked` or `refused` follows.
   void dock();
@@ -51,8 +51,6 @@ class XEmbedIcon : public QObject, public QAbstractNativeEventFilter {
   void refused();
 
  private:
-  enum class State { Away, Asking, Docked };
-
   void giveUp();
   void askForWidth();
   void paint();
@@ -68,8 +66,9 @@ class XEmbedIcon : public QObject, public QAbstractNativeEventFilter {
   const TrayOwner& tray_;
   Symbols& symbols_;
   const Handlers handlers_;
-  State state_ = State::Away;
+  /// From asking for a place until leaving.
   std::optional<TrayWindow> window_;
+  bool docked_ = false;
   QSize size_;
   QString symbol_;
   QString text_;
