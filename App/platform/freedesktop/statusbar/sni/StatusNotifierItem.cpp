@@ -81,6 +81,8 @@ void StatusNotifierItem::ContextMenu(int x, int y) {
       Qt::QueuedConnection);
 }
 
+void StatusNotifierItem::Scroll(int /*delta*/, const QString& /*orientation*/) {}
+
 void StatusNotifierItem::ProvideXdgActivationToken(const QString& token) {
   // Qt reads this variable for the right to raise a window on Wayland. Elsewhere nothing would
   // remove it again.

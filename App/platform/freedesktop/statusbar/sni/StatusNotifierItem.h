@@ -81,7 +81,7 @@ class StatusNotifierItem : public QObject {
   // A middle click: on GNOME the only single click that does not open the menu.
   void SecondaryActivate(int x, int y) { Activate(x, y); }
   void ContextMenu(int x, int y);
-  void Scroll(int /*delta*/, const QString& /*orientation*/) {}
+  void Scroll(int delta, const QString& orientation);
   void ProvideXdgActivationToken(const QString& token);
 
  Q_SIGNALS:
