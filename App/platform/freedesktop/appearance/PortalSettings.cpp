@@ -1,12 +1,12 @@
 #include "platform/freedesktop/appearance/PortalSettings.h"
 
 #include <QDBusArgument>
-#include <QDBusPendingCallWatcher>
 #include <QVariantMap>
 #include <limits>
 #include <utility>
 
 #include "platform/freedesktop/bus/DBusValue.h"
+#include "platform/freedesktop/bus/WhenFinished.h"
 
 namespace tollbeam {
 namespace {
@@ -75,15 +75,14 @@ void PortalSettings::ask() {
   call << namespaces_;
   // A portal that has gone meanwhile is not started for this.
   call.setAutoStartService(false);
-  auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call, kNever), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, question, watcher] {
-    watcher->deleteLater();
-    --open_;
-    if (question == question_)
-      take(watcher->reply());
-    else if (unsent_)
-      ask();
-  });
+  whenFinished(bus_.asyncCall(call, kNever), this,
+               [this, question](const QDBusPendingCall& answered) {
+                 --open_;
+                 if (question == question_)
+                   take(answered.reply());
+                 else if (unsent_)
+                   ask();
+               });
 }
 
 void PortalSettings::take(const QDBusMessage& answer) {

@@ -1,9 +1,10 @@
 #include "platform/freedesktop/statusbar/sni/WatcherMonitor.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QFile>
+
+#include "platform/freedesktop/bus/WhenFinished.h"
 
 namespace tollbeam {
 namespace {
@@ -35,14 +36,13 @@ void WatcherMonitor::identify() {
       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetConnectionUnixProcessID"));
   question << owner_.name();
-  auto* call = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
-  connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, owner = owner_.name()] {
-    call->deleteLater();
-    if (owner != owner_.name()) return;
-    const QDBusPendingReply<uint> reply = *call;
-    const auto process = reply.isValid() ? processName(reply.value()) : QString();
-    settle(Presence::Present, statusHostFor(process, qEnvironmentVariable("XDG_CURRENT_DESKTOP")));
-  });
+  whenFinished(bus_.asyncCall(question), this,
+               [this, owner = owner_.name()](const QDBusPendingReply<uint>& reply) {
+                 if (owner != owner_.name()) return;
+                 const auto process = reply.isValid() ? processName(reply.value()) : QString();
+                 settle(Presence::Present,
+                        statusHostFor(process, qEnvironmentVariable("XDG_CURRENT_DESKTOP")));
+               });
 }
 
 void WatcherMonitor::settle(Presence presence, StatusHost host) {
