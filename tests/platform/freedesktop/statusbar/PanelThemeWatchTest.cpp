@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDBusVariant>
 #include <QDir>
 
 #include "support/FakeProperties.h"
@@ -17,6 +18,8 @@ class PanelThemeWatchTest : public testing::Test {
  protected:
   PanelThemeWatchTest() {
     QObject::connect(&watch, &PanelThemeWatch::maybeChanged, [this] { ++hints; });
+    // The bus has the rules of the watch before anything is sent.
+    EXPECT_TRUE(test::passedOn(ours.connection()));
   }
 
   /// Waits for the signal's arrival, whether or not it becomes a hint.
