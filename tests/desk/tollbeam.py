@@ -294,13 +294,7 @@ class ProgramTest(unittest.TestCase):
 
     def window(self, title):
         """{role: [names]} of what is to be seen in the window, empty when it is not on the screen."""
-        seen, inside = {}, False
-        for w in self.screen.widgets(APP):
-            if w['depth'] == 1:
-                inside = w['name'] == title
-            if inside and w['showing'] and w['name']:
-                seen.setdefault(w['role'], []).append(w['name'])
-        return seen
+        return self.screen.shown(APP, title)
 
     def popover(self):
         """What the popover says, one text a label, ring and button; empty while it is closed."""

@@ -14,6 +14,7 @@ class Bus:
     def __init__(self, socket):
         self.socket = socket
         self._connection = None
+        self._pids = {}  # by unique name; a bus gives none of them twice
 
     @property
     def address(self):
@@ -26,6 +27,7 @@ class Bus:
                      Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
             self._connection = Gio.DBusConnection.new_for_address_sync(self.address, flags, None, None)
             self._connection.set_exit_on_close(False)
+            self._pids.clear()
         return self._connection
 
     def close(self):
@@ -63,10 +65,12 @@ class Bus:
         found = []
         for name in self.call(*bus, 'ListNames')[0]:
             try:
-                if name.startswith(':') and self.call(*bus, 'GetConnectionUnixProcessID', '(s)', name)[0] == pid:
-                    found.append(name)
+                if name.startswith(':') and name not in self._pids:
+                    self._pids[name] = self.call(*bus, 'GetConnectionUnixProcessID', '(s)', name)[0]
             except GLib.Error:
-                pass  # it left meanwhile
+                continue  # it left meanwhile
+            if self._pids.get(name) == pid:
+                found.append(name)
         return found
 
     def wait_name(self, name):

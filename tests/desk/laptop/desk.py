@@ -15,6 +15,7 @@ from .folders import check_private
 from .hardware import Hardware
 from .parts import LOGIN, MOCK
 from .processes import DeskError, Processes
+from .pythons import Pythons
 from .screen import Screen
 from .sound import Speaker
 from .waiting import PATIENCE, wait_for
@@ -43,6 +44,7 @@ class Desk:
         self.system = Bus(self.path('system-bus'))
         self.session = Bus(self.path('session-bus'))
         self.hardware = Hardware(self.path('hardware'))
+        self.pythons = Pythons(self.path('pythons'), self.processes)
         self.options = dict(OPTIONS)
         self.env = {}
         if os.path.exists(self.path('desk.json')):
@@ -73,6 +75,7 @@ class Desk:
         began = time.monotonic()
         try:
             self.env['DISPLAY'] = parts.screen(self)
+            parts.pythons(self)
             parts.buses(self)
             for name in ORDER:
                 result = getattr(parts, name)(self)

@@ -83,9 +83,15 @@ def bus(desk, name):
     wait_for(lambda: client.owner('org.freedesktop.DBus'), client.address)
 
 
-def hardware(desk):
+def pythons(desk):
+    """Loads while the buses start; whoever needs it first waits for it."""
     env = dict(desk.env, TMPDIR=desk.path('tmp'))
-    desk.processes.start('hardware', ['umockdev-wrapper', PYTHON, program('testbed.py'), desk.path('hardware')], env)
+    desk.processes.start('pythons', ['umockdev-wrapper', PYTHON, program('fork_server.py'), desk.path('pythons')], env)
+
+
+def hardware(desk):
+    wait_for(desk.pythons.ready, 'the server of Python programs')
+    desk.pythons.start('hardware', program('testbed.py'), desk.path('hardware'))
     wait_for(lambda: os.path.exists(desk.path('hardware')), 'the simulated hardware')
     root = desk.hardware.root()
     os.symlink(desk.path('clock'), root + clock.SEEN_AS)
@@ -94,7 +100,7 @@ def hardware(desk):
 
 def logind(desk):
     """systemd does not run on build machines: the one part that is not the real one."""
-    desk.processes.start('logind', [PYTHON, '-m', 'dbusmock', '--system', '-t', 'logind'], desk.env)
+    desk.pythons.start('logind', 'dbusmock', '--system', '-t', 'logind')
     desk.system.wait_name(LOGIN[0])
 
 
@@ -106,7 +112,7 @@ def upowerd(desk):
 
 def profiles(desk):
     """power-profiles-daemon asks polkit who may change the profile; here everybody may."""
-    desk.processes.start('polkit', [PYTHON, '-m', 'dbusmock', '--system', '-t', 'polkitd'], desk.env)
+    desk.pythons.start('polkit', 'dbusmock', '--system', '-t', 'polkitd')
     desk.system.wait_name('org.freedesktop.PolicyKit1')
     desk.system.call('org.freedesktop.PolicyKit1', '/org/freedesktop/PolicyKit1/Authority', MOCK,
                      'AllowUnknown', '(b)', True)
@@ -123,12 +129,12 @@ def accessibility(desk):
 def listener(desk):
     """Without one, programs send no accessibility events at all, and nothing can go wrong with them."""
     if desk.options['listener']:
-        desk.processes.start('listener', [PYTHON, program('listener.py'), desk.path('heard.jsonl')], desk.env)
+        desk.pythons.start('listener', program('listener.py'), desk.path('heard.jsonl'))
         wait_for(lambda: os.path.exists(desk.path('heard.jsonl')) and desk.heard(ev='start'), 'the listener')
 
 
 def notelog(desk):
-    desk.processes.start('notelog', [PYTHON, program('notelog.py'), desk.path('notes.jsonl')], desk.env)
+    desk.pythons.start('notelog', program('notelog.py'), desk.path('notes.jsonl'))
     wait_for(desk.notes_exist, 'the log of notifications')
 
 

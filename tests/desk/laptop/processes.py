@@ -26,10 +26,14 @@ class Processes:
         with open(self.log(name), 'ab') as log:
             process = subprocess.Popen(command, env=env, stdin=subprocess.DEVNULL, stdout=log,
                                        stderr=log, start_new_session=True, **options)
-        with open(os.path.join(self.pids, name), 'w') as f:
-            f.write('%d %s' % (process.pid, started(process.pid)))
         process.returncode = 0  # the pid file is what counts; silences the warning about a running child
+        self.keep(name, process.pid)
         return process.pid
+
+    def keep(self, name, pid):
+        """A process that runs already is from now on known by this name."""
+        with open(os.path.join(self.pids, name), 'w') as f:
+            f.write('%d %s' % (pid, started(pid)))
 
     def log(self, name):
         return os.path.join(self.logs, name + '.log')

@@ -52,13 +52,17 @@ class Screen:
         """Every accessible widget of a program as a dictionary (see programs/widgets.py)."""
         return self._accessible('list', app)
 
+    def shown(self, app, title):
+        """{role: [names]} of what the window of this title shows; empty when it is not on the screen."""
+        return self._accessible('shown', app, title)
+
     def find(self, app, name, role=None):
         """Waits for the widget and returns its box."""
         return wait_for(lambda: self._accessible('find', app, name, *([role] if role else [])),
                         '%s %r on the screen' % (app, name))
 
     def _accessible(self, *words):
-        return json.loads(self._desk.run(parts.PYTHON, parts.program('widgets.py'), *words))
+        return json.loads(self._desk.pythons.run(parts.program('widgets.py'), *words))
 
     # ------------------------------------------------------------------ pressing
 

@@ -13,9 +13,11 @@ def wait_for(condition, what='', seconds=PATIENCE, every=0.03):
     """
     end = time.monotonic() + seconds
     while True:
+        began = time.monotonic()
         value = condition()
         if value:
             return value
         if time.monotonic() > end:
             raise AssertionError('waited %.0f s in vain for %s (last: %r)' % (seconds, what or condition, value))
-        time.sleep(every)
+        # A condition that takes long leaves the processor twice as long to what it waits for.
+        time.sleep(max(every, 2 * (time.monotonic() - began)))

@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """widgets.py: reads the accessible tree of the desk, as a screen reader does. Answers in JSON.
 
+  shown APP WINDOW          {role: [names]} of the named widgets on screen in the window of that title
   list [APP]                every widget: app, depth, role, name, description, text, value, box, actions, showing, states
   find APP NAME [ROLE]      the box [x, y, width, height] of a widget on screen; null when there is none
   do APP NAME [ROLE [ACTION [DESCRIPTION]]]
@@ -27,7 +28,13 @@ def programs(name):
             yield app
 
 
-def tree(widget, depth=0):
+def tree(widget, depth=0, only_showing=False):
+    """The widget and all below it; what is in a widget that does not show does not show either."""
+    try:
+        if only_showing and not has(widget, Atspi.StateType.SHOWING):
+            return
+    except GLib.Error:
+        return
     yield widget, depth
     try:
         count = widget.get_child_count()
@@ -39,7 +46,7 @@ def tree(widget, depth=0):
         except GLib.Error:
             continue
         if child is not None and depth < 25:
-            yield from tree(child, depth + 1)
+            yield from tree(child, depth + 1, only_showing)
 
 
 def has(widget, state):
@@ -112,9 +119,29 @@ def listed(app=''):
     return result
 
 
+def shown(app, title):
+    """Asks for nothing else, as tests call it again and again."""
+    result = {}
+    for program in programs(app):
+        for i in range(program.get_child_count()):
+            window = program.get_child_at_index(i)
+            if window is None or window.get_name() != title:
+                continue
+            for widget, _ in tree(window, 1, only_showing=True):
+                try:
+                    name = widget.get_name()
+                    if name:
+                        result.setdefault(role_of(widget), []).append(name)
+                except GLib.Error:
+                    continue
+    return result
+
+
 def main(word, *rest):
     if word == 'list':
         return listed(*rest)
+    if word == 'shown':
+        return shown(*rest)
     app, name, role, what, description = (list(rest) + [None] * 3)[:5]
     if word == 'find':
         widget = found(app, name, role)
