@@ -41,6 +41,7 @@ class OneBattery(ProgramTest):
     def test_taking_it_out_begins_a_new_episode(self):
         self.start(lowPowerEnabled=False)
         self.discharge_to(15)
+        self.assertEqual(self.alerts(), [low(15)])
         self.laptop.remove('BAT0')
         self.power_becomes(IsPresent=False)
         self.laptop.add('BAT0', capacity=15, energy_now=7500000)

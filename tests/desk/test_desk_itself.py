@@ -8,6 +8,7 @@ import time
 import unittest
 
 from laptop import Desk, DeskError, folder_for, remove, wait_for
+from laptop.parts import program
 from laptop.processes import started
 
 HERE = os.path.dirname(os.path.realpath(__file__))
@@ -95,6 +96,8 @@ class Hardware(DeskTest):
             self.desk.hardware.send('get', 'BAT7', 'capacity')
         with self.assertRaises(DeskError):
             self.desk.start('nonsense')
+        with self.assertRaisesRegex(DeskError, 'unknown command nonsense'):
+            self.desk.pythons.run(program('widgets.py'), 'nonsense', 'app', 'name')
 
 
 class Sleep(DeskTest):
