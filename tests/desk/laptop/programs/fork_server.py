@@ -8,6 +8,7 @@ answer is a line with the number of its process. What "stays" prints to the file
 errors go there, and what it prints to its end is the rest of the answer.
 Runs under umockdev-wrapper, which testbed.py needs and which changes nothing for the others.
 """
+import gc
 import json
 import os
 import runpy
@@ -16,6 +17,7 @@ import socket
 import sys
 import traceback
 
+gc.disable()  # so that all of this stays in memory that the forks share
 # Loaded for the programs. Nothing here may start a thread or connect to a bus: forks would share it.
 import argparse  # noqa: F401
 import ctypes  # noqa: F401
@@ -48,6 +50,7 @@ def run(program, arguments):
 
 def become(words, log, stays, connection):
     """In the fork: runs the program as a process of its own session. Does not return."""
+    gc.enable()
     os.setsid()
     signal.signal(signal.SIGCHLD, signal.SIG_DFL)
     connection.sendall(b'%d\n' % os.getpid())
@@ -62,6 +65,7 @@ def become(words, log, stays, connection):
 
 
 def main(path):
+    gc.freeze()
     signal.signal(signal.SIGCHLD, signal.SIG_IGN)  # the kernel clears the ended forks away
     listener = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
     listener.bind(path + '.new')
