@@ -85,8 +85,9 @@ class Desk:
         except BaseException:
             self.down()
             raise
-        with open(self.path('desk.json'), 'w') as f:
+        with open(self.path('desk.json.new'), 'w') as f:
             json.dump({'options': self.options, 'env': self.env}, f, indent=1)
+        os.replace(f.name, self.path('desk.json'))  # another program never reads the half of it
         return self
 
     def down(self):
