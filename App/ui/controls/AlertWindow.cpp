@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "ui/controls/Button.h"
+#include "ui/controls/Fill.h"
 #include "ui/controls/Text.h"
 
 namespace tollbeam {
@@ -61,21 +62,20 @@ AlertWindow::AlertWindow(const Style& style, Compositor& compositor, const Conte
   addButtons(content);
   connect(this, &QDialog::finished, this, [this] { Q_EMIT answered(pressed_); });
   connect(&style_, &Style::changed, this, [this] {
-    restyle();
     if (isVisible()) place(body().translated(pos()));
+    update();
   });
-  restyle();
 }
 
 void AlertWindow::addButtons(const Content& content) {
   const auto last = static_cast<std::size_t>(content.buttons.size()) - 1;
   const std::size_t chosen = content.destructive ? last : 0;
-  // The one that goes on comes last, where reading ends; Tab follows what is seen.
+  // The default action comes last, where reading ends; Tab follows the order on the screen.
   for (std::size_t i = last + 1; i-- > 0;) {
-    auto* button = new Button(style_, content.buttons[static_cast<qsizetype>(i)]);
+    const Ink ink = content.destructive && i == 0 ? Ink::red : Ink::primary;
+    auto* button = new Button(style_, content.buttons[static_cast<qsizetype>(i)], nullptr, ink);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     button->setAutoDefault(true);
-    if (content.destructive && i == 0) button->setInk(Ink::red);
     connect(button, &QPushButton::clicked, this, [this, i] {
       pressed_ = i;
       accept();
@@ -87,18 +87,10 @@ void AlertWindow::addButtons(const Content& content) {
   }
 }
 
-void AlertWindow::restyle() {
-  if (aboveText_) aboveText_->changeSize(0, style_.px(kAboveText));
-  aboveButtons_->changeSize(0, style_.px(kAboveButtons));
-  buttons_->setSpacing(style_.px(kBetweenButtons));
-  column_->invalidate();
-  update();
-}
-
 void AlertWindow::open(const QWidget* over) {
   const QScreen* screen = over ? over->screen() : QGuiApplication::primaryScreen();
   place(over ? over->frameGeometry() : screen->availableGeometry());
-  // Above the window that it belongs to, and no part of it: each can close without the other.
+  // It stays above the window that it belongs to, but each can close without the other.
   if (over) windowHandle()->setTransientParent(over->windowHandle());
   show();
   raise();
@@ -111,6 +103,10 @@ void AlertWindow::place(const QRect& around) {
   const QRect area = screen->availableGeometry();
 
   shadowMargins_ = testAttribute(Qt::WA_TranslucentBackground) ? Shadow::reach(style_) : QMargins();
+  if (aboveText_) aboveText_->changeSize(0, style_.px(kAboveText));
+  aboveButtons_->changeSize(0, style_.px(kAboveButtons));
+  buttons_->setSpacing(style_.px(kBetweenButtons));
+  column_->invalidate();
   const int padding = style_.px(kPadding);
   column_->setContentsMargins(shadowMargins_ +
                               QMargins(padding, style_.px(kTop), padding, padding));
@@ -140,18 +136,10 @@ void AlertWindow::place(const QRect& around) {
 
 void AlertWindow::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
-  const Colours& colours = style_.colours();
-  const bool blends = testAttribute(Qt::WA_TranslucentBackground);
-  const double radius = blends ? style_.px(kPopoverRadius) : 0;
+  const double radius = testAttribute(Qt::WA_TranslucentBackground) ? style_.px(kPopoverRadius) : 0;
   if (!shadowMargins_.isNull()) shadow_.paint(painter, body(), event->rect(), style_);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(colours.surface);
-  painter.drawRoundedRect(body(), radius, radius);
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(colours.edge, 1));
-  const double inner = std::max(0.0, radius - 0.5);
-  painter.drawRoundedRect(QRectF(body()).adjusted(0.5, 0.5, -0.5, -0.5), inner, inner);
+  const Colours& colours = style_.colours();
+  paintPanel(painter, body(), radius, colours.surface, colours.edge);
 }
 
 // It has no title bar to be moved by.

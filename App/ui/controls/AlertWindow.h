@@ -1,6 +1,5 @@
-// An alert: a small window of its own with a title, a few words and buttons beside each other. It
-// shuts out nothing else and deletes itself when it closes. `answered` comes once, unless the
-// window is destroyed first.
+// An alert: a small window with a title, a short text and a row of buttons. It is not modal and
+// deletes itself when it closes. `answered` is emitted once, unless the window is destroyed first.
 #pragma once
 
 #include <QBoxLayout>
@@ -21,9 +20,9 @@ class AlertWindow final : public QDialog {
   struct Content {
     QString title;
     QString text;
-    /// First the one that goes on; it stands last in the row.
+    /// The first is the default action; it stands last in the row.
     QStringList buttons;
-    /// The first cannot be undone: it is red, and the keyboard is on the last.
+    /// The first cannot be undone: it is red, and the last has the focus.
     bool destructive = false;
   };
 
@@ -43,7 +42,6 @@ class AlertWindow final : public QDialog {
 
  private:
   void addButtons(const Content& content);
-  void restyle();
   void place(const QRect& around);
   [[nodiscard]] QRect body() const { return rect().marginsRemoved(shadowMargins_); }
 

@@ -2,8 +2,10 @@
 
 #include <QPainter>
 #include <QPainterPath>
-#include <QStyle>
 #include <algorithm>
+
+#include "ui/controls/Fill.h"
+#include "ui/controls/FollowStyle.h"
 
 namespace tollbeam {
 
@@ -19,13 +21,8 @@ Bar::Bar(const Style& style, const QString& name, int total, QWidget* parent)
   setAccessibleName(name);
   setRange(0, total);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  connect(&style_, &Style::changed, this, &Bar::restyle);
+  followStyle(*this, style);
   setValue(0);
-}
-
-void Bar::restyle() {
-  updateGeometry();
-  update();
 }
 
 void Bar::setFilled(std::int64_t value, Tint tint) {
@@ -57,10 +54,7 @@ void Bar::paintEvent(QPaintEvent* /*event*/) {
     fill.addRoundedRect(part, radius, radius);
     painter.fillPath(fill.intersected(track), colours.graphics(tint_));
   }
-  if (colours.outline.alpha() > 0) {
-    painter.setPen(QPen(colours.outline, 1));
-    painter.drawRoundedRect(all.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
-  }
+  if (colours.outline.alpha() > 0) paintOutline(painter, all, radius, colours.outline);
 }
 
 }  // namespace tollbeam

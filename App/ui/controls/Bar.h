@@ -1,4 +1,4 @@
-// A thin bar that fills from its beginning.
+// A thin bar that fills from the edge where reading begins.
 #pragma once
 
 #include <QProgressBar>
@@ -12,10 +12,10 @@ class Bar final : public QProgressBar {
   Q_OBJECT
 
  public:
-  /// `style` must outlive the bar. `name` is what it is called where it cannot be seen.
+  /// `style` must outlive the bar. `name` is for screen readers.
   Bar(const Style& style, const QString& name, int total, QWidget* parent = nullptr);
 
-  /// Values outside 0 to the total are as good as these.
+  /// Clamps `value` to the range from 0 to the total.
   void setFilled(std::int64_t value, Tint tint);
 
   [[nodiscard]] Tint tint() const { return tint_; }
@@ -26,8 +26,6 @@ class Bar final : public QProgressBar {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void restyle();
-
   const Style& style_;
   Tint tint_ = Tint::accent;
   Motion filled_;

@@ -6,6 +6,7 @@
 
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/FollowStyle.h"
 #include "ui/controls/ReturnKey.h"
 
 namespace tollbeam {
@@ -18,24 +19,12 @@ constexpr int kPadding = 14;
 
 }  // namespace
 
-Button::Button(const Style& style, const QString& text, QWidget* parent)
-    : QPushButton(text, parent), style_(style) {
+Button::Button(const Style& style, const QString& text, QWidget* parent, Ink ink)
+    : QPushButton(text, parent), style_(style), ink_(ink) {
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
-  FocusRing::surround(*this, style, kRadius);
-  connect(&style_, &Style::changed, this, &Button::restyle);
-  restyle();
-}
-
-void Button::restyle() {
-  setFont(style_.font(Role::body));
-  updateGeometry();
-  update();
-}
-
-void Button::setInk(Ink ink) {
-  ink_ = ink;
-  update();
+  new FocusRing(*this, style, kRadius);
+  followStyle(*this, style, Role::body);
 }
 
 QSize Button::sizeHint() const {
@@ -54,7 +43,7 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
             {isEnabled(), underMouse(), isDown()});
   painter.setPen(style_.colours().ink(ink_));
   painter.setFont(font());
-  // In its own direction, also inside a mirrored window.
+  // In the text's own direction, also inside a mirrored window.
   painter.setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   painter.drawText(rect(), Qt::AlignCenter, text());
 }

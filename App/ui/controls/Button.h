@@ -1,4 +1,4 @@
-// A push button in Tollbeam's own shape: text on a rounded fill.
+// A push button of Tollbeam's own: text on a rounded fill.
 #pragma once
 
 #include <QPushButton>
@@ -11,23 +11,19 @@ class Button final : public QPushButton {
   Q_OBJECT
 
  public:
-  Button(const Style& style, const QString& text, QWidget* parent = nullptr);
-
-  /// Red for what cannot be undone.
-  void setInk(Ink ink);
+  /// `style` must outlive the button. `ink` is red for what cannot be undone.
+  Button(const Style& style, const QString& text, QWidget* parent = nullptr,
+         Ink ink = Ink::primary);
 
   [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void restyle();
-
   const Style& style_;
-  Ink ink_ = Ink::primary;
+  const Ink ink_;
 };
 
 }  // namespace tollbeam

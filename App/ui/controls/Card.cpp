@@ -4,6 +4,8 @@
 #include <QStyle>
 
 #include "ui/controls/Accessibility.h"
+#include "ui/controls/Fill.h"
+#include "ui/controls/FollowStyle.h"
 
 namespace tollbeam {
 
@@ -60,7 +62,7 @@ void FormRow::paintEvent(QPaintEvent* /*event*/) {
   if (!hairline_) return;
   QPainter painter(this);
   const int start = style_.px(kInset);
-  // Up to the card's outline: both are translucent, and their crossing would show.
+  // Ends at the card's outline: both are translucent, and their crossing would show.
   const QRect line(start, 0, width() - start - 1, 1);
   painter.fillRect(QStyle::visualRect(layoutDirection(), rect(), line), style_.colours().hairline);
 }
@@ -71,7 +73,7 @@ Card::Card(const Style& style, const QString& name, QWidget* parent)
   setAccessibleName(name);
   rows_->setContentsMargins(0, 0, 0, 0);
   rows_->setSpacing(0);
-  connect(&style_, &Style::changed, this, QOverload<>::of(&QWidget::update));
+  followStyle(*this, style);
 }
 
 void Card::add(FormRow* row) {
@@ -81,15 +83,8 @@ void Card::add(FormRow* row) {
 
 void Card::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const double radius = style_.px(kRadius);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(style_.colours().card);
-  painter.drawRoundedRect(rect(), radius, radius);
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(style_.colours().hairline, 1));
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5,
-                          radius - 0.5);
+  const Colours& colours = style_.colours();
+  paintPanel(painter, rect(), style_.px(kRadius), colours.card, colours.hairline);
 }
 
 }  // namespace tollbeam

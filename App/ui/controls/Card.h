@@ -1,5 +1,5 @@
-// A grouped form's card and its rows. A row that cannot be used is faded as a whole: disable the
-// row, not the control in it.
+// A card of a grouped form, and its rows. To fade a whole row, disable the row and not the control
+// in it.
 #pragma once
 
 #include <QHBoxLayout>
@@ -27,8 +27,8 @@ class FormRow : public QWidget {
   explicit FormRow(const Style& style) : FormRow(style, Measures()) {}
   FormRow(const Style& style, Measures measures);
 
-  /// `label` at the leading edge, breaking into lines where it must, and the control at the
-  /// trailing one. The control is called what the label says.
+  /// `label` at the leading edge, broken into lines where it must be, and the control at the
+  /// trailing one. The label's text becomes the control's accessible name.
   void put(Text* label, QWidget* control);
   /// Alone at the leading edge.
   void put(QWidget* control);
@@ -54,7 +54,7 @@ class Card final : public QWidget {
   Q_OBJECT
 
  public:
-  /// `name` is what a screen reader calls the group.
+  /// `name` is for screen readers.
   Card(const Style& style, const QString& name, QWidget* parent = nullptr);
 
   /// Takes the row.

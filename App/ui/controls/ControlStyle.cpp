@@ -4,6 +4,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "ui/controls/Field.h"
 #include "ui/controls/FocusRing.h"
 
 namespace tollbeam {
@@ -19,7 +20,7 @@ constexpr int kLeastThumb = 24;
 ControlStyle* ControlStyle::of(const Style& look) {
   if (auto* made = look.findChild<ControlStyle*>()) return made;
   auto* made = new ControlStyle(look);
-  // The look is not changed by it, only its end is the style's.
+  // Owning a child does not change the look.
   made->setParent(const_cast<Style*>(&look));
   return made;
 }
@@ -29,7 +30,7 @@ ControlStyle::ControlStyle(const Style& look)
 
 void ControlStyle::polish(QWidget* widget) {
   QProxyStyle::polish(widget);
-  // The page is seen around the thumb.
+  // The page shows around the thumb.
   if (qobject_cast<QScrollBar*>(widget)) widget->setAttribute(Qt::WA_OpaquePaintEvent, false);
 }
 
@@ -83,6 +84,17 @@ QRect ControlStyle::subControlRect(ComplexControl control, const QStyleOptionCom
       return partOf(*bar, part);
     }
   }
+  if (control == CC_SpinBox && (part == SC_SpinBoxUp || part == SC_SpinBoxDown)) {
+    // The upper and the lower half around the chevrons, as in a time field.
+    const QRect field = option->rect;
+    const QWidget* page = widget->parentWidget();
+    const QRect box =
+        chevronBox(look_, field.size(), page ? page->layoutDirection() : option->direction);
+    const int reach = look_.px(kFieldGap);
+    const int half = field.height() / 2;
+    return {box.left() - reach, part == SC_SpinBoxUp ? 0 : half, box.width() + 2 * reach,
+            part == SC_SpinBoxUp ? half : field.height() - half};
+  }
   return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
@@ -103,15 +115,15 @@ void ControlStyle::drawComplexControl(ComplexControl control, const QStyleOption
   painter->restore();
 }
 
-// Of an upright bar; there are no others.
+// Of a vertical bar; there are no others.
 QRectF ControlStyle::thumb(const QStyleOptionSlider& bar) const {
   const double inset = look_.px(kThumbInset);
-  const double way = bar.rect.height() - 2 * inset;
+  const double track = bar.rect.height() - 2 * inset;
   const double page = std::max(1, bar.pageStep);
   const double range = std::max(1, bar.maximum - bar.minimum);
-  const double least = std::min(look_.px(kLeastThumb) * 1.0, way);
-  const double length = std::clamp(way * page / (range + page), least, way);
-  const double top = (way - length) * (bar.sliderPosition - bar.minimum) / range;
+  const double least = std::min(look_.px(kLeastThumb) * 1.0, track);
+  const double length = std::clamp(track * page / (range + page), least, track);
+  const double top = (track - length) * (bar.sliderPosition - bar.minimum) / range;
   return {bar.rect.left() + inset, bar.rect.top() + inset + top, look_.px(kThumbWidth) * 1.0,
           length};
 }

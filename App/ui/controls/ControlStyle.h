@@ -1,5 +1,6 @@
-// How Qt's own controls look in our windows: what they do is Qt's, their colours and measures are
-// the look's. It is set on single widgets, so that dialogs of the desktop keep the desktop's style.
+// How Qt's own controls look in our windows: their behaviour is Qt's, their colours and measures
+// come from our style (`look`). It is set on single widgets, so that dialogs of the desktop keep
+// the desktop's style.
 #pragma once
 
 #include <QProxyStyle>
@@ -13,8 +14,8 @@ class ControlStyle final : public QProxyStyle {
   Q_OBJECT
 
  public:
-  /// The one for this look; it lives as long as the look. Qt does not pass it on to the widget's
-  /// children, and does not lay the widget out again when the look changes.
+  /// The one for this look, which owns it. A widget's children do not inherit it, and Qt does not
+  /// lay the widget out again when the look changes.
   [[nodiscard]] static ControlStyle* of(const Style& look);
 
   using QProxyStyle::polish;

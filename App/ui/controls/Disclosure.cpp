@@ -1,12 +1,12 @@
 #include "ui/controls/Disclosure.h"
 
-#include <QAccessibleWidget>
-#include <QFontMetricsF>
 #include <QPainter>
 #include <QStyle>
 #include <cmath>
 
+#include "ui/controls/Accessibility.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/FollowStyle.h"
 #include "ui/controls/ReturnKey.h"
 #include "ui/controls/TextLine.h"
 
@@ -21,72 +21,31 @@ constexpr double kRadius = 5;
 // Open, the triangle sinks a little, to stand on the line of the words.
 constexpr double kSink = 1;
 
-class SpokenDisclosure final : public QAccessibleWidget {
- public:
-  explicit SpokenDisclosure(Disclosure* disclosure)
-      : QAccessibleWidget(disclosure, QAccessible::Button) {}
-
-  [[nodiscard]] QString text(QAccessible::Text kind) const override {
-    return kind == QAccessible::Name ? button().text() : QAccessibleWidget::text(kind);
-  }
-
-  [[nodiscard]] QAccessible::State state() const override {
-    QAccessible::State state = QAccessibleWidget::state();
-    state.expandable = true;
-    state.expanded = button().isChecked();
-    state.collapsed = !button().isChecked();
-    // Some hear only of checked and not of expanded, so both are said, and the same.
-    state.checkable = true;
-    state.checked = button().isChecked();
-    state.pressed = button().isDown();
-    return state;
-  }
-
-  [[nodiscard]] QStringList actionNames() const override {
-    return QStringList{pressAction()} + QAccessibleWidget::actionNames();
-  }
-
-  void doAction(const QString& name) override {
-    if (name == pressAction()) {
-      button().click();
-    } else {
-      QAccessibleWidget::doAction(name);
-    }
-  }
-
- private:
-  [[nodiscard]] QAbstractButton& button() const { return *static_cast<QAbstractButton*>(object()); }
-};
-
-QAccessibleInterface* spoken(const QString& /*className*/, QObject* object) {
-  auto* disclosure = qobject_cast<Disclosure*>(object);
-  return disclosure ? new SpokenDisclosure(disclosure) : nullptr;
-}
-
 }  // namespace
 
 Disclosure::Disclosure(const Style& style, const QString& text, QWidget* parent)
     : QAbstractButton(parent), style_(style), turn_(*this, style, kTurnMilliseconds) {
-  QAccessible::installFactory(spoken);
+  setAccessibleButton(*this, QAccessible::Button, [this](QAccessible::State& state) {
+    state.expandable = true;
+    state.expanded = isChecked();
+    state.collapsed = !isChecked();
+    // Some screen readers know only "checked" and not "expanded", so it has both.
+    state.checkable = true;
+    state.checked = isChecked();
+    state.pressed = isDown();
+  });
   setText(text);
   setCheckable(true);
   setAttribute(Qt::WA_Hover);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  FocusRing::surround(*this, style, kRadius, [this] {
+  new FocusRing(*this, style, kRadius, [this] {
     const int beside = style_.px(kReach);
     const QRect words(-beside, 0, textWidth() + 2 * beside, height());
     return QStyle::visualRect(layoutDirection(), rect(), words);
   });
   connect(this, &Disclosure::toggled, this, &Disclosure::onToggled);
-  connect(&style_, &Style::changed, this, &Disclosure::restyle);
-  restyle();
-}
-
-void Disclosure::restyle() {
-  setFont(style_.font(Role::callout));
-  updateGeometry();
-  update();
+  followStyle(*this, style, Role::callout);
 }
 
 void Disclosure::onToggled(bool open) {
@@ -99,8 +58,8 @@ void Disclosure::onToggled(bool open) {
 }
 
 int Disclosure::textWidth() const {
-  const double words = QFontMetricsF(font()).horizontalAdvance(text());
-  return style_.px(kTriangle) + style_.px(kGap) + static_cast<int>(std::ceil(words));
+  return style_.px(kTriangle) + style_.px(kGap) +
+         static_cast<int>(std::ceil(widthOfLine(text(), font())));
 }
 
 QSize Disclosure::sizeHint() const {
@@ -130,9 +89,8 @@ void Disclosure::paintEvent(QPaintEvent* /*event*/) {
   painter.drawConvexPolygon(QPolygonF{{-4, -4.5}, {-4, 4.5}, {2, 0}});
   painter.restore();
 
-  const int start = size + style_.px(kGap);
   painter.setPen(colours.primary);
-  paintAtLead(painter, rect(), start, text(), font(), layoutDirection());
+  paintAtLead(painter, rect(), size + style_.px(kGap), text(), font(), layoutDirection());
 }
 
 }  // namespace tollbeam

@@ -1,5 +1,5 @@
 // A title that opens and closes what stands below it: a triangle that turns, and the words. The
-// whole row takes the pointer, a little more than the text is high; Space and Enter work it too.
+// whole row can be clicked, a little more than the text is high; Space and Return toggle it too.
 #pragma once
 
 #include <QAbstractButton>
@@ -27,7 +27,6 @@ class Disclosure final : public QAbstractButton {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void restyle();
   void onToggled(bool open);
   [[nodiscard]] int textWidth() const;
 

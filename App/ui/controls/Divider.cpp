@@ -2,11 +2,13 @@
 
 #include <QPainter>
 
+#include "ui/controls/FollowStyle.h"
+
 namespace tollbeam {
 
 Divider::Divider(const Style& style, QWidget* parent) : QWidget(parent), style_(style) {
   setFixedHeight(1);
-  connect(&style_, &Style::changed, this, qOverload<>(&QWidget::update));
+  followStyle(*this, style);
 }
 
 void Divider::paintEvent(QPaintEvent* /*event*/) {

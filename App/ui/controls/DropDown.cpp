@@ -4,40 +4,34 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStyle>
 #include <QTextDocument>
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
+#include "ui/controls/Accessibility.h"
 #include "ui/controls/DropDownList.h"
-#include "ui/controls/Fill.h"
+#include "ui/controls/Field.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/FollowStyle.h"
 #include "ui/controls/LineBreaks.h"
-#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 
 namespace {
 
 constexpr int kWidth = 128;
-// Choices are always shown whole. Only what is none of them may be longer than there is room.
+// Choices are always shown whole. Only a value that is none of them may be cut off.
 constexpr int kMostForUnknown = 200;
 constexpr int kToolTipWidth = 300;
-constexpr int kHeight = 26;
-constexpr double kRadius = 7;
-constexpr int kLeading = 10;
-constexpr int kTrailing = 8;
-constexpr int kGap = 8;
-constexpr int kChevronWidth = 10;
-constexpr int kChevronHeight = 12;
 
-/// A combo box whose text is the choice, as a screen reader expects of one. The list is found among
-/// the window's parts once it is open.
+/// A combo box whose text is the choice, as screen readers expect. While the list is open they find
+/// it among the window's parts.
 class SpokenDropDown final : public QAccessibleWidget, public QAccessibleTextInterface {
  public:
-  explicit SpokenDropDown(DropDown* button) : QAccessibleWidget(button, QAccessible::ComboBox) {}
+  explicit SpokenDropDown(DropDown* button)
+      : QAccessibleWidget(button, QAccessible::ComboBox), button_(*button) {}
 
   void* interface_cast(QAccessible::InterfaceType type) override {
     if (type == QAccessible::TextInterface) return static_cast<QAccessibleTextInterface*>(this);
@@ -51,7 +45,7 @@ class SpokenDropDown final : public QAccessibleWidget, public QAccessibleTextInt
     QAccessible::State state = QAccessibleWidget::state();
     state.hasPopup = true;
     state.expandable = true;
-    state.expanded = button()->list() != nullptr;
+    state.expanded = button_.list() != nullptr;
     state.collapsed = !state.expanded;
     return state;
   }
@@ -59,11 +53,8 @@ class SpokenDropDown final : public QAccessibleWidget, public QAccessibleTextInt
     return QStringList{showMenuAction()} + QAccessibleWidget::actionNames();
   }
   void doAction(const QString& name) override {
-    if (name == showMenuAction()) {
-      if (button()->isEnabled()) button()->open();
-    } else {
-      QAccessibleWidget::doAction(name);
-    }
+    if (name != showMenuAction()) return QAccessibleWidget::doAction(name);
+    if (button_.isEnabled()) button_.open();
   }
 
   void selection(int /*index*/, int* start, int* end) const override { *start = *end = 0; }
@@ -87,33 +78,28 @@ class SpokenDropDown final : public QAccessibleWidget, public QAccessibleTextInt
   }
 
  private:
-  [[nodiscard]] DropDown* button() const { return static_cast<DropDown*>(widget()); }
-  [[nodiscard]] QString shown() const { return button()->shownText(); }
+  [[nodiscard]] QString shown() const { return button_.shownText(); }
+
+  DropDown& button_;
 };
 
 }  // namespace
 
 DropDown::DropDown(const Style& style, QList<Choice> choices, QWidget* parent)
     : QAbstractButton(parent), style_(style), choices_(std::move(choices)) {
+  setAccessible(*this, [this] { return new SpokenDropDown(this); });
   setAttribute(Qt::WA_Hover);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  FocusRing::surround(*this, style, kRadius);
+  new FocusRing(*this, style, kFieldRadius);
   connect(this, &QAbstractButton::clicked, this, &DropDown::open);
-  connect(&style_, &Style::changed, this, &DropDown::restyle);
-  restyle();
+  connect(&style_, &Style::changed, this, &DropDown::dismiss);
+  followStyle(*this, style, Role::body);
 }
 
 DropDown::~DropDown() { delete list_; }
 
 DropDownList* DropDown::list() const { return list_; }
-
-void DropDown::restyle() {
-  dismiss();
-  setFont(style_.font(Role::body));
-  updateGeometry();
-  update();
-}
 
 void DropDown::setValue(const QString& value) {
   if (value == value_) return;
@@ -138,7 +124,10 @@ int DropDown::indexOf(const QString& value) const {
 void DropDown::open() {
   if (list_) return;
   list_ = new DropDownList(style_, choices_, indexOf(value_), *this);
-  connect(list_, &DropDownList::chosen, this, &DropDown::choose);
+  connect(list_, &DropDownList::chosen, this, [this](int index) {
+    const QString& value = choices_[index].value;
+    if (value != value_) Q_EMIT chosen(value);
+  });
   connect(list_, &DropDownList::closed, this, [this] {
     list_.clear();
     update();
@@ -151,64 +140,40 @@ void DropDown::dismiss() {
   if (list_) list_->dismiss();
 }
 
-void DropDown::choose(int index) {
-  const QString& value = choices_[index].value;
-  if (value != value_) Q_EMIT chosen(value);
-}
-
 int DropDown::widthFor(const QString& text) const {
-  return static_cast<int>(std::ceil(widthOfLine(text, font(), Figures::proportional))) +
-         besideText();
+  return static_cast<int>(std::ceil(widthOfLine(text, font()))) + style_.px(kBesideFieldText);
 }
-
-int DropDown::besideText() const { return style_.px(kLeading + kGap + kChevronWidth + kTrailing); }
 
 QSize DropDown::sizeHint() const {
   int width =
       std::max(style_.px(kWidth), std::min(widthFor(shownText()), style_.px(kMostForUnknown)));
   for (const Choice& choice : choices_) width = std::max(width, widthFor(choice.text));
-  return {width, style_.px(kHeight)};
+  return {width, style_.px(kFieldHeight)};
 }
 
 QString DropDown::visibleText() const {
   QString text = shownText();
   if (widthFor(text) <= width()) return text;
-  return QFontMetricsF(font()).elidedText(text, Qt::ElideRight, width() - besideText());
+  return QFontMetricsF(font()).elidedText(text, Qt::ElideRight,
+                                          width() - style_.px(kBesideFieldText));
 }
-
-QAccessibleInterface* DropDown::describe() { return new SpokenDropDown(this); }
 
 void DropDown::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  if (!isEnabled()) painter.setOpacity(kDisabledOpacity);
-  paintFill(painter, rect(), style_.px(kRadius), style_.colours(),
-            {isEnabled(), underMouse(), isDown() || list_});
+  paintField(painter, style_, *this, isDown() || list_, layoutDirection(),
+             {{{{2, 4.5}, {5, 7.5}, {8, 4.5}}}});
   painter.setPen(style_.colours().primary);
-  paintAtLead(painter, rect(), style_.px(kLeading), visibleText(), font(), layoutDirection());
-
-  const QRect chevron(width() - style_.px(kTrailing + kChevronWidth),
-                      (height() - style_.px(kChevronHeight)) / 2, style_.px(kChevronWidth),
-                      style_.px(kChevronHeight));
-  const QRectF box = QStyle::visualRect(layoutDirection(), rect(), chevron);
-  painter.translate(box.topLeft());
-  painter.scale(box.width() / kChevronWidth, box.height() / kChevronHeight);
-  painter.setPen(QPen(style_.colours().secondary, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  const QPointF down[] = {{2, 4.5}, {5, 7.5}, {8, 4.5}};
-  painter.drawPolyline(down, 3);
+  paintAtLead(painter, rect(), style_.px(kFieldLeading), visibleText(), font(), layoutDirection());
 }
 
-// The whole of a text that is cut off, as the plain text that it is.
 bool DropDown::event(QEvent* event) {
+  if (event->type() == QEvent::Hide || event->type() == QEvent::EnabledChange) dismiss();
   if (event->type() != QEvent::ToolTip || visibleText() == shownText()) {
     return QAbstractButton::event(event);
   }
-  const QFont font = QToolTip::font();
-  const auto measure = [&font](const QString& line) {
-    return widthOfLine(line, font, Figures::proportional);
-  };
   const QStringList lines =
-      brokenLines(shownText(), style_.px(kToolTipWidth), Breaks::balanced, measure);
+      brokenLines(shownText(), style_.px(kToolTipWidth), Breaks::balanced, QToolTip::font());
+  // Tags in the text are shown as they are.
   QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
                      Qt::convertFromPlainText(lines.join(u'\n')), this);
   return true;
@@ -226,16 +191,6 @@ void DropDown::keyPressEvent(QKeyEvent* event) {
     default:
       QAbstractButton::keyPressEvent(event);
   }
-}
-
-void DropDown::hideEvent(QHideEvent* event) {
-  dismiss();
-  QAbstractButton::hideEvent(event);
-}
-
-void DropDown::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::EnabledChange) dismiss();
-  QAbstractButton::changeEvent(event);
 }
 
 }  // namespace tollbeam

@@ -1,17 +1,16 @@
-// A button that shows one of a few choices and opens the list of all. `chosen` comes when the user
-// picks another choice, never for the same one again and never for what the program shows with
-// `setValue`. A value that is no choice is shown as it is, and none is ticked in the list; where it
-// is too long to be shown whole, a tool tip does.
+// A button that shows one of a few choices and opens the list of all. `chosen` is emitted when the
+// user picks another choice, never for the same one again and never for `setValue`. A value that is
+// no choice is shown as it is, and none is ticked in the list; where it is too long to be shown
+// whole, a tool tip shows it.
 //
-// It is no QComboBox: the list of one is a pop-up window, which grabs the pointer and is no part of
-// this window for screen readers, and they hear nothing of a value that is no choice.
+// It is no QComboBox, whose list is a pop-up window: that grabs the pointer and is no part of this
+// window for screen readers, and they cannot read a value that is no choice.
 #pragma once
 
 #include <QAbstractButton>
 #include <QList>
 #include <QPointer>
 
-#include "ui/controls/Accessibility.h"
 #include "ui/look/Style.h"
 
 namespace tollbeam {
@@ -25,16 +24,17 @@ struct Choice {
 
 class DropDownList;
 
-class DropDown final : public QAbstractButton, public SelfDescribing {
+class DropDown final : public QAbstractButton {
   Q_OBJECT
 
  public:
+  /// `style` must outlive the button.
   DropDown(const Style& style, QList<Choice> choices, QWidget* parent = nullptr);
   ~DropDown() override;
 
   void setValue(const QString& value);
   [[nodiscard]] const QString& value() const { return value_; }
-  /// What the button says, whole.
+  /// The button's text, also where it is cut off.
   [[nodiscard]] QString shownText() const;
 
   void open();
@@ -42,8 +42,6 @@ class DropDown final : public QAbstractButton, public SelfDescribing {
   [[nodiscard]] DropDownList* list() const;
 
   [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-  [[nodiscard]] QAccessibleInterface* describe() override;
 
  Q_SIGNALS:
   void chosen(const QString& value);
@@ -52,17 +50,12 @@ class DropDown final : public QAbstractButton, public SelfDescribing {
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void hideEvent(QHideEvent* event) override;
-  void changeEvent(QEvent* event) override;
 
  private:
-  void restyle();
   void dismiss();
-  void choose(int index);
   [[nodiscard]] int indexOf(const QString& value) const;
   [[nodiscard]] QString visibleText() const;
   [[nodiscard]] int widthFor(const QString& text) const;
-  [[nodiscard]] int besideText() const;
 
   const Style& style_;
   const QList<Choice> choices_;

@@ -1,6 +1,5 @@
 #include "ui/controls/DropDownList.h"
 
-#include <QAccessibleWidget>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
@@ -11,6 +10,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/controls/Accessibility.h"
+#include "ui/controls/Divider.h"
+#include "ui/controls/Field.h"
+#include "ui/controls/Fill.h"
 #include "ui/controls/ScrollPage.h"
 #include "ui/controls/TextLine.h"
 
@@ -29,54 +32,24 @@ constexpr int kFromWindowEdge = 8;
 // A line with room above and below.
 constexpr int kDivider = 9;
 
-class SpokenRow final : public QAccessibleWidget {
- public:
-  explicit SpokenRow(DropDownRow* row) : QAccessibleWidget(row, QAccessible::ListItem) {}
-
-  [[nodiscard]] QString text(QAccessible::Text kind) const override {
-    return kind == QAccessible::Name ? row()->text() : QAccessibleWidget::text(kind);
-  }
-  [[nodiscard]] QAccessible::State state() const override {
-    QAccessible::State state = QAccessibleWidget::state();
-    state.focusable = true;
-    state.selectable = true;
-    state.selected = row()->isTicked();
-    return state;
-  }
-  [[nodiscard]] QStringList actionNames() const override {
-    return QStringList{pressAction()} + QAccessibleWidget::actionNames();
-  }
-  void doAction(const QString& name) override {
-    if (name == pressAction()) {
-      row()->click();
-    } else {
-      QAccessibleWidget::doAction(name);
-    }
-  }
-
- private:
-  [[nodiscard]] DropDownRow* row() const { return static_cast<DropDownRow*>(widget()); }
-};
-
-class ListDivider final : public QWidget {
- public:
-  explicit ListDivider(const Style& style) : style_(style) { setFixedHeight(style.px(kDivider)); }
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter painter(this);
-    const int inset = style_.px(kRowPadding);
-    painter.fillRect(inset, height() / 2, width() - 2 * inset, 1, style_.colours().hairline);
-  }
-
- private:
-  const Style& style_;
-};
+QLayout* divider(const Style& style) {
+  const int height = style.px(kDivider);
+  const int inset = style.px(kRowPadding);
+  auto* room = new QVBoxLayout;
+  room->setContentsMargins(inset, height / 2, inset, height - height / 2 - 1);
+  room->addWidget(new Divider(style));
+  return room;
+}
 
 }  // namespace
 
 DropDownRow::DropDownRow(const Style& style, const QString& text, bool ticked, QWidget* parent)
     : QAbstractButton(parent), style_(style), ticked_(ticked) {
+  setAccessibleButton(*this, QAccessible::ListItem, [this](QAccessible::State& state) {
+    state.focusable = true;
+    state.selectable = true;
+    state.selected = ticked_;
+  });
   setText(text);
   setFont(style.font(Role::body));
   setFocusPolicy(Qt::NoFocus);
@@ -84,12 +57,10 @@ DropDownRow::DropDownRow(const Style& style, const QString& text, bool ticked, Q
 }
 
 QSize DropDownRow::sizeHint() const {
-  const double text = QFontMetricsF(font()).horizontalAdvance(this->text());
-  return {static_cast<int>(std::ceil(text)) + style_.px(2 * kRowPadding + kTickGap + kTick),
+  const double words = widthOfLine(text(), font());
+  return {static_cast<int>(std::ceil(words)) + style_.px(2 * kRowPadding + kTickGap + kTick),
           style_.px(kRowHeight)};
 }
-
-QAccessibleInterface* DropDownRow::describe() { return new SpokenRow(this); }
 
 void DropDownRow::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
@@ -108,26 +79,12 @@ void DropDownRow::paintEvent(QPaintEvent* /*event*/) {
   const int size = style_.px(kTick);
   const QRectF box = QStyle::visualRect(
       layoutDirection(), rect(), {width() - padding - size, (height() - size) / 2, size, size});
-  painter.translate(box.topLeft());
-  painter.scale(box.width() / kTick, box.height() / kTick);
-  painter.setPen(QPen(ink, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  const QPointF tick[] = {{1.5, 5.5}, {4, 8}, {8.5, 2}};
-  painter.drawPolyline(tick, 3);
+  paintStroke(painter, box, {kTick, kTick}, 1.6, ink, {{{{1.5, 5.5}, {4, 8}, {8.5, 2}}}});
 }
 
 void DropDownRow::enterEvent(QEnterEvent* event) {
   setFocus(Qt::MouseFocusReason);
   QAbstractButton::enterEvent(event);
-}
-
-void DropDownRow::focusInEvent(QFocusEvent* event) {
-  QAbstractButton::focusInEvent(event);
-  update();
-}
-
-void DropDownRow::focusOutEvent(QFocusEvent* event) {
-  QAbstractButton::focusOutEvent(event);
-  update();
 }
 
 DropDownList::DropDownList(const Style& style, const QList<Choice>& choices, int ticked,
@@ -147,7 +104,7 @@ DropDownList::DropDownList(const Style& style, const QList<Choice>& choices, int
       dismiss();
       Q_EMIT chosen(index);
     });
-    if (choices[i].startsGroup) column->addWidget(new ListDivider(style));
+    if (choices[i].startsGroup) column->addLayout(divider(style));
     column->addWidget(row);
     rows_ << row;
   }
@@ -172,7 +129,7 @@ void DropDownList::dismiss() {
   dismissed_ = true;
   qApp->removeEventFilter(this);
   const QWidget* focus = window()->focusWidget();
-  // The keyboard goes back to where it came from, unless it has gone elsewhere already.
+  // Unless the focus has moved elsewhere already.
   if (focus == this || isAncestorOf(focus)) button_.setFocus(Qt::PopupFocusReason);
   hide();
   deleteLater();
@@ -188,7 +145,7 @@ void DropDownList::place() {
   const QRect room = parentWidget()->rect().adjusted(edge, edge, -edge, -edge);
   size = size.boundedTo(room.size());
   const QRect button(button_.mapTo(parentWidget(), QPoint()), button_.size());
-  // The row that says what the button says covers it.
+  // Puts the ticked row over the button.
   page->layout()->setGeometry({QPoint(), page->sizeHint()});
   const QWidget* covering = rows_.value(std::max(ticked_, 0));
   const int above = covering ? covering->geometry().center().y() + around / 2 : 0;
@@ -207,9 +164,7 @@ void DropDownList::place() {
 QRect DropDownList::body() const { return rect().marginsRemoved(Shadow::reach(style_)); }
 
 int DropDownList::current() const {
-  const auto found =
-      std::find_if(rows_.begin(), rows_.end(), [](DropDownRow* row) { return row->hasFocus(); });
-  return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+  return static_cast<int>(rows_.indexOf(qobject_cast<DropDownRow*>(QApplication::focusWidget())));
 }
 
 void DropDownList::makeCurrent(int index) {
@@ -252,12 +207,13 @@ void DropDownList::keyPressEvent(QKeyEvent* event) {
 
 void DropDownList::search(const QString& typed) {
   if (typed.isEmpty() || !typed[0].isPrint()) return;
-  const bool goesOn = lastTyped_.isValid() &&
-                      lastTyped_.elapsed() < QGuiApplication::styleHints()->keyboardInputInterval();
-  typed_ = goesOn ? typed_ + typed : typed;
+  const bool continues =
+      lastTyped_.isValid() &&
+      lastTyped_.elapsed() < QGuiApplication::styleHints()->keyboardInputInterval();
+  typed_ = continues ? typed_ + typed : typed;
   lastTyped_.start();
-  // A new search begins behind the current row, so that the same letter goes from match to match.
-  const int from = std::max(current(), 0) + (goesOn ? 0 : 1);
+  // A new search begins after the current row, so that the same letter goes from match to match.
+  const int from = std::max(current(), 0) + (continues ? 0 : 1);
   for (qsizetype i = 0; i < rows_.size(); ++i) {
     const int index = static_cast<int>((from + i) % rows_.size());
     if (rows_[index]->text().startsWith(typed_, Qt::CaseInsensitive)) {
@@ -283,14 +239,14 @@ bool DropDownList::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonDblClick:
     case QEvent::Wheel: {
       const QPoint at = static_cast<QSinglePointEvent*>(event)->globalPosition().toPoint();
-      // Its shadow is not the list.
+      // A press on its shadow is one elsewhere.
       if (inside && body().contains(mapFromGlobal(at))) break;
       dismiss();
-      // In our window it closes the list and does no more.
+      // A press in our window only closes the list.
       return widget->window() == window();
     }
     case QEvent::FocusIn:
-      // A press that moves it is on its way here itself.
+      // A press that moves the focus arrives here as a press.
       if (!inside && widget->window() == window() &&
           static_cast<QFocusEvent*>(event)->reason() != Qt::MouseFocusReason) {
         dismiss();
@@ -312,15 +268,8 @@ void DropDownList::wheelEvent(QWheelEvent* event) { event->accept(); }
 void DropDownList::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   shadow_.paint(painter, body(), event->rect(), style_);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const double radius = style_.px(kRadius);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(style_.colours().card);
-  painter.drawRoundedRect(body(), radius, radius);
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(style_.colours().edge, 1));
-  painter.drawRoundedRect(QRectF(body()).adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5,
-                          radius - 0.5);
+  const Colours& colours = style_.colours();
+  paintPanel(painter, body(), style_.px(kRadius), colours.card, colours.edge);
 }
 
 }  // namespace tollbeam

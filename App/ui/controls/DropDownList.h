@@ -1,7 +1,7 @@
 // The open list of a drop-down: it lies over the window's other parts with the ticked row on the
 // button, as far as the window has room. It is a part of the window and no pop-up, so that screen
-// readers find it and nothing is grabbed. It lives from `open` until it says `closed`: when a row
-// is chosen, at Escape, at a press elsewhere and when the user turns to another window.
+// readers find it and nothing is grabbed. It lives from `open` until it emits `closed`: when a row
+// is chosen, at Escape, at a press elsewhere and when another window becomes active.
 #pragma once
 
 #include <QAbstractButton>
@@ -16,8 +16,8 @@ namespace tollbeam {
 
 class ScrollPage;
 
-/// One choice. The row with the focus is the one in the accent colour.
-class DropDownRow final : public QAbstractButton, public SelfDescribing {
+/// One choice. The row with the focus is in the accent colour.
+class DropDownRow final : public QAbstractButton {
   Q_OBJECT
 
  public:
@@ -25,13 +25,10 @@ class DropDownRow final : public QAbstractButton, public SelfDescribing {
 
   [[nodiscard]] bool isTicked() const { return ticked_; }
   [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QAccessibleInterface* describe() override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void enterEvent(QEnterEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
   bool focusNextPrevChild(bool /*next*/) override { return false; }
 
  private:

@@ -1,25 +1,8 @@
 #include "ui/controls/Fill.h"
 
-#include <QImage>
-#include <QPaintDevice>
+#include <algorithm>
 
 namespace tollbeam {
-
-void paintWhole(QPainter& painter, const QRect& rect, bool enabled,
-                const std::function<void(QPainter&)>& paint) {
-  if (enabled) return paint(painter);
-  const double ratio = painter.device()->devicePixelRatioF();
-  QImage layer((QSizeF(rect.size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
-  layer.setDevicePixelRatio(ratio);
-  layer.fill(Qt::transparent);
-  {
-    QPainter onLayer(&layer);
-    onLayer.translate(-rect.topLeft());
-    paint(onLayer);
-  }
-  painter.setOpacity(kDisabledOpacity);
-  painter.drawImage(rect.topLeft(), layer);
-}
 
 void paintFill(QPainter& painter, const QRectF& rect, double radius, const Colours& colours,
                ControlState state) {
@@ -37,6 +20,22 @@ void paintFill(QPainter& painter, const QRectF& rect, double radius, const Colou
     painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
   }
   painter.restore();
+}
+
+void paintOutline(QPainter& painter, const QRectF& shape, double radius, const QColor& colour) {
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(colour, 1));
+  const double inner = std::max(0.0, radius - 0.5);
+  painter.drawRoundedRect(shape.adjusted(0.5, 0.5, -0.5, -0.5), inner, inner);
+}
+
+void paintPanel(QPainter& painter, const QRect& body, double radius, const QColor& ground,
+                const QColor& edge) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(ground);
+  painter.drawRoundedRect(body, radius, radius);
+  paintOutline(painter, body, radius, edge);
 }
 
 }  // namespace tollbeam

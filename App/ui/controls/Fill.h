@@ -1,10 +1,9 @@
-// The ground that all controls share: a rounded fill that answers to the pointer, outlined when the
-// user asked for contrast.
+// The shapes that controls are painted on: a rounded fill that reacts to the pointer and is
+// outlined when the user asked for more contrast, and a panel with an edge.
 #pragma once
 
 #include <QPainter>
 #include <QRectF>
-#include <functional>
 
 #include "ui/look/Colours.h"
 
@@ -16,14 +15,17 @@ struct ControlState {
   bool pressed = false;
 };
 
-/// The opacity of everything in a control, or in a row of them, that cannot be used.
+/// The opacity of a control, or of a row of them, that is disabled.
 inline constexpr double kDisabledOpacity = 0.45;
-
-/// Paints a shape of several layers, which a disabled one lets shine through as a whole.
-void paintWhole(QPainter& painter, const QRect& rect, bool enabled,
-                const std::function<void(QPainter&)>& paint);
 
 void paintFill(QPainter& painter, const QRectF& rect, double radius, const Colours& colours,
                ControlState state);
+
+/// A line one pixel wide, inside `shape`.
+void paintOutline(QPainter& painter, const QRectF& shape, double radius, const QColor& colour);
+
+/// A card, a window or an open list, antialiased.
+void paintPanel(QPainter& painter, const QRect& body, double radius, const QColor& ground,
+                const QColor& edge);
 
 }  // namespace tollbeam

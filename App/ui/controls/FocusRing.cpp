@@ -13,34 +13,25 @@ namespace {
 constexpr double kGap = 2;
 constexpr double kWidth = 2;
 
-bool isOfTheKeyboard(Qt::FocusReason reason) {
+bool isFromKeyboard(Qt::FocusReason reason) {
   return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
          reason == Qt::ShortcutFocusReason;
 }
 
 }  // namespace
 
-void FocusRing::surround(QWidget& control, const Style& style, double radius,
-                         std::function<QRect()> shape) {
-  new FocusRing(control, control, style, radius, std::move(shape));
-}
-
-void FocusRing::surroundWhole(QWidget& control, QWidget& whole, const Style& style, double radius) {
-  new FocusRing(control, whole, style, radius, {});
-}
-
 // A child of the control until Qt moves it to a widget around the control.
-FocusRing::FocusRing(QWidget& control, QWidget& framed, const Style& style, double radius,
-                     std::function<QRect()> shape)
+FocusRing::FocusRing(QWidget& control, const Style& style, double radius,
+                     std::function<QRect()> shape, QWidget* whole)
     : QFocusFrame(&control),
       control_(control),
-      framed_(framed),
+      framed_(whole ? *whole : control),
       style_(style),
       radius_(radius),
       shape_(std::move(shape)) {
   setStyle(ControlStyle::of(style));
   hide();
-  // At once: Qt's frame would still follow the widget that is gone.
+  // Not later: Qt's frame would still follow the destroyed widget.
   connect(&control, &QObject::destroyed, this, [this] { delete this; });
   connect(&style, &Style::changed, this, [this] {
     if (!isVisible()) return;
@@ -57,7 +48,7 @@ void FocusRing::appear() {
 
 void FocusRing::disappear() {
   setWidget(nullptr);
-  // That has taken the filter off.
+  // Qt has removed the event filter with it.
   control_.installEventFilter(this);
 }
 
@@ -65,18 +56,17 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
   if (watched != &control_) return QFocusFrame::eventFilter(watched, event);
   switch (event->type()) {
     case QEvent::FocusIn:
-      if (isOfTheKeyboard(static_cast<QFocusEvent*>(event)->reason())) appear();
+      if (isFromKeyboard(static_cast<QFocusEvent*>(event)->reason())) appear();
       break;
     case QEvent::KeyPress:
       if (control_.hasFocus()) appear();
       break;
-    case QEvent::FocusOut:
-      // A menu of the control's own, and a window that comes back, leave the ring where it was.
-      if (static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason &&
-          static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason) {
-        disappear();
-      }
+    case QEvent::FocusOut: {
+      // The ring stays while the control's own list is open and while another window is active.
+      const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+      if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) disappear();
       break;
+    }
     case QEvent::MouseButtonPress:
     case QEvent::Hide:
       disappear();

@@ -36,8 +36,8 @@ qsizetype breakOf(const QString& text, Breaks breaks) {
   return 0;
 }
 
-// The pieces of a word that has no line to itself, such as a file's path: after a slash where there
-// is one, else wherever the line is full.
+// The pieces of a word that is longer than a line, such as a file's path: broken after a slash
+// where there is one, else wherever the line is full.
 QStringList brokenAnywhere(const QString& word, double width, const Measure& measure) {
   QStringList pieces;
   QString rest = word;
@@ -80,12 +80,12 @@ QStringList brokenAtWords(const QString& text, double width, const Measure& meas
   return lines;
 }
 
-// As few lines as there can be, all about as long.
+// As few lines as possible, all of about equal length.
 QStringList brokenEvenly(const QString& text, double width, const Measure& measure) {
   QStringList lines = brokenAtWords(text, width, measure, LongWords::broken);
   const auto count = lines.size();
   double tooNarrow = width / 2;
-  // No word that has room is broken to make the lines more even.
+  // A word that fits into a line is never broken to make the lines more even.
   for (const QString& word : text.split(u' ', Qt::SkipEmptyParts)) {
     const double needed = measure(word);
     if (needed <= width) tooNarrow = std::max(tooNarrow, needed);
@@ -119,6 +119,12 @@ QStringList brokenLines(const QString& text, double width, Breaks breaks, const 
            brokenLines(text.mid(at).trimmed(), width, Breaks::words, measure);
   }
   return brokenAtWords(text, width, measure);
+}
+
+QStringList brokenLines(const QString& text, double width, Breaks breaks, const QFont& font,
+                        Figures figures) {
+  return brokenLines(text, width, breaks,
+                     [&](const QString& line) { return widthOfLine(line, font, figures); });
 }
 
 }  // namespace tollbeam

@@ -1,9 +1,12 @@
 // Where a text that is too wide for its line is broken. Nothing is ever cut off.
 #pragma once
 
+#include <QFont>
 #include <QString>
 #include <QStringList>
 #include <functional>
+
+#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 
@@ -12,8 +15,8 @@ enum class Breaks {
   words,          ///< wherever a line is full
   afterComma,     ///< after the first comma
   afterSentence,  ///< after the first sentence
-  /// At the space nearest the middle; a longer text into lines of about one length, and a word that
-  /// has no line to itself (a path) anywhere.
+  /// At the space nearest the middle; a longer text into lines of about equal length. A word longer
+  /// than a line (a path) is broken anywhere.
   balanced,
 };
 
@@ -21,5 +24,9 @@ enum class Breaks {
 /// that is still too wide is broken at words.
 [[nodiscard]] QStringList brokenLines(const QString& text, double width, Breaks breaks,
                                       const std::function<double(const QString&)>& measure);
+
+/// The same, measured in that font.
+[[nodiscard]] QStringList brokenLines(const QString& text, double width, Breaks breaks,
+                                      const QFont& font, Figures figures = Figures::proportional);
 
 }  // namespace tollbeam

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/FollowStyle.h"
 #include "ui/controls/ReturnKey.h"
 #include "ui/controls/TextLine.h"
 
@@ -21,23 +22,15 @@ LinkButton::LinkButton(const Style& style, const QString& text, QWidget* parent)
     : QPushButton(text, parent), style_(style) {
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  FocusRing::surround(*this, style, kRadius, [this] {
-    return rect().marginsRemoved({reach(), reach(), reach(), reach()});
-  });
-  connect(&style_, &Style::changed, this, &LinkButton::restyle);
-  restyle();
-}
-
-void LinkButton::restyle() {
-  setFont(style_.font(Role::captionMedium));
-  updateGeometry();
-  update();
+  new FocusRing(*this, style, kRadius,
+                [this] { return rect().adjusted(reach(), reach(), -reach(), -reach()); });
+  followStyle(*this, style, Role::captionMedium);
 }
 
 int LinkButton::reach() const { return style_.px(kReach); }
 
 QSize LinkButton::sizeHint() const {
-  const double words = widthOfLine(text(), font(), Figures::proportional);
+  const double words = widthOfLine(text(), font());
   return QSize(static_cast<int>(std::ceil(words)), style_.lineHeight(Role::captionMedium)) +
          2 * QSize(reach(), reach());
 }
@@ -52,8 +45,7 @@ void LinkButton::paintEvent(QPaintEvent* /*event*/) {
   painter.setPen(style_.colours().link);
   QFont underlined(font());
   underlined.setUnderline(underMouse());
-  paintLine(painter, QPointF(reach(), reach()), height() - 2 * reach(), text(), underlined,
-            Figures::proportional);
+  paintLine(painter, QPointF(reach(), reach()), height() - 2 * reach(), text(), underlined);
 }
 
 }  // namespace tollbeam

@@ -1,5 +1,5 @@
-// A button that is drawn as a link, for an action inside a text. It reacts some pixels beyond its
-// words (`reach`), so that it is easy to hit: whoever lays it out takes them off its surroundings.
+// A button that is drawn as a link, for an action inside a text. It takes clicks some pixels beyond
+// its words (`reach`), so that it is easy to hit; a layout subtracts them from the space around it.
 #pragma once
 
 #include <QPushButton>
@@ -19,15 +19,12 @@ class LinkButton final : public QPushButton {
   [[nodiscard]] int reach() const;
 
   [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void restyle();
-
   const Style& style_;
 };
 

@@ -4,9 +4,10 @@
 
 namespace tollbeam {
 
-Motion::Motion(QWidget& widget, const Style& style, int milliseconds, double value)
-    : widget_(widget), style_(style), milliseconds_(milliseconds), value_(value), target_(value) {
+Motion::Motion(QWidget& widget, const Style& style, int milliseconds)
+    : widget_(widget), style_(style) {
   animation_.setEasingCurve(QEasingCurve::OutCubic);
+  animation_.setDuration(milliseconds);
   connect(&animation_, &QVariantAnimation::valueChanged, this, [this](const QVariant& now) {
     value_ = now.toDouble();
     widget_.update();
@@ -19,7 +20,6 @@ void Motion::glideTo(double target) {
   if (target == target_) return;
   target_ = target;
   animation_.stop();
-  animation_.setDuration(milliseconds_);
   animation_.setStartValue(value_);
   animation_.setEndValue(target);
   animation_.start();

@@ -1,5 +1,5 @@
-// Return and Enter press the button that has the keyboard. Qt leaves them to dialogs and to what
-// the desktop's theme says.
+// Return and Enter press the button that has the focus. Qt leaves that to dialogs and to the
+// desktop's theme, and presses a push button repeatedly while the key is held.
 #pragma once
 
 #include <QAbstractButton>

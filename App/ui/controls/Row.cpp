@@ -3,8 +3,8 @@
 #include <QPainter>
 #include <cmath>
 
+#include "ui/controls/FollowStyle.h"
 #include "ui/controls/LineBreaks.h"
-#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 
@@ -19,14 +19,7 @@ Row::Row(const Style& style, QWidget* parent) : QLabel(parent), style_(style) {
   QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
-  connect(&style_, &Style::changed, this, &Row::restyle);
-  restyle();
-}
-
-void Row::restyle() {
-  setFont(style_.font(Role::callout));
-  updateGeometry();
-  update();
+  followStyle(*this, style, Role::callout);
 }
 
 void Row::setReading(const QString& label, const QString& value, Ink color) {
@@ -41,25 +34,21 @@ double Row::widthOf(const QString& text) const {
   return widthOfLine(text, font(), Figures::tabular);
 }
 
-QStringList Row::broken(const QString& text, int width) const {
-  return brokenLines(text, width, Breaks::words,
-                     [this](const QString& line) { return widthOf(line); });
-}
+double Row::widthOfBoth() const { return widthOf(label_) + style_.px(kGap) + widthOf(value_); }
 
-bool Row::fitsInto(int width) const {
-  return widthOf(label_) + style_.px(kGap) + widthOf(value_) <= width;
+QStringList Row::broken(const QString& text, int width) const {
+  return brokenLines(text, width, Breaks::words, font(), Figures::tabular);
 }
 
 QSize Row::sizeHint() const {
-  const double wide = widthOf(label_) + style_.px(kGap) + widthOf(value_);
-  return {static_cast<int>(std::ceil(wide)), style_.lineHeight(Role::callout)};
+  return {static_cast<int>(std::ceil(widthOfBoth())), style_.lineHeight(Role::callout)};
 }
 
 QSize Row::minimumSizeHint() const { return {0, style_.lineHeight(Role::callout)}; }
 
 int Row::heightForWidth(int width) const {
   const int line = style_.lineHeight(Role::callout);
-  if (fitsInto(width)) return line;
+  if (widthOfBoth() <= width) return line;
   return static_cast<int>(broken(label_, width).size() + broken(value_, width).size()) * line;
 }
 
@@ -76,7 +65,7 @@ void Row::paintEvent(QPaintEvent* /*event*/) {
       top += lineHeight;
     }
   };
-  if (fitsInto(width())) {
+  if (widthOfBoth() <= width()) {
     paint({label_}, Ink::primary, false);
     top = 0;
     paint({value_}, color_, true);

@@ -1,5 +1,5 @@
 // A label at one end of a line and its value at the other; where both do not fit, the value goes
-// below. It is read out as one: "Battery health: 93% · Good".
+// below. Screen readers read both as one text: "Battery health: 93% · Good".
 #pragma once
 
 #include <QLabel>
@@ -30,10 +30,9 @@ class Row final : public QLabel {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void restyle();
   [[nodiscard]] double widthOf(const QString& text) const;
+  [[nodiscard]] double widthOfBoth() const;
   [[nodiscard]] QStringList broken(const QString& text, int width) const;
-  [[nodiscard]] bool fitsInto(int width) const;
 
   const Style& style_;
   QString label_;

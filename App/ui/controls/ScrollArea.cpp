@@ -15,8 +15,9 @@ ScrollArea::ScrollArea(const Style& style, QWidget* parent) : QScrollArea(parent
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   viewport()->setAutoFillBackground(false);
   connect(&style, &Style::changed, this, [this] {
-    QEvent another(QEvent::StyleChange);
-    QCoreApplication::sendEvent(this, &another);
+    // Qt measures the bar anew.
+    QEvent changed(QEvent::StyleChange);
+    QCoreApplication::sendEvent(this, &changed);
     verticalScrollBar()->update();
   });
 }

@@ -16,8 +16,8 @@ class ScrollArea : public QScrollArea {
   /// `style` must outlive the area.
   explicit ScrollArea(const Style& style, QWidget* parent = nullptr);
 
-  /// Takes the page over. Its size is up to the caller, and its ground is what lies behind the
-  /// area.
+  /// Takes ownership of the page, whose size the caller sets. What lies behind the area shows
+  /// through the page.
   void setPage(QWidget* page);
 };
 

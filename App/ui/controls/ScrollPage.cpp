@@ -7,9 +7,9 @@ namespace tollbeam {
 
 namespace {
 
-// Between two turns of the wheel that belong together.
+// Between two turns of the wheel that belong to one scroll, in milliseconds.
 constexpr qint64 kSameScroll = 500;
-// So much of the page around the control with the focus is shown with it.
+// How much of the page is shown around the control with the focus, at scale 1.
 constexpr int kAround = 64;
 
 }  // namespace
@@ -20,16 +20,13 @@ ScrollPage::ScrollPage(const Style& style, QWidget* page, QWidget* parent)
   setPage(page);
 }
 
-void ScrollPage::keepWheelFrom(QWidget* control) {
-  kept_.push_back(control);
-  control->installEventFilter(this);
-}
+void ScrollPage::keepWheelFrom(QWidget* control) { control->installEventFilter(this); }
 
 bool ScrollPage::eventFilter(QObject* watched, QEvent* event) {
   const bool scrolling = scrolled_.isValid() && scrolled_.elapsed() < kSameScroll;
-  if (event->type() == QEvent::Wheel && scrolling &&
-      std::find(kept_.begin(), kept_.end(), watched) != kept_.end()) {
-    // Not the control's: the next to be asked is what it lies on.
+  const auto* control = qobject_cast<QWidget*>(watched);
+  if (event->type() == QEvent::Wheel && scrolling && widget()->isAncestorOf(control)) {
+    // Qt offers the event to the control's parent next.
     event->ignore();
     return true;
   }
@@ -40,18 +37,14 @@ bool ScrollPage::focusNextPrevChild(bool next) {
   // The scroll area's own would show less around the control, and count it as shown.
   // NOLINTNEXTLINE(bugprone-parent-virtual-call)
   const bool moved = QWidget::focusNextPrevChild(next);
-  QWidget* control = widget()->focusWidget();
-  if (moved && control && control->hasFocus()) {
-    bringIntoView(QRect(control->mapTo(widget(), QPoint()), control->size()));
-  }
-  return moved;
-}
-
-void ScrollPage::bringIntoView(const QRect& part) {
+  const QWidget* control = widget()->focusWidget();
+  if (!moved || !control || !control->hasFocus()) return moved;
   const int around = style_.px(kAround);
+  const int top = control->mapTo(widget(), QPoint()).y() - around;
+  const int bottom = top + control->height() - 1 + 2 * around;
   QScrollBar* bar = verticalScrollBar();
-  const int lowest = part.bottom() + around - viewport()->height();
-  bar->setValue(std::min(std::max(bar->value(), lowest), part.top() - around));
+  bar->setValue(std::min(std::max(bar->value(), bottom - viewport()->height()), top));
+  return moved;
 }
 
 void ScrollPage::wheelEvent(QWheelEvent* event) {

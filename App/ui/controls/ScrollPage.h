@@ -1,10 +1,9 @@
-// A form that scrolls: as wide as the view and as high as it asks to be. The control that the
-// keyboard goes to is brought into view. Turning the wheel scrolls, whatever control comes to lie
-// under the pointer meanwhile.
+// A form that scrolls: as wide as the view and as high as its size hint. The control that gets the
+// focus by the keyboard is scrolled into view. A wheel that has begun to scroll goes on scrolling,
+// whatever control comes under the pointer meanwhile.
 #pragma once
 
 #include <QElapsedTimer>
-#include <vector>
 
 #include "ui/controls/ScrollArea.h"
 
@@ -14,10 +13,10 @@ class ScrollPage final : public ScrollArea {
   Q_OBJECT
 
  public:
-  /// Takes `page`.
+  /// Takes ownership of `page`. `style` must outlive it.
   ScrollPage(const Style& style, QWidget* page, QWidget* parent = nullptr);
 
-  /// A control that answers the wheel itself must not when the wheel was set going over the page.
+  /// Keeps a scroll that began over the page from a control that handles the wheel itself.
   void keepWheelFrom(QWidget* control);
 
  protected:
@@ -26,12 +25,8 @@ class ScrollPage final : public ScrollArea {
   void wheelEvent(QWheelEvent* event) override;
 
  private:
-  /// Scrolls as far as it must to show that part of the page, and what is around it.
-  void bringIntoView(const QRect& part);
-
   const Style& style_;
   QElapsedTimer scrolled_;
-  std::vector<const QObject*> kept_;
 };
 
 }  // namespace tollbeam

@@ -1,8 +1,7 @@
 #include "ui/controls/SegmentedPicker.h"
 
-#include <QEvent>
+#include <QBoxLayout>
 #include <QPainter>
-#include <QStyle>
 #include <algorithm>
 #include <cmath>
 
@@ -10,8 +9,8 @@
 #include "ui/controls/ControlStyle.h"
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/FollowStyle.h"
 #include "ui/controls/LineBreaks.h"
-#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 
@@ -25,12 +24,6 @@ constexpr double kPadding = 6;
 constexpr int kMilliseconds = 140;
 constexpr float kShadow = 0.16F;
 
-QStringList linesOf(const QString& text, const QFont& font, double width) {
-  return brokenLines(text, width, Breaks::balanced, [&font](const QString& line) {
-    return widthOfLine(line, font, Figures::proportional);
-  });
-}
-
 // The shade under a raised surface: one pixel down, two pixels soft.
 void paintThumbShadow(QPainter& painter, const QRectF& thumb, double radius, double scale) {
   QColor shade(Qt::black);
@@ -43,17 +36,26 @@ void paintThumbShadow(QPainter& painter, const QRectF& thumb, double radius, dou
   }
 }
 
-}  // namespace
-
-class SegmentedPicker::Segment final : public QRadioButton {
+class Segment final : public QRadioButton {
  public:
-  Segment(const Style& style, const QString& text, QWidget* parent)
-      : QRadioButton(text, parent), style_(style) {
+  Segment(const Style& style, const QString& text) : QRadioButton(text), style_(style) {
     setStyle(ControlStyle::of(style));
+    setAttribute(Qt::WA_LayoutUsesWidgetRect);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    followStyle(*this, style);
   }
 
-  [[nodiscard]] QFont fontOf() const {
-    return style_.font(isChecked() ? Role::calloutMedium : Role::callout);
+  [[nodiscard]] QSize sizeHint() const override {
+    const double words = widthOfLine(text(), style_.font(Role::calloutMedium));
+    return {static_cast<int>(std::ceil(words + 2 * style_.px(kPadding))), leastHeight()};
+  }
+  [[nodiscard]] QSize minimumSizeHint() const override { return {0, leastHeight()}; }
+  [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+  [[nodiscard]] int heightForWidth(int width) const override {
+    const auto lines = linesAt(width, style_.font(Role::calloutMedium)).size();
+    const int inside = 2 * style_.px(kPadding) - 2 * style_.px(kInset);
+    return std::max(leastHeight(),
+                    static_cast<int>(lines) * style_.lineHeight(Role::callout) + inside);
   }
 
  protected:
@@ -63,7 +65,7 @@ class SegmentedPicker::Segment final : public QRadioButton {
     if (!isChecked() && (underMouse() || isDown())) {
       painter.setRenderHint(QPainter::Antialiasing);
       painter.setPen(Qt::NoPen);
-      // Upon the track, so that both together are a control's fill.
+      // Over the track: both together have the colour of a control's fill.
       QColor more = colours.primary;
       more.setAlphaF(isDown() ? 0.13F : 0.055F);
       painter.setBrush(more);
@@ -71,20 +73,26 @@ class SegmentedPicker::Segment final : public QRadioButton {
       painter.drawRoundedRect(rect(), radius, radius);
     }
     painter.setPen(isChecked() ? colours.segmentText : colours.primary);
-    const QFont font = fontOf();
-    const QStringList lines = linesOf(text(), font, width());
+    const QFont font = style_.font(isChecked() ? Role::calloutMedium : Role::callout);
+    const QStringList lines = linesAt(width(), font);
     const int line = style_.lineHeight(Role::callout);
     double top = (height() - static_cast<double>(lines.size()) * line) / 2;
     for (const QString& words : lines) {
-      const double x = (width() - widthOfLine(words, font, Figures::proportional)) / 2;
-      paintLine(painter, {x, top}, line, words, font, Figures::proportional);
+      paintLine(painter, {(width() - widthOfLine(words, font)) / 2, top}, line, words, font);
       top += line;
     }
   }
 
  private:
+  [[nodiscard]] int leastHeight() const { return style_.px(kHeight) - 2 * style_.px(kInset); }
+  [[nodiscard]] QStringList linesAt(int width, const QFont& font) const {
+    return brokenLines(text(), width, Breaks::balanced, font);
+  }
+
   const Style& style_;
 };
+
+}  // namespace
 
 SegmentedPicker::SegmentedPicker(const Style& style, const QString& name,
                                  const QStringList& choices, QWidget* parent)
@@ -94,12 +102,16 @@ SegmentedPicker::SegmentedPicker(const Style& style, const QString& name,
   QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
+  // Filled from its end, so that the last segment gets the odd pixel.
+  auto* row = new QBoxLayout(QBoxLayout::RightToLeft, this);
+  row->setSpacing(0);
   for (const QString& choice : choices) {
-    auto* segment = new Segment(style, choice, this);
+    auto* segment = new Segment(style, choice);
     const auto index = static_cast<int>(segments_.size());
     segment->setChecked(index == 0);
-    // The whole picker has the focus, whichever segment it is that takes the keys.
-    FocusRing::surroundWhole(*segment, *this, style, kRadius);
+    row->insertWidget(0, segment, 1);
+    // The ring surrounds the whole picker, whichever segment has the focus.
+    new FocusRing(*segment, style, kRadius, {}, this);
     connect(segment, &QRadioButton::toggled, this, [this, index](bool on) {
       if (!on) return;
       thumb_.glideTo(index);
@@ -107,70 +119,19 @@ SegmentedPicker::SegmentedPicker(const Style& style, const QString& name,
     });
     segments_.push_back(segment);
   }
-  connect(&style_, &Style::changed, this, &SegmentedPicker::restyle);
-}
-
-void SegmentedPicker::restyle() {
-  placeSegments();
-  updateGeometry();
-  update();
+  const auto restyle = [this, row] {
+    const int inset = style_.px(kInset);
+    row->setContentsMargins(inset, inset, inset, inset);
+    update();
+  };
+  connect(&style_, &Style::changed, this, restyle);
+  restyle();
 }
 
 int SegmentedPicker::chosen() const {
   const auto at = std::find_if(segments_.begin(), segments_.end(),
-                               [](const Segment* segment) { return segment->isChecked(); });
+                               [](const QRadioButton* segment) { return segment->isChecked(); });
   return static_cast<int>(at - segments_.begin());
-}
-
-int SegmentedPicker::heightOf(const QString& text, int width) const {
-  const auto lines = linesOf(text, style_.font(Role::calloutMedium), width).size();
-  return static_cast<int>(lines) * style_.lineHeight(Role::callout) + 2 * style_.px(kPadding);
-}
-
-QSize SegmentedPicker::sizeHint() const {
-  double widest = 0;
-  for (const Segment* segment : segments_) {
-    widest = std::max(widest, widthOfLine(segment->text(), style_.font(Role::calloutMedium),
-                                          Figures::proportional));
-  }
-  const double each = widest + 2 * style_.px(kPadding);
-  return {static_cast<int>(std::ceil(each)) * static_cast<int>(segments_.size()) +
-              2 * style_.px(kInset),
-          style_.px(kHeight)};
-}
-
-QSize SegmentedPicker::minimumSizeHint() const { return {0, style_.px(kHeight)}; }
-
-int SegmentedPicker::heightForWidth(int width) const {
-  const int each =
-      (width - 2 * style_.px(kInset)) / std::max<int>(1, static_cast<int>(segments_.size()));
-  int height = style_.px(kHeight);
-  for (const Segment* segment : segments_)
-    height = std::max(height, heightOf(segment->text(), each));
-  return height;
-}
-
-void SegmentedPicker::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  placeSegments();
-}
-
-void SegmentedPicker::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
-  if (event->type() == QEvent::LayoutDirectionChange) placeSegments();
-}
-
-void SegmentedPicker::placeSegments() {
-  const int inset = style_.px(kInset);
-  const QRect inner = rect().adjusted(inset, inset, -inset, -inset);
-  const auto count = static_cast<int>(segments_.size());
-  for (int i = 0; i < count; ++i) {
-    const int from = inner.left() + inner.width() * i / count;
-    const int to = inner.left() + inner.width() * (i + 1) / count;
-    const QRect place(from, inner.top(), to - from, inner.height());
-    segments_[static_cast<std::size_t>(i)]->setGeometry(
-        QStyle::visualRect(layoutDirection(), rect(), place));
-  }
 }
 
 void SegmentedPicker::paintEvent(QPaintEvent* /*event*/) {

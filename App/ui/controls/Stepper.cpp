@@ -1,84 +1,32 @@
 #include "ui/controls/Stepper.h"
 
-#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QWheelEvent>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 
+#include "ui/controls/Accessibility.h"
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/FollowStyle.h"
 #include "ui/controls/PixelGrid.h"
 
 namespace tollbeam {
 
 namespace {
 
-constexpr int kWidth = 64;
-constexpr int kHeight = 26;
+constexpr QSize kSize(64, 26);
 constexpr double kRadius = 7;
 constexpr double kSign = 10;
 constexpr double kThickness = 1.5;
 constexpr int kDivider = 14;
 constexpr double kEndOpacity = 0.35;
-// For what has no end of its own, such as the turning of a wheel.
+// After the last turn of the wheel, which has no release.
 constexpr std::chrono::milliseconds kSettling(700);
-
-/// A spin button whose number is the stepper's.
-class SpokenStepper final : public QAccessibleWidget, public QAccessibleValueInterface {
- public:
-  explicit SpokenStepper(Stepper* stepper) : QAccessibleWidget(stepper, QAccessible::SpinBox) {}
-
-  void* interface_cast(QAccessible::InterfaceType type) override {
-    if (type == QAccessible::ValueInterface) return static_cast<QAccessibleValueInterface*>(this);
-    return QAccessibleWidget::interface_cast(type);
-  }
-
-  [[nodiscard]] QString text(QAccessible::Text kind) const override {
-    if (kind == QAccessible::Value) return QString::number(stepper()->value());
-    return QAccessibleWidget::text(kind);
-  }
-
-  [[nodiscard]] QVariant currentValue() const override { return asNumber(stepper()->value()); }
-  [[nodiscard]] QVariant minimumValue() const override {
-    return asNumber(stepper()->range().least);
-  }
-  [[nodiscard]] QVariant maximumValue() const override { return asNumber(stepper()->range().most); }
-  [[nodiscard]] QVariant minimumStepSize() const override { return asNumber(1); }
-  void setCurrentValue(const QVariant& value) override {
-    const Range range = stepper()->range();
-    // A value from outside this program may be any number.
-    const double wanted = value.toDouble();
-    if (!stepper()->isEnabled() || !(wanted >= static_cast<double>(range.least)) ||
-        !(wanted <= static_cast<double>(range.most))) {
-      return;
-    }
-    const auto whole = static_cast<std::int64_t>(wanted);
-    if (whole == stepper()->value()) return;
-    Q_EMIT stepper()->wanted(whole);
-    Q_EMIT stepper()->settled();
-  }
-
-  [[nodiscard]] QStringList actionNames() const override {
-    return QStringList{increaseAction(), decreaseAction()} + QAccessibleWidget::actionNames();
-  }
-  void doAction(const QString& name) override {
-    if (name == increaseAction()) {
-      stepper()->take(Step::up);
-    } else if (name == decreaseAction()) {
-      stepper()->take(Step::down);
-    } else {
-      QAccessibleWidget::doAction(name);
-    }
-  }
-
- private:
-  static QVariant asNumber(std::int64_t value) { return QVariant::fromValue<qlonglong>(value); }
-  [[nodiscard]] Stepper* stepper() const { return static_cast<Stepper*>(widget()); }
-};
 
 }  // namespace
 
@@ -92,15 +40,36 @@ std::optional<std::int64_t> stepped(std::int64_t value, Step step, Range range) 
 }
 
 Stepper::Stepper(const Style& style, Range range, QWidget* parent)
-    : QWidget(parent), style_(style), range_(range), value_(range.least), repeat_(*this) {
+    : QAbstractButton(parent), style_(style), range_(range), value_(range.least) {
+  setAccessibleNumber(*this,
+                      {.least = range.least,
+                       .most = range.most,
+                       .value = [this] { return value_; },
+                       .text = [this] { return QString::number(value_); },
+                       .set =
+                           [this](std::int64_t value) {
+                             if (value == value_) return;
+                             Q_EMIT wanted(value);
+                             Q_EMIT settled();
+                           },
+                       .step = [this](int step) { take(step > 0 ? Step::up : Step::down); }});
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
-  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  setAutoRepeat(true);
+  setAutoRepeatDelay(this->style()->styleHint(QStyle::SH_SpinBox_ClickAutoRepeatThreshold));
+  setAutoRepeatInterval(this->style()->styleHint(QStyle::SH_SpinBox_ClickAutoRepeatRate));
   settling_.setSingleShot(true);
   settling_.setInterval(kSettling);
   connect(&settling_, &QTimer::timeout, this, &Stepper::settled);
-  FocusRing::surround(*this, style, kRadius);
-  connect(&style_, &Style::changed, this, [this] { updateGeometry(); });
+  connect(this, &QAbstractButton::pressed, this, [this] {
+    if (pressed_) ask(*pressed_);
+  });
+  connect(this, &QAbstractButton::released, this, [this] {
+    // Qt also emits it between the repetitions.
+    if (!isDown()) settle();
+  });
+  new FocusRing(*this, style, kRadius);
+  fixSize(*this, style, kSize);
 }
 
 void Stepper::setValue(std::int64_t value) {
@@ -131,10 +100,6 @@ void Stepper::settle() {
   Q_EMIT settled();
 }
 
-QSize Stepper::sizeHint() const { return {style_.px(kWidth), style_.px(kHeight)}; }
-
-QAccessibleInterface* Stepper::describe() { return new SpokenStepper(this); }
-
 QRect Stepper::cell(Step step) const {
   const QRect leading(0, 0, width() / 2, height());
   const bool isLeft = (step == Step::down) == (layoutDirection() == Qt::LeftToRight);
@@ -164,10 +129,10 @@ void Stepper::paintEvent(QPaintEvent* /*event*/) {
 void Stepper::paintCell(QPainter& painter, Step step) const {
   const bool canStep = stepped(value_, step, range_).has_value();
   painter.save();
-  // The whole shape, seen through the cell: the corners are the shape's.
+  // The whole shape, clipped to the cell: the corners are the shape's.
   painter.setClipRect(cell(step));
   paintFill(painter, rect(), style_.px(kRadius), style_.colours(),
-            {isEnabled() && canStep, hovered_ == step, pressed_ == step && hovered_ == step});
+            {isEnabled() && canStep, hovered_ == step, isDown() && pressed_ == step});
   painter.restore();
 
   painter.save();
@@ -176,7 +141,7 @@ void Stepper::paintCell(QPainter& painter, Step step) const {
   painter.restore();
 }
 
-// On whole pixels of the device, and its crossing painted once: it may be translucent.
+// On whole pixels of the device, and its crossing painted only once: it may be translucent.
 void Stepper::paintSign(QPainter& painter, QPointF centre, Step step) const {
   const double ratio = painter.device()->devicePixelRatioF();
   const double thickness = std::round(kThickness * style_.scale() * ratio) / ratio;
@@ -192,48 +157,47 @@ void Stepper::paintSign(QPainter& painter, QPointF centre, Step step) const {
   painter.fillRect(QRectF(QPointF(upright.left(), across.bottom()), upright.bottomRight()), colour);
 }
 
+bool Stepper::hitButton(const QPoint& position) const {
+  return pressed_ && cellAt(position) == pressed_;
+}
+
 void Stepper::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return QWidget::mousePressEvent(event);
-  pressed_ = hovered_ = cellAt(event->position().toPoint());
-  update();
-  if (!pressed_) return;
-  // Held, and dragged away for a moment, it waits.
-  repeat_.start([this] { return pressed_ && (hovered_ != pressed_ || ask(*pressed_)); });
+  if (event->button() == Qt::LeftButton) {
+    pressed_ = hovered_ = cellAt(event->position().toPoint());
+  }
+  QAbstractButton::mousePressEvent(event);
 }
 
 void Stepper::mouseMoveEvent(QMouseEvent* event) {
-  const auto now = cellAt(event->position().toPoint());
-  if (now == hovered_) return;
-  hovered_ = now;
+  hovered_ = cellAt(event->position().toPoint());
   update();
+  QAbstractButton::mouseMoveEvent(event);
 }
 
-void Stepper::mouseReleaseEvent(QMouseEvent* /*event*/) { release(); }
-
-void Stepper::leaveEvent(QEvent* event) {
-  hovered_.reset();
-  update();
-  QWidget::leaveEvent(event);
-}
-
-void Stepper::hideEvent(QHideEvent* event) {
-  release();
-  QWidget::hideEvent(event);
-}
-
-void Stepper::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::EnabledChange) {
-    release();
-    update();
+bool Stepper::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Leave:
+      hovered_.reset();
+      update();
+      break;
+    case QEvent::Hide:
+    case QEvent::EnabledChange:
+    case QEvent::FocusOut:
+      // Before Qt handles them, which would leave the timer of the repetition running.
+      setDown(false);
+      settle();
+      break;
+    case QEvent::Wheel:
+      // Qt's disabled buttons keep it from the page.
+      if (!isEnabled()) {
+        event->ignore();
+        return true;
+      }
+      break;
+    default:
+      break;
   }
-  QWidget::changeEvent(event);
-}
-
-void Stepper::release() {
-  repeat_.stop();
-  pressed_.reset();
-  settle();
-  update();
+  return QAbstractButton::event(event);
 }
 
 void Stepper::keyPressEvent(QKeyEvent* event) {
@@ -255,36 +219,24 @@ void Stepper::keyPressEvent(QKeyEvent* event) {
       ask(mirrored ? Step::up : Step::down);
       break;
     default:
-      QWidget::keyPressEvent(event);
-      return;
+      // Space does not press it.
+      event->ignore();
   }
 }
 
 void Stepper::keyReleaseEvent(QKeyEvent* event) {
-  // A held key is let go and pressed again all the time.
+  // A held key is released and pressed again and again.
   if (!event->isAutoRepeat()) settle();
-  QWidget::keyReleaseEvent(event);
-}
-
-void Stepper::focusOutEvent(QFocusEvent* event) {
-  settle();
-  QWidget::focusOutEvent(event);
+  event->ignore();
 }
 
 void Stepper::wheelEvent(QWheelEvent* event) {
-  // The page scrolls beneath the pointer; only what the user has chosen answers.
-  if (!hasFocus()) {
-    event->ignore();
-    return;
-  }
+  // Without the focus, the wheel scrolls the page.
+  if (!hasFocus()) return event->ignore();
+  constexpr int kNotch = QWheelEvent::DefaultDeltasPerStep;
   wheel_ += event->angleDelta().y();
-  for (; wheel_ >= QWheelEvent::DefaultDeltasPerStep; wheel_ -= QWheelEvent::DefaultDeltasPerStep) {
-    ask(Step::up);
-  }
-  for (; wheel_ <= -QWheelEvent::DefaultDeltasPerStep;
-       wheel_ += QWheelEvent::DefaultDeltasPerStep) {
-    ask(Step::down);
-  }
+  for (; wheel_ >= kNotch; wheel_ -= kNotch) ask(Step::up);
+  for (; wheel_ <= -kNotch; wheel_ += kNotch) ask(Step::down);
 }
 
 }  // namespace tollbeam

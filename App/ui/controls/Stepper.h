@@ -1,16 +1,14 @@
 // Two cells, − and +, that move a whole number by one within a range. The number itself stands in
-// the label beside them. A number outside the range is shown as it is, and the step towards the
-// range brings it in; no step ever leads out. The stepper asks (`wanted`) and shows what it is
-// then given (`setValue`). Held, it asks many times; `settled` says when it is worth storing.
+// the label beside them. A number outside the range is shown as it is; the step towards the range
+// brings it in, and no step ever leads out. The stepper asks for a value (`wanted`) and shows what
+// `setValue` then gives it. While held it asks repeatedly; at `settled` the value is worth storing.
 #pragma once
 
+#include <QAbstractButton>
 #include <QTimer>
-#include <QWidget>
 #include <cstdint>
 #include <optional>
 
-#include "ui/controls/Accessibility.h"
-#include "ui/controls/AutoRepeat.h"
 #include "ui/look/Style.h"
 
 namespace tollbeam {
@@ -23,44 +21,37 @@ struct Range {
 
 enum class Step { down, up };
 
-/// The value after the step, inside the range; absent when there is nothing left that way.
+/// The value after the step, inside the range; absent when it cannot go that way.
 [[nodiscard]] std::optional<std::int64_t> stepped(std::int64_t value, Step step, Range range);
 
-class Stepper final : public QWidget, public SelfDescribing {
+class Stepper final : public QAbstractButton {
   Q_OBJECT
 
  public:
+  /// `style` must outlive the stepper.
   Stepper(const Style& style, Range range, QWidget* parent = nullptr);
 
   void setValue(std::int64_t value);
   [[nodiscard]] std::int64_t value() const { return value_; }
-  [[nodiscard]] Range range() const { return range_; }
 
   /// As if the user had clicked the cell; false when that cell is at its end.
   bool take(Step step);
 
-  [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-  [[nodiscard]] QAccessibleInterface* describe() override;
-
  Q_SIGNALS:
-  /// The user wants this value; others may follow soon.
+  /// The user asks for this value; more requests may follow soon.
   void wanted(std::int64_t value);
-  /// The last wanted value stays for now: the cell or key was let go, the wheel has stopped, or the
-  /// stepper was hidden or switched off meanwhile.
+  /// No further request is expected: the cell or key was released, the wheel has stopped, or the
+  /// stepper was hidden or disabled meanwhile.
   void settled();
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  [[nodiscard]] bool hitButton(const QPoint& position) const override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
-  void leaveEvent(QEvent* event) override;
-  void hideEvent(QHideEvent* event) override;
-  void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:
@@ -70,16 +61,15 @@ class Stepper final : public QWidget, public SelfDescribing {
   void paintSign(QPainter& painter, QPointF centre, Step step) const;
   bool ask(Step step);
   void settle();
-  void release();
 
   const Style& style_;
   const Range range_;
   std::int64_t value_;
   std::optional<Step> hovered_;
+  /// The cell that the pointer pressed last.
   std::optional<Step> pressed_;
-  AutoRepeat repeat_;
   int wheel_ = 0;
-  /// Runs while something was wanted and has not settled.
+  /// Runs from a request until it has settled.
   QTimer settling_;
 };
 

@@ -1,5 +1,6 @@
 #include "ui/controls/Switch.h"
 
+#include <QImage>
 #include <QPainter>
 #include <QSignalBlocker>
 
@@ -7,6 +8,7 @@
 #include "ui/controls/ControlStyle.h"
 #include "ui/controls/Fill.h"
 #include "ui/controls/FocusRing.h"
+#include "ui/controls/FollowStyle.h"
 
 namespace tollbeam {
 
@@ -28,18 +30,15 @@ const QColor kThumbShadow(0, 0, 0, 46);
 Switch::Switch(const Style& style, QWidget* parent)
     : QCheckBox(parent), style_(style), thumb_(*this, style, kMilliseconds) {
   setStyle(ControlStyle::of(style));
-  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   setFocusPolicy(Qt::StrongFocus);
-  FocusRing::surround(*this, style, kHeight / 2.0, [this] { return shape(); });
-  connect(&style_, &Style::changed, this, [this] { updateGeometry(); });
+  new FocusRing(*this, style, kHeight / 2.0, [this] { return shape(); });
+  fixSize(*this, style, {kWidth, kTarget});
 }
 
 void Switch::setOn(bool on) {
   const QSignalBlocker blocker(this);
   setChecked(on);
 }
-
-QSize Switch::sizeHint() const { return {style_.px(kWidth), style_.px(kTarget)}; }
 
 void Switch::checkStateSet() {
   QCheckBox::checkStateSet();
@@ -59,15 +58,25 @@ QRect Switch::shape() const {
 
 void Switch::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  paintWhole(painter, rect(), isEnabled(), [this](QPainter& on) { paint(on); });
+  if (isEnabled()) return paintShape(painter);
+  // Painted opaque first: layer by layer, the ground would shine through the thumb.
+  const double ratio = painter.device()->devicePixelRatioF();
+  QImage whole((QSizeF(size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+  whole.setDevicePixelRatio(ratio);
+  whole.fill(Qt::transparent);
+  {
+    QPainter onWhole(&whole);
+    paintShape(onWhole);
+  }
+  painter.setOpacity(kDisabledOpacity);
+  painter.drawImage(QPoint(), whole);
 }
 
-void Switch::paint(QPainter& painter) const {
+void Switch::paintShape(QPainter& painter) const {
   const Colours& colours = style_.colours();
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
   const QRectF ground = shape();
-  const double radius = ground.height() / 2;
   const double on = thumb_.value();
   const bool hovered = isEnabled() && (underMouse() || isDown());
   const auto fill = [&](const QColor& colour, double share, const QRectF& rect) {
@@ -90,13 +99,9 @@ void Switch::paint(QPainter& painter) const {
   fill(colours.switchOffOutline, 1 - on, thumb.adjusted(-1, -1, 1, 1));
   fill(mixed(colours.switchThumbOn, colours.switchThumb, on), 1, thumb);
 
-  painter.setBrush(Qt::NoBrush);
   QColor outline = colours.switchOffOutline;
   if (!colours.highContrast) outline.setAlphaF(static_cast<float>(1 - on));
-  painter.setPen(QPen(outline, 1));
-  if (outline.alpha() > 0) {
-    painter.drawRoundedRect(ground.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
-  }
+  if (outline.alpha() > 0) paintOutline(painter, ground, ground.height() / 2, outline);
 }
 
 }  // namespace tollbeam

@@ -1,5 +1,5 @@
-// A switch: Qt's check box in a shape that Qt does not have. `toggled` is emitted for the user's
-// actions only, by pointer, keyboard or screen reader, and not for `setOn`.
+// A switch: Qt's check box in another shape. `toggled` is emitted for the user's actions only, by
+// pointer, keyboard or screen reader, and not for `setOn`.
 #pragma once
 
 #include <QCheckBox>
@@ -13,12 +13,10 @@ class Switch final : public QCheckBox {
   Q_OBJECT
 
  public:
+  /// `style` must outlive the switch.
   explicit Switch(const Style& style, QWidget* parent = nullptr);
 
   void setOn(bool on);
-
-  [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:
   void checkStateSet() override;
@@ -27,7 +25,7 @@ class Switch final : public QCheckBox {
 
  private:
   [[nodiscard]] QRect shape() const;
-  void paint(QPainter& painter) const;
+  void paintShape(QPainter& painter) const;
 
   const Style& style_;
   Motion thumb_;

@@ -6,21 +6,14 @@
 #include <cmath>
 
 #include "ui/controls/Fill.h"
-#include "ui/controls/TextLine.h"
+#include "ui/controls/FollowStyle.h"
 
 namespace tollbeam {
 
 Text::Text(const Style& style, Role role, Ink ink, QWidget* parent)
     : QLabel(parent), style_(style), role_(role), ink_(ink) {
   setTextFormat(Qt::PlainText);
-  connect(&style_, &Style::changed, this, &Text::restyle);
-  restyle();
-}
-
-void Text::restyle() {
-  setFont(style_.font(role_));
-  updateGeometry();
-  update();
+  followStyle(*this, style, role);
 }
 
 void Text::setInk(Ink ink) {
@@ -52,7 +45,7 @@ double Text::widestWord() const {
 }
 
 QStringList Text::linesAt(int width) const {
-  return brokenLines(text(), width, breaks_, [this](const QString& line) { return widthOf(line); });
+  return brokenLines(text(), width, breaks_, font(), figures_);
 }
 
 QSize Text::sizeHint() const {
@@ -63,8 +56,6 @@ QSize Text::minimumSizeHint() const {
   if (breaks_ == Breaks::never) return sizeHint();
   return {0, style_.lineHeight(role_)};
 }
-
-bool Text::hasHeightForWidth() const { return breaks_ != Breaks::never; }
 
 int Text::heightForWidth(int width) const {
   const auto lines = std::max<qsizetype>(linesAt(width).size(), 1);

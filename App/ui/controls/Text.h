@@ -1,4 +1,4 @@
-// A piece of text in one role and one ink. It breaks as it is told, is never cut off, and keeps its
+// A piece of text in one role and one ink. It breaks only as set, is never cut off, and keeps its
 // own direction, so that "93% · Good" stays in order inside a mirrored window.
 #pragma once
 
@@ -20,7 +20,7 @@ class Text final : public QLabel {
   void setInk(Ink ink);
   /// With breaks the text takes the width it is given and the height that it needs there.
   void setBreaks(Breaks breaks);
-  /// Digits all as wide as the widest, so that nothing moves while they count.
+  /// Makes all digits as wide as the widest, so that nothing moves while they count.
   void setTabularDigits();
 
   /// The narrowest width, in pixels, in which no word is broken.
@@ -28,19 +28,18 @@ class Text final : public QLabel {
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
-  [[nodiscard]] bool hasHeightForWidth() const override;
+  [[nodiscard]] bool hasHeightForWidth() const override { return breaks_ != Breaks::never; }
   [[nodiscard]] int heightForWidth(int width) const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void restyle();
   [[nodiscard]] double widthOf(const QString& line) const;
   [[nodiscard]] QStringList linesAt(int width) const;
 
   const Style& style_;
-  Role role_;
+  const Role role_;
   Ink ink_;
   Breaks breaks_ = Breaks::never;
   Figures figures_ = Figures::proportional;

@@ -11,10 +11,11 @@
 #include <utility>
 
 #include "texts/LocaleFormats.h"
-#include "ui/controls/Digits.h"
-#include "ui/controls/Fill.h"
+#include "ui/controls/Accessibility.h"
+#include "ui/controls/ControlStyle.h"
+#include "ui/controls/Field.h"
 #include "ui/controls/FocusRing.h"
-#include "ui/controls/SpokenTime.h"
+#include "ui/controls/FollowStyle.h"
 #include "ui/controls/TextLine.h"
 
 namespace tollbeam {
@@ -22,48 +23,45 @@ namespace tollbeam {
 namespace {
 
 constexpr int kWidth = 88;
-constexpr int kHeight = 26;
-constexpr double kRadius = 7;
-constexpr int kLeading = 10;
-constexpr int kTrailing = 8;
-constexpr int kGap = 8;
-constexpr int kChevronWidth = 10;
-constexpr int kChevronHeight = 12;
 constexpr double kSelectionRadius = 3;
 constexpr int kMostSteps = 60;
+constexpr int kLastMinute = 24 * 60 - 1;
 
-TimeOfDay timeOf(QTime time) { return {.hour = time.hour(), .minute = time.minute()}; }
+int minutesOf(TimeOfDay time) { return time.hour * 60 + time.minute; }
 
 }  // namespace
 
-TimeField::TimeField(const Style& style, QWidget* parent)
-    : QTimeEdit(parent), style_(style), repeat_(*this) {
+TimeField::TimeField(const Style& style, QWidget* parent) : QTimeEdit(parent), style_(style) {
+  setAccessibleNumber(*this, {.least = 0,
+                              .most = kLastMinute,
+                              .value = [this] { return minutesOf(timeOfDay()); },
+                              .text = [this] { return text(); },
+                              .set =
+                                  [this](std::int64_t minutes) {
+                                    setTime(QTime(0, 0).addSecs(static_cast<int>(minutes) * 60));
+                                  },
+                              .step = [this](int step) { stepBy(step); },
+                              .line = lineEdit()});
+  setStyle(ControlStyle::of(style));
   setAttribute(Qt::WA_Hover);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   setFrame(false);
   setWrapping(true);
   setContextMenuPolicy(Qt::NoContextMenu);
-  // Qt would turn hours and minutes round in a mirrored window; a time reads the same everywhere.
+  // Qt would swap hours and minutes in a mirrored window; a time reads the same everywhere.
   setLayoutDirection(Qt::LeftToRight);
-  // It goes on taking what is typed; what is seen is painted here.
+  // It still receives what is typed; the text is painted here.
   lineEdit()->hide();
-  // Under the name that Qt gives it, a screen reader finds no text in it.
+  // With the name that Qt gives it, screen readers find no text in it.
   lineEdit()->setObjectName(QStringLiteral("time"));
   connect(lineEdit(), &QLineEdit::textChanged, this, [this] { update(); });
   connect(lineEdit(), &QLineEdit::selectionChanged, this, [this] { update(); });
-  connect(this, &QTimeEdit::timeChanged, this, &TimeField::take);
-  connect(this, &QTimeEdit::editingFinished, this, &TimeField::finish);
-  FocusRing::surround(*this, style, kRadius);
-  connect(&style_, &Style::changed, this, &TimeField::restyle);
+  connect(this, &QTimeEdit::timeChanged, this, &TimeField::onTimeChanged);
+  connect(this, &QTimeEdit::editingFinished, this, &TimeField::endTyping);
+  new FocusRing(*this, style, kFieldRadius);
   followLocale();
-  restyle();
-}
-
-void TimeField::restyle() {
-  setFont(style_.font(Role::body));
-  updateGeometry();
-  update();
+  followStyle(*this, style, Role::body);
 }
 
 void TimeField::followLocale() {
@@ -82,7 +80,7 @@ void TimeField::setTodaysClock(std::function<TimeOfDay(TimeOfDay)> clock) {
 }
 
 void TimeField::setTimeOfDay(TimeOfDay time) {
-  // Only the answer to what is being typed.
+  // It only confirms what is being typed.
   if (unfinished_ == time) return;
   unfinished_.reset();
   if (time == timeOfDay()) return;
@@ -91,32 +89,34 @@ void TimeField::setTimeOfDay(TimeOfDay time) {
     setTime(QTime(time.hour, time.minute));
     if (hasFocus()) setSelectedSection(currentSection());
   }
-  tellChange();
+  announceChange();
 }
 
-TimeOfDay TimeField::timeOfDay() const { return timeOf(time()); }
+TimeOfDay TimeField::timeOfDay() const {
+  return {.hour = time().hour(), .minute = time().minute()};
+}
 
 TimeOfDay TimeField::existing(TimeOfDay time) const {
   return todaysClock_ ? todaysClock_(time) : time;
 }
 
-void TimeField::tellChange() {
-  told_ = timeOfDay();
-  QAccessibleValueChangeEvent event(this, told_.hour * 60 + told_.minute);
+void TimeField::announceChange() {
+  announced_ = timeOfDay();
+  QAccessibleValueChangeEvent event(this, minutesOf(announced_));
   QAccessible::updateAccessibility(&event);
 }
 
-void TimeField::take() {
-  // The Return key makes Qt tell of a time that is the old one.
-  if (timeOfDay() == told_) return;
-  tellChange();
-  const TimeOfDay choice = existing(told_);
+void TimeField::onTimeChanged() {
+  // After Return, Qt emits a change to the same time.
+  if (timeOfDay() == announced_) return;
+  announceChange();
+  const TimeOfDay choice = existing(announced_);
   unfinished_ = choice;
-  if (!hasFocus()) finish();
+  if (!hasFocus()) endTyping();
   Q_EMIT chosen(choice);
 }
 
-void TimeField::finish() {
+void TimeField::endTyping() {
   if (!unfinished_) return;
   const TimeOfDay choice = *std::exchange(unfinished_, std::nullopt);
   setTimeOfDay(choice);
@@ -127,58 +127,45 @@ void TimeField::stepBy(int steps) {
     const QSignalBlocker blocker(this);
     QTimeEdit::stepBy(steps);
     const TimeOfDay nearest = existing(timeOfDay());
-    // Across a jump to the next time that there is. The half of the day, and the minutes of an hour
-    // that is left out, may have none.
+    // Across a jump to the next time that exists. Steps of the half of the day, or of the minutes
+    // of an hour that is left out, may reach none.
     for (int left = kMostSteps; left > 0 && existing(timeOfDay()) != timeOfDay(); --left) {
       QTimeEdit::stepBy(steps < 0 ? -1 : 1);
     }
-    const bool found = existing(timeOfDay()) == timeOfDay() && timeOfDay() != told_;
+    const bool found = existing(timeOfDay()) == timeOfDay() && timeOfDay() != announced_;
     if (!found) setTime(QTime(nearest.hour, nearest.minute));
     setSelectedSection(currentSection());
   }
   unfinished_.reset();
-  if (timeOfDay() == told_) return;
-  tellChange();
-  Q_EMIT chosen(told_);
+  if (timeOfDay() == announced_) return;
+  announceChange();
+  Q_EMIT chosen(announced_);
 }
 
 QSize TimeField::sizeHint() const {
   double widest = 0;
-  // Digits are all as wide as each other, so one time of each half of the day will do.
+  // All digits have the same width, so one time of each half of the day will do.
   for (const QTime time : {QTime(10, 0), QTime(22, 0)}) {
     widest = std::max(widest, tabularWidth(locale().toString(time, displayFormat()), font()));
   }
-  const int needed =
-      static_cast<int>(std::ceil(widest)) + style_.px(kLeading + kGap + kChevronWidth + kTrailing);
-  return {std::max(style_.px(kWidth), needed), style_.px(kHeight)};
+  const int needed = static_cast<int>(std::ceil(widest)) + style_.px(kBesideFieldText);
+  return {std::max(style_.px(kWidth), needed), style_.px(kFieldHeight)};
 }
-
-QAccessibleInterface* TimeField::describe() { return new SpokenTime(this); }
 
 Qt::LayoutDirection TimeField::direction() const {
   return parentWidget() ? parentWidget()->layoutDirection() : layoutDirection();
 }
 
-QRect TimeField::chevrons() const {
-  const QRect box(width() - style_.px(kTrailing + kChevronWidth),
-                  (height() - style_.px(kChevronHeight)) / 2, style_.px(kChevronWidth),
-                  style_.px(kChevronHeight));
-  return QStyle::visualRect(direction(), rect(), box);
-}
-
 QRect TimeField::textRect() const {
   const int length = static_cast<int>(std::ceil(tabularWidth(lineEdit()->text(), font())));
-  return QStyle::visualRect(direction(), rect(), {style_.px(kLeading), 0, length, height()});
+  return QStyle::visualRect(direction(), rect(), {style_.px(kFieldLeading), 0, length, height()});
 }
 
 void TimeField::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  if (!isEnabled()) painter.setOpacity(kDisabledOpacity);
-  paintFill(painter, rect(), style_.px(kRadius), style_.colours(),
-            {isEnabled(), underMouse(), false});
+  paintField(painter, style_, *this, false, direction(),
+             {{{{2.5, 4}, {5, 1.5}, {7.5, 4}}}, {{{2.5, 8}, {5, 10.5}, {7.5, 8}}}});
   paintTime(painter);
-  paintChevrons(painter);
 }
 
 void TimeField::paintTime(QPainter& painter) const {
@@ -195,7 +182,7 @@ void TimeField::paintTime(QPainter& painter) const {
   };
   paint(style_.colours().primary);
 
-  // The part that arrows and keys change.
+  // The part that arrows and typing change.
   if (!hasFocus() || !lineEdit()->hasSelectedText()) return;
   const qsizetype from = lineEdit()->selectionStart();
   const qsizetype length = lineEdit()->selectedText().size();
@@ -207,34 +194,20 @@ void TimeField::paintTime(QPainter& painter) const {
   painter.drawRoundedRect(selection, style_.px(kSelectionRadius), style_.px(kSelectionRadius));
   painter.setClipRect(selection);
   paint(style_.colours().onAccent);
-  painter.setClipping(false);
 }
 
-void TimeField::paintChevrons(QPainter& painter) const {
-  const QRectF box = chevrons();
-  painter.save();
-  painter.translate(box.topLeft());
-  painter.scale(box.width() / kChevronWidth, box.height() / kChevronHeight);
-  painter.setPen(QPen(style_.colours().secondary, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  const QPointF up[] = {{2.5, 4}, {5, 1.5}, {7.5, 4}};
-  const QPointF down[] = {{2.5, 8}, {5, 10.5}, {7.5, 8}};
-  painter.drawPolyline(up, 3);
-  painter.drawPolyline(down, 3);
-  painter.restore();
-}
-
-// Qt would move a cursor that is not to be seen here.
+// Left and right choose the part; Qt would move a cursor that is invisible here.
 void TimeField::keyPressEvent(QKeyEvent* event) {
   const int step = event->key() == Qt::Key_Right ? 1 : event->key() == Qt::Key_Left ? -1 : 0;
   if (step == 0) {
-    if (!takeHalfOfDay(event->text())) QTimeEdit::keyPressEvent(event);
+    if (!typeHalfOfDay(event->text())) QTimeEdit::keyPressEvent(event);
     return;
   }
   setSelectedSection(sectionAt(std::clamp(currentSectionIndex() + step, 0, sectionCount() - 1)));
 }
 
-// Its first letter says which half of the day is meant; Qt waits for the whole word.
-bool TimeField::takeHalfOfDay(const QString& typed) {
+// The first letter chooses the half of the day; Qt waits for the whole word.
+bool TimeField::typeHalfOfDay(const QString& typed) {
   if (currentSection() != AmPmSection || typed.isEmpty()) return false;
   const bool isMorning = locale().amText().startsWith(typed, Qt::CaseInsensitive);
   const bool isEvening = locale().pmText().startsWith(typed, Qt::CaseInsensitive);
@@ -245,55 +218,35 @@ bool TimeField::takeHalfOfDay(const QString& typed) {
 }
 
 void TimeField::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton) return;
-  const QPointF at = event->position();
-  const int reach = style_.px(kGap);
-  if (chevrons().adjusted(-reach, 0, reach, 0).contains(QPoint(qRound(at.x()), height() / 2))) {
-    const int step = at.y() < height() / 2.0 ? 1 : -1;
-    repeat_.start([this, step] {
-      stepBy(step);
-      return true;
-    });
-    return;
-  }
-  // The section whose last character lies beyond the pointer.
+  QTimeEdit::mousePressEvent(event);
+  if (event->isAccepted() || event->button() != Qt::LeftButton) return;
+  event->accept();
+  // Beside the chevrons, it chooses the part whose last character lies beyond the pointer.
   const QString text = lineEdit()->text();
   qsizetype position = 0;
   while (position < text.size() &&
-         textRect().left() + tabularWidth(text.left(position + 1), font()) < at.x()) {
+         textRect().left() + tabularWidth(text.left(position + 1), font()) <
+             event->position().x()) {
     ++position;
   }
   lineEdit()->setCursorPosition(static_cast<int>(position));
   setSelectedSection(currentSection());
 }
 
-// Qt would look for its own buttons here.
-void TimeField::mouseMoveEvent(QMouseEvent* /*event*/) {}
-
-void TimeField::mouseReleaseEvent(QMouseEvent* /*event*/) { repeat_.stop(); }
-
 void TimeField::hideEvent(QHideEvent* event) {
-  repeat_.stop();
   QTimeEdit::hideEvent(event);
-  finish();
+  endTyping();
 }
 
 void TimeField::changeEvent(QEvent* event) {
   QTimeEdit::changeEvent(event);
   if (event->type() == QEvent::LocaleChange) followLocale();
-  if (event->type() == QEvent::EnabledChange) {
-    repeat_.stop();
-    update();
-  }
 }
 
 void TimeField::wheelEvent(QWheelEvent* event) {
-  // The page scrolls beneath the pointer; only what the user has chosen answers.
-  if (hasFocus()) {
-    QTimeEdit::wheelEvent(event);
-  } else {
-    event->ignore();
-  }
+  // Without the focus, the wheel scrolls the page.
+  if (!hasFocus()) return event->ignore();
+  QTimeEdit::wheelEvent(event);
 }
 
 }  // namespace tollbeam

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "ui/controls/Accessibility.h"
-#include "ui/controls/Digits.h"
+#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 

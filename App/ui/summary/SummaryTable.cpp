@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "ui/controls/Accessibility.h"
-#include "ui/controls/Digits.h"
+#include "ui/controls/TextLine.h"
 
 namespace tollbeam {
 

@@ -43,7 +43,13 @@ TEST_F(ScrollPageTest, TheWheelOverAControlScrolls) {
   EXPECT_EQ(changes, 0);
 }
 
-TEST_F(ScrollPageTest, AScrollThatMeetsTheFocusedControlGoesOn) {
+TEST_F(ScrollPageTest, TheWheelOverADisabledControlScrolls) {
+  steppers[1]->setEnabled(false);
+  test::turnWheel(*steppers[1], -120);
+  EXPECT_GT(scrolled(), 0);
+}
+
+TEST_F(ScrollPageTest, AScrollContinuesOverTheFocusedControl) {
   steppers[3]->setFocus();
   test::turnWheel(*page->viewport(), -120);
   const int before = scrolled();
@@ -59,7 +65,7 @@ TEST_F(ScrollPageTest, TheWheelOverTheFocusedControlChangesIt) {
   EXPECT_EQ(changes, 1);
 }
 
-TEST_F(ScrollPageTest, TheKeyboardBringsItsControlIntoView) {
+TEST_F(ScrollPageTest, TabScrollsTheFocusedControlIntoView) {
   steppers[0]->setFocus();
   for (int i = 0; i < 12; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   ASSERT_TRUE(steppers[12]->hasFocus());
@@ -67,7 +73,7 @@ TEST_F(ScrollPageTest, TheKeyboardBringsItsControlIntoView) {
   const QPoint at = steppers[12]->mapTo(page->viewport(), steppers[12]->rect().center());
   EXPECT_TRUE(view.contains(at)) << at.y();
   for (int i = 0; i < 12; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-  EXPECT_EQ(scrolled(), 0) << "with what stands above it";
+  EXPECT_EQ(scrolled(), 0) << "what stands above it is shown too";
 }
 
 TEST_F(ScrollPageTest, TheBarMovesThePage) {

@@ -30,7 +30,7 @@ class SegmentedPickerTest : public testing::Test {
       style, QStringLiteral("History"), {QStringLiteral("24 hours"), QStringLiteral("7 days")}};
 };
 
-TEST_F(SegmentedPickerTest, BeginsWithTheFirst) {
+TEST_F(SegmentedPickerTest, StartsWithTheFirstChoice) {
   EXPECT_EQ(picker.chosen(), 0);
   EXPECT_EQ(at(20), style.colours().segment);
   EXPECT_NE(at(288), style.colours().segment);
@@ -45,14 +45,15 @@ TEST_F(SegmentedPickerTest, ChoosesByAClickAnywhereOnASegment) {
   EXPECT_EQ(at(288), style.colours().segment);
   EXPECT_NE(at(20), style.colours().segment);
   QTest::mouseClick(segment(1), Qt::LeftButton);
-  EXPECT_EQ(changes.size(), 1) << "it is chosen already";
+  EXPECT_EQ(changes.size(), 1) << "already chosen";
 }
 
-TEST_F(SegmentedPickerTest, HasEqualSegmentsInTheLocalesOrder) {
+TEST_F(SegmentedPickerTest, HasEqualSegmentsInReadingOrder) {
   picker.show();
   EXPECT_EQ(segment(0)->width(), segment(1)->width());
   EXPECT_LT(segment(0)->x(), segment(1)->x());
   picker.setLayoutDirection(Qt::RightToLeft);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
   EXPECT_GT(segment(0)->x(), segment(1)->x());
   EXPECT_EQ(at(288), style.colours().segment);
 }
@@ -74,7 +75,7 @@ TEST_F(SegmentedPickerTest, IsAGroupOfRadioButtonsForScreenReaders) {
   EXPECT_FALSE(QAccessible::queryAccessibleInterface(segment(1))->state().checked);
 }
 
-TEST_F(SegmentedPickerTest, AScreenReaderFindsEachSegmentWhereItIsSeen) {
+TEST_F(SegmentedPickerTest, ScreenReadersGetTheRectangleOfEachSegment) {
   picker.show();
   for (const int index : {0, 1}) {
     const QRect seen(segment(index)->mapToGlobal(QPoint()), segment(index)->size());

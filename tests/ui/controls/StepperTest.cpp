@@ -21,7 +21,7 @@ class StepperTest : public testing::Test {
  protected:
   StepperTest() {
     stepper.resize(stepper.sizeHint());
-    // As the store does: what is wanted is stored and shown.
+    // As the bindings do: stores and shows the value that is asked for.
     QObject::connect(&stepper, &Stepper::wanted, [this](std::int64_t value) {
       wanted.push_back(value);
       stepper.setValue(value);
@@ -81,7 +81,7 @@ TEST(Stepped, NeverLeadsOutOfTheRange) {
     if (!next) continue;
     EXPECT_GE(*next, range.least);
     EXPECT_LE(*next, range.most);
-    // It goes where it was asked to, and by one if it was inside.
+    // In the direction of the step, and by one if the value was inside.
     EXPECT_EQ(*next > value, step == Step::up);
     if (value >= range.least && value <= range.most) {
       EXPECT_EQ(std::abs(*next - value), 1);
@@ -96,7 +96,7 @@ TEST_F(StepperTest, ItsCellsStep) {
   EXPECT_EQ(wanted, (std::vector<std::int64_t>{81, 82, 81}));
 }
 
-TEST_F(StepperTest, ItsCellsAreInertAtTheEnds) {
+TEST_F(StepperTest, ItsCellsDoNothingAtTheEnds) {
   stepper.setValue(100);
   click(Step::up);
   EXPECT_TRUE(wanted.empty());
@@ -105,7 +105,7 @@ TEST_F(StepperTest, ItsCellsAreInertAtTheEnds) {
   EXPECT_TRUE(wanted.empty());
 }
 
-TEST_F(StepperTest, AsksAndLeavesTheValueToWhoStoresIt) {
+TEST_F(StepperTest, AsksForAValueAndKeepsItsOwn) {
   Stepper alone(style, {50, 100});
   alone.setValue(80);
   QSignalSpy asked(&alone, &Stepper::wanted);
@@ -114,7 +114,7 @@ TEST_F(StepperTest, AsksAndLeavesTheValueToWhoStoresIt) {
   EXPECT_EQ(alone.value(), 80);
 }
 
-TEST_F(StepperTest, ShowingAValueAsksForNothing) {
+TEST_F(StepperTest, SettingAValueEmitsNothing) {
   for (const std::int64_t value : {std::int64_t{120}, std::int64_t{0}, kLeast, kMost}) {
     stepper.setValue(value);
   }
@@ -131,6 +131,12 @@ TEST_F(StepperTest, KeysStep) {
   EXPECT_EQ(wanted, (std::vector<std::int64_t>{81, 82, 83, 82, 81, 80}));
 }
 
+TEST_F(StepperTest, SpaceDoesNotPressTheCellOfTheLastClick) {
+  click(Step::up);
+  QTest::keyClick(&stepper, Qt::Key_Space);
+  EXPECT_EQ(wanted, std::vector<std::int64_t>{81});
+}
+
 TEST_F(StepperTest, AMirroredOneHasItsPlusOnTheLeft) {
   stepper.setLayoutDirection(Qt::RightToLeft);
   QTest::mouseClick(&stepper, Qt::LeftButton, {}, cell(Step::down));
@@ -139,7 +145,7 @@ TEST_F(StepperTest, AMirroredOneHasItsPlusOnTheLeft) {
   EXPECT_EQ(wanted, (std::vector<std::int64_t>{81, 82, 81}));
 }
 
-TEST_F(StepperTest, AHeldCellGoesOnUntilItsEnd) {
+TEST_F(StepperTest, AHeldCellRepeatsUntilTheEndOfTheRange) {
   stepper.setValue(97);
   QTest::mousePress(&stepper, Qt::LeftButton, {}, cell(Step::up));
   EXPECT_TRUE(test::waitFor([&] { return stepper.value() == 100; }));
@@ -147,7 +153,7 @@ TEST_F(StepperTest, AHeldCellGoesOnUntilItsEnd) {
   EXPECT_EQ(wanted, (std::vector<std::int64_t>{98, 99, 100}));
 }
 
-TEST_F(StepperTest, TheWheelIsThePagesUnlessItHasTheKeyboard) {
+TEST_F(StepperTest, TheWheelStepsOnlyWithTheFocus) {
   test::showActive(stepper);
   stepper.clearFocus();
   test::turnWheel(stepper, 120);
@@ -188,7 +194,7 @@ TEST_F(StepperTest, IsASpinButtonForAScreenReader) {
   EXPECT_EQ(wanted, (std::vector<std::int64_t>{81, 80, 95}));
 }
 
-TEST_F(StepperTest, AScreenReaderCannotLeadItOutOfTheRange) {
+TEST_F(StepperTest, AScreenReaderCannotSetItOutsideTheRange) {
   auto* value = test::spoken(&stepper)->valueInterface();
   for (const double stray : {101.0, 49.0, -1e300, 1e300, std::nan("")}) {
     value->setCurrentValue(stray);

@@ -32,7 +32,7 @@ int lowestInkOfLine(int line, const QFont& font, double ratio) {
   return lowestInk(image);
 }
 
-TEST(TextLine, LeavesNoLetterBelowItsLine) {
+TEST(TextLine, PaintsNoLetterBelowItsLine) {
   const QFont before = QApplication::font();
   for (int size = 10; size < 25; ++size) {
     QFont base(before);
@@ -52,6 +52,14 @@ TEST(TextLine, LeavesNoLetterBelowItsLine) {
     }
   }
   QApplication::setFont(before);
+}
+
+TEST(TextLine, GivesAllTabularDigitsOneWidth) {
+  const QFont font;
+  EXPECT_DOUBLE_EQ(tabularWidth(QStringLiteral("11:11"), font),
+                   tabularWidth(QStringLiteral("08:46"), font));
+  EXPECT_GT(tabularWidth(QStringLiteral("11:11"), font),
+            tabularWidth(QStringLiteral("1:11"), font));
 }
 
 }  // namespace

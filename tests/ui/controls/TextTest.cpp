@@ -6,7 +6,6 @@
 #include <QImage>
 
 #include "recorded/RecordedPlatform.h"
-#include "ui/controls/Digits.h"
 
 namespace tollbeam {
 namespace {
@@ -46,21 +45,13 @@ TEST_F(TextTest, PaintsInItsInk) {
             style.colours().redText.rgb());
 }
 
-TEST_F(TextTest, IsReadOutAsItStands) {
+TEST_F(TextTest, IsStaticTextForScreenReaders) {
   Text text(style, Role::body, Ink::primary);
   text.setText(QString::fromUtf8("Temperature"));
   const auto* spoken = QAccessible::queryAccessibleInterface(&text);
   ASSERT_NE(spoken, nullptr);
   EXPECT_EQ(spoken->role(), QAccessible::StaticText);
   EXPECT_EQ(spoken->text(QAccessible::Name), QStringLiteral("Temperature"));
-}
-
-TEST(Digits, AreAllAsWide) {
-  const QFont font;
-  EXPECT_DOUBLE_EQ(tabularWidth(QStringLiteral("11:11"), font),
-                   tabularWidth(QStringLiteral("08:46"), font));
-  EXPECT_GT(tabularWidth(QStringLiteral("11:11"), font),
-            tabularWidth(QStringLiteral("1:11"), font));
 }
 
 }  // namespace
