@@ -26,7 +26,7 @@ class BarTest : public testing::Test {
   Bar bar{style, QStringLiteral("Cycle count"), 1000};
 };
 
-TEST_F(BarTest, FillsFromItsBeginning) {
+TEST_F(BarTest, FillsFromTheLeft) {
   bar.setFilled(500, Tint::orange);
   EXPECT_EQ(at(50), style.colours().orange.rgb());
   EXPECT_NE(at(150), style.colours().orange.rgb());
@@ -39,7 +39,7 @@ TEST_F(BarTest, FillsFromTheRightInAMirroredWindow) {
   EXPECT_EQ(at(150), style.colours().orange.rgb());
 }
 
-TEST_F(BarTest, IsFullForAnythingBeyond) {
+TEST_F(BarTest, ClampsValuesBeyondItsRange) {
   bar.setFilled(std::numeric_limits<std::int64_t>::max(), Tint::red);
   EXPECT_EQ(bar.value(), 1000);
   EXPECT_EQ(at(196), style.colours().red.rgb());
@@ -48,7 +48,7 @@ TEST_F(BarTest, IsFullForAnythingBeyond) {
   EXPECT_NE(at(3), style.colours().red.rgb());
 }
 
-TEST_F(BarTest, IsOutlinedForWhoAskedForContrast) {
+TEST_F(BarTest, IsOutlinedWhenTheUserAskedForContrast) {
   appearance.contrast = true;
   appearance.changes.notify();
   QImage image(bar.size(), QImage::Format_ARGB32_Premultiplied);

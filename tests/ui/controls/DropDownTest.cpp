@@ -58,7 +58,7 @@ class DropDownTest : public testing::Test {
     return row ? row->text() : QString();
   }
 
-  // What appears when the pointer rests on the button.
+  // The tool tip that appears when the pointer rests on the button.
   QString toolTip() {
     QToolTip::hideText();
     const QPoint at = button.rect().center();
@@ -79,14 +79,14 @@ class DropDownTest : public testing::Test {
   QStringList chosen;
 };
 
-TEST_F(DropDownTest, SaysWhatIsChosenAndAnUnknownValueAsItIs) {
+TEST_F(DropDownTest, ShowsTheChoiceAndAnUnknownValueAsItIs) {
   EXPECT_EQ(button.shownText(), QStringLiteral("Ping"));
   button.setValue(QStringLiteral("Doorbell"));
   EXPECT_EQ(button.shownText(), QStringLiteral("Doorbell"));
   for (const DropDownRow* row : open()->rows()) EXPECT_FALSE(row->isTicked());
 }
 
-TEST_F(DropDownTest, AValueOfAnyLengthLeavesRoomForOthersAndIsToldWhole) {
+TEST_F(DropDownTest, ALongUnknownValueIsCutOffAndWholeInTheToolTip) {
   const QString rest(200, u'x');
   const QString name = QStringLiteral("<b>Bell</b> ") + rest;
   button.setValue(name);
@@ -98,7 +98,7 @@ TEST_F(DropDownTest, AValueOfAnyLengthLeavesRoomForOthersAndIsToldWhole) {
   EXPECT_EQ(picture(), whole) << "cut off where the room ends";
   button.setValue(name);
   EXPECT_EQ(toolTip().remove(u'\n').remove(u' '), QString(name).remove(u' '));
-  EXPECT_GT(toolTip().count(u'\n'), 0) << "no tool tip wider than a screen";
+  EXPECT_GT(toolTip().count(u'\n'), 0) << "the tool tip has a limited width";
 }
 
 TEST_F(DropDownTest, ChoicesAreShownWhole) {
@@ -112,7 +112,7 @@ TEST_F(DropDownTest, OpensOnTheTickedRow) {
   const DropDownList* list = open();
   ASSERT_NE(list, nullptr);
   EXPECT_TRUE(list->isVisible());
-  EXPECT_EQ(list->window(), &window) << "no window of its own";
+  EXPECT_EQ(list->window(), &window) << "it must be no window of its own";
   EXPECT_EQ(current(), QStringLiteral("Ping"));
   EXPECT_TRUE(list->rows()[3]->isTicked());
   const QPoint row = list->rows()[3]->mapTo(&window, list->rows()[3]->rect().center());
@@ -141,7 +141,7 @@ TEST_F(DropDownTest, ArrowsHomeAndEndMoveAndReturnChooses) {
 }
 
 TEST_F(DropDownTest, TypingFindsTheNextMatch) {
-  // However slowly this runs, there is no pause that would end the search.
+  // No pause ends the search, however slowly this runs.
   QGuiApplication::styleHints()->setKeyboardInputInterval(std::numeric_limits<int>::max());
   open();
   type("p");
@@ -150,9 +150,9 @@ TEST_F(DropDownTest, TypingFindsTheNextMatch) {
   EXPECT_EQ(current(), QStringLiteral("Purr"));
 }
 
-TEST_F(DropDownTest, TheSameLetterGoesFromMatchToMatch) {
+TEST_F(DropDownTest, TypingTheSameLetterGoesFromMatchToMatch) {
   open();
-  // Every letter comes after the pause that ends a search.
+  // Every letter begins a new search.
   QGuiApplication::styleHints()->setKeyboardInputInterval(0);
   for (const char* next : {"Pop", "Purr", "Ping", "Pop"}) {
     type("p");
@@ -171,7 +171,7 @@ TEST_F(DropDownTest, EscapeAndTabCloseWithoutAChoice) {
   EXPECT_TRUE(chosen.isEmpty());
 }
 
-TEST_F(DropDownTest, ChoosingTheSameAgainIsNoChoice) {
+TEST_F(DropDownTest, ChoosingTheSameAgainEmitsNothing) {
   open();
   key(Qt::Key_Return);
   EXPECT_TRUE(chosen.isEmpty());
@@ -197,7 +197,7 @@ TEST_F(DropDownTest, AClickElsewhereOnlyClosesTheList) {
   EXPECT_TRUE(chosen.isEmpty());
 }
 
-TEST_F(DropDownTest, ClosesWhenItCannotBeUsedOrSeenAnyMore) {
+TEST_F(DropDownTest, ClosesWhenDisabledOrHidden) {
   open();
   button.setEnabled(false);
   EXPECT_EQ(button.list(), nullptr);

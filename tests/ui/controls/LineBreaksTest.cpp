@@ -20,7 +20,7 @@ Lines lines(const char* text, double width, Breaks breaks) {
   return result;
 }
 
-TEST(LineBreaks, LeaveATextThatFits) {
+TEST(LineBreaks, LeaveATextThatFitsOnOneLine) {
   EXPECT_EQ(lines("one, two", 8, Breaks::afterComma), Lines{"one, two"});
 }
 
@@ -42,14 +42,14 @@ TEST(LineBreaks, BalanceTwoLines) {
   EXPECT_EQ(lines("aa bb cc dd ee", 12, Breaks::balanced), (Lines{"aa bb", "cc dd ee"}));
 }
 
-TEST(LineBreaks, MakeMoreLinesAboutAsLong) {
+TEST(LineBreaks, BalanceMoreThanTwoLines) {
   EXPECT_EQ(lines("aa bb cc dd ee ff gg hh", 10, Breaks::balanced),
             (Lines{"aa bb cc", "dd ee ff", "gg hh"}));
   EXPECT_EQ(lines("aa bb cc dd ee ff gg hh ii", 11, Breaks::balanced),
             (Lines{"aa bb cc", "dd ee ff", "gg hh ii"}));
 }
 
-TEST(LineBreaks, BreakNoWordThatHasRoomToMakeLinesAsLong) {
+TEST(LineBreaks, KeepAWordThatFitsWholeWhenBalancing) {
   for (double width = 12; width < 14; width += 0.1) {
     const auto broken = lines("Erinnerungen pausiert bis 15:05", width, Breaks::balanced);
     EXPECT_EQ(broken.at(0), "Erinnerungen") << width;
@@ -61,11 +61,11 @@ TEST(LineBreaks, BreakAPathAfterItsSlashes) {
             (Lines{"saved to", "/home/someone/", "Documents/", "history.csv"}));
 }
 
-TEST(LineBreaks, BreakALongWordWhereItMustNotBeCutOff) {
+TEST(LineBreaks, BreakAWordLongerThanALineWhenBalancing) {
   EXPECT_EQ(lines("incomprehensible", 8, Breaks::balanced), (Lines{"incompre", "hensible"}));
   EXPECT_EQ(lines("👩‍🔬👩‍🔬👩‍🔬", 6, Breaks::balanced),
             (Lines{"👩‍🔬", "👩‍🔬", "👩‍🔬"}))
-      << "what is one letter stays one";
+      << "a grapheme is never broken";
   EXPECT_EQ(lines("👩‍🔬", 2, Breaks::balanced), Lines{"👩‍🔬"});
 }
 
@@ -73,7 +73,7 @@ TEST(LineBreaks, FillLinesWithWords) {
   EXPECT_EQ(lines("aa bb cc dd", 5, Breaks::words), (Lines{"aa bb", "cc dd"}));
 }
 
-TEST(LineBreaks, BreakAPartThatIsStillTooWideAtItsWords) {
+TEST(LineBreaks, BreakAPartThatIsStillTooWideAtWords) {
   EXPECT_EQ(lines("On, one two three", 9, Breaks::afterComma), (Lines{"On,", "one two", "three"}));
 }
 
@@ -81,7 +81,7 @@ TEST(LineBreaks, KeepAWordWhole) {
   EXPECT_EQ(lines("incomprehensible", 4, Breaks::words), Lines{"incomprehensible"});
 }
 
-TEST(LineBreaks, MakeNothingOfNothing) { EXPECT_EQ(lines("", 4, Breaks::words), Lines()); }
+TEST(LineBreaks, GiveNoLineForAnEmptyText) { EXPECT_EQ(lines("", 4, Breaks::words), Lines()); }
 
 TEST(LineBreaks, LoseNoWord) {
   const auto text = QStringLiteral("Alerts snoozed until 10:15 in the morning, or later. Really.");
@@ -89,7 +89,7 @@ TEST(LineBreaks, LoseNoWord) {
     for (const auto breaks : {Breaks::words, Breaks::afterComma, Breaks::afterSentence}) {
       EXPECT_EQ(brokenLines(text, width, breaks, oneEach).join(u' '), text);
     }
-    // Its words may be broken, too, when there is no room for them.
+    // Balancing may also break words that are longer than the line.
     QString balanced = brokenLines(text, width, Breaks::balanced, oneEach).join(u' ');
     if (width < 8) balanced.remove(u' ');
     EXPECT_EQ(balanced, width < 8 ? QString(text).remove(u' ') : text) << width;

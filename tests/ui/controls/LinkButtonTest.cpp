@@ -12,7 +12,7 @@
 namespace tollbeam {
 namespace {
 
-TEST(LinkButton, IsHitBesideItsWords) {
+TEST(LinkButton, TakesClicksBesideItsWords) {
   RecordedAppearance appearance;
   const Style style(appearance);
   LinkButton link(style, QStringLiteral("Cancel"));

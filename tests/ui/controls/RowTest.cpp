@@ -30,7 +30,7 @@ class RowTest : public testing::Test {
   Row row{style};
 };
 
-TEST_F(RowTest, IsReadOutAsOne) {
+TEST_F(RowTest, IsOneTextForScreenReaders) {
   row.setReading(QStringLiteral("Battery health"), QStringLiteral("93% · Good"), Ink::green);
   const auto* spoken = QAccessible::queryAccessibleInterface(&row);
   EXPECT_EQ(spoken->role(), QAccessible::StaticText);
@@ -45,7 +45,7 @@ TEST_F(RowTest, HasTheLabelAtOneEndAndTheValueAtTheOther) {
   EXPECT_EQ(inked(style.colours().redText, false), 0);
 }
 
-TEST_F(RowTest, TurnsRoundInAMirroredWindow) {
+TEST_F(RowTest, SwapsItsEndsInAMirroredWindow) {
   row.setLayoutDirection(Qt::RightToLeft);
   row.setReading(QStringLiteral("████"), QStringLiteral("████"), Ink::red);
   EXPECT_GT(inked(style.colours().primary, true), 0);

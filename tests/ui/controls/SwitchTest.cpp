@@ -32,7 +32,7 @@ class SwitchTest : public testing::Test {
   QSignalSpy toggled{&control, &Switch::toggled};
 };
 
-TEST_F(SwitchTest, TellsOfTheUsersDoingOnly) {
+TEST_F(SwitchTest, EmitsToggledForTheUsersActionsOnly) {
   control.setOn(true);
   control.setOn(false);
   EXPECT_EQ(toggled.count(), 0);
@@ -43,7 +43,7 @@ TEST_F(SwitchTest, TellsOfTheUsersDoingOnly) {
   EXPECT_EQ(toggled.at(1).at(0), false);
 }
 
-TEST_F(SwitchTest, ItsThumbGoesToTheOtherEndWhenMirrored) {
+TEST_F(SwitchTest, ItsThumbIsAtTheOtherEndWhenMirrored) {
   control.setOn(true);
   const int middle = control.height() / 2;
   EXPECT_TRUE(isAccent({6, middle}));
@@ -58,7 +58,7 @@ TEST_F(SwitchTest, IsACheckBoxForAScreenReader) {
   EXPECT_EQ(heard->role(), QAccessible::CheckBox);
   EXPECT_FALSE(heard->state().checked);
   heard->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-  EXPECT_EQ(toggled.count(), 1) << "a screen reader's user is a user";
+  EXPECT_EQ(toggled.count(), 1) << "a screen reader acts for the user";
   EXPECT_TRUE(heard->state().checked);
   control.show();
   EXPECT_EQ(heard->rect().size(), control.size());

@@ -78,7 +78,7 @@ TEST_F(TimeFieldTest, CanBeSteppedInEveryLocale) {
   }
 }
 
-TEST_F(TimeFieldTest, ShowingChoosesNothing) {
+TEST_F(TimeFieldTest, EmitsNothingForTimesThatTheProgramSets) {
   field.setTimeOfDay({0, 0});
   field.setTimeOfDay({23, 59});
   field.setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
@@ -87,7 +87,7 @@ TEST_F(TimeFieldTest, ShowingChoosesNothing) {
   EXPECT_TRUE(chosen.empty());
 }
 
-TEST_F(TimeFieldTest, TypingChoosesWhatIsTyped) {
+TEST_F(TimeFieldTest, TypingChoosesTheTypedTime) {
   focus();
   type("0730");
   ASSERT_FALSE(chosen.empty());
@@ -95,7 +95,7 @@ TEST_F(TimeFieldTest, TypingChoosesWhatIsTyped) {
   EXPECT_EQ(field.timeOfDay(), (TimeOfDay{7, 30}));
 }
 
-TEST_F(TimeFieldTest, TypingTwelveHoursChoosesTheHalfOfTheDayToo) {
+TEST_F(TimeFieldTest, TypingALetterChoosesTheHalfOfTheDay) {
   field.setLocale(QLocale(QLocale::English, QLocale::UnitedStates));
   focus();
   type("1130a");
@@ -113,7 +113,7 @@ TEST_F(TimeFieldTest, ArrowsChangeTheChosenPart) {
   EXPECT_EQ(chosen.back().minute, 59);
 }
 
-TEST_F(TimeFieldTest, HoursGoRound) {
+TEST_F(TimeFieldTest, HoursWrapAround) {
   field.setTimeOfDay({23, 30});
   focus();
   key(Qt::Key_Up);
@@ -142,7 +142,7 @@ TEST_F(TimeFieldTest, AClickChoosesThePartUnderIt) {
   EXPECT_EQ(chosen.back(), (TimeOfDay{23, 1}));
 }
 
-TEST_F(TimeFieldTest, TheWheelIsThePagesUnlessItHasTheKeyboard) {
+TEST_F(TimeFieldTest, TheWheelStepsOnlyWithTheFocus) {
   test::showActive(field);
   field.clearFocus();
   test::turnWheel(field, 120);
@@ -211,7 +211,7 @@ class JumpingTimeFieldTest : public TimeFieldTest {
  protected:
   JumpingTimeFieldTest() {
     field.setTodaysClock([](TimeOfDay time) { return time.hour == 2 ? TimeOfDay{3, 0} : time; });
-    // Whoever shows the field what became of each choice.
+    // As the bindings do: shows the time that was stored.
     QObject::connect(&field, &TimeField::chosen,
                      [this](TimeOfDay time) { field.setTimeOfDay(time); });
   }
@@ -240,7 +240,7 @@ TEST_F(JumpingTimeFieldTest, TheHalfOfTheDayLeadsToTheTimeAfterTheJump) {
   EXPECT_EQ(field.timeOfDay(), (TimeOfDay{3, 0}));
 }
 
-TEST_F(JumpingTimeFieldTest, WhatIsTypedStandsUntilTheTypingIsOver) {
+TEST_F(JumpingTimeFieldTest, ATypedTimeIsShownUntilTheTypingIsOver) {
   focus();
   type("0230");
   EXPECT_EQ(chosen.back(), (TimeOfDay{3, 0}));
@@ -262,7 +262,7 @@ TEST_F(JumpingTimeFieldTest, LeavingAndHidingEndTheTyping) {
   EXPECT_EQ(field.text(), QStringLiteral("03:00"));
 }
 
-TEST_F(JumpingTimeFieldTest, StepsGoOnFromWhatIsTyped) {
+TEST_F(JumpingTimeFieldTest, StepsContinueFromTheTypedTime) {
   focus();
   type("0230");
   select(QDateTimeEdit::HourSection);
@@ -275,7 +275,7 @@ TEST_F(JumpingTimeFieldTest, StepsGoOnFromWhatIsTyped) {
   EXPECT_EQ(chosen.back(), (TimeOfDay{3, 0}));
 }
 
-TEST_F(JumpingTimeFieldTest, AnotherTimeTakesThePlaceOfWhatIsTyped) {
+TEST_F(JumpingTimeFieldTest, SettingAnotherTimeReplacesWhatIsTyped) {
   focus();
   type("0230");
   field.setTimeOfDay({5, 0});
@@ -284,7 +284,7 @@ TEST_F(JumpingTimeFieldTest, AnotherTimeTakesThePlaceOfWhatIsTyped) {
   EXPECT_EQ(field.text(), QStringLiteral("05:00"));
 }
 
-TEST_F(JumpingTimeFieldTest, AScreenReadersTextIsSettledAtOnce) {
+TEST_F(JumpingTimeFieldTest, ATimeSetByAScreenReaderIsAdjustedAtOnce) {
   test::spoken(&field)->editableTextInterface()->replaceText(0, 5, QStringLiteral("02:30"));
   EXPECT_EQ(chosen, (std::vector<TimeOfDay>{{3, 0}}));
   EXPECT_EQ(field.text(), QStringLiteral("03:00"));
