@@ -24,9 +24,10 @@ struct StatusItemContent {
 
 /// A place on the screen in logical pixels, in which windows are placed.
 struct ClickPosition {
-  int x = 0;
-  int y = 0;
+  int x = 0;  ///< from the left
+  int y = 0;  ///< from the top
 
+  /// Field by field.
   friend bool operator==(const ClickPosition&, const ClickPosition&) = default;
 };
 
