@@ -63,16 +63,6 @@ QDBusPendingCall Bus::asyncCall(const QDBusMessage& call, int timeout) const {
   return connection_.asyncCall(call, timeout);
 }
 
-void Bus::call(const QDBusMessage& call, QObject* receiver,
-               std::function<void(const QDBusMessage& answer)> answered, int timeout) const {
-  auto* watcher = new QDBusPendingCallWatcher(asyncCall(call, timeout), receiver);
-  QObject::connect(watcher, &QDBusPendingCallWatcher::finished, receiver,
-                   [watcher, answered = std::move(answered)] {
-                     watcher->deleteLater();
-                     answered(watcher->reply());
-                   });
-}
-
 QDBusMessage Bus::method(const char* name, const QVariantList& arguments) {
   const QString bus = QStringLiteral("org.freedesktop.DBus");
   auto call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,

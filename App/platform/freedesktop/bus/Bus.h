@@ -50,12 +50,6 @@ class Bus final : public QObject {
   [[nodiscard]] QDBusPendingCall asyncCall(const QDBusMessage& call,
                                            int timeout = kUsualTimeout) const;
 
-  /// The same; `answered` is called with the reply or the error, unless `receiver` is destroyed
-  /// before.
-  void call(const QDBusMessage& call, QObject* receiver,
-            std::function<void(const QDBusMessage& answer)> answered,
-            int timeout = kUsualTimeout) const;
-
   /// A call of a method of the bus itself.
   [[nodiscard]] static QDBusMessage method(const char* name, const QVariantList& arguments = {});
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/freedesktop/bus/DBusValue.h"
+#include "platform/freedesktop/bus/WhenFinished.h"
 
 namespace tollbeam {
 
@@ -36,12 +37,10 @@ void RemoteProperties::ask(int timeout) {
   call << address_.interface;
   // The service may have gone meanwhile; this must not start it.
   call.setAutoStartService(false);
-  bus_.call(
-      call, this,
-      [this, question = ++question_](const QDBusMessage& answer) {
-        if (question == question_) take(answer);
-      },
-      timeout);
+  whenFinished(bus_.asyncCall(call, timeout), this,
+               [this, question = ++question_](const QDBusPendingCall& finished) {
+                 if (question == question_) take(finished.reply());
+               });
 }
 
 void RemoteProperties::take(const QDBusMessage& answer) {

@@ -1,6 +1,9 @@
 #include "platform/freedesktop/bus/ServiceOwner.h"
 
+#include <QDBusPendingReply>
 #include <utility>
+
+#include "platform/freedesktop/bus/WhenFinished.h"
 
 namespace tollbeam {
 
@@ -18,27 +21,27 @@ ServiceOwner::ServiceOwner(Bus& bus, QString service, Activation activation)
 }
 
 void ServiceOwner::ask() {
-  const auto take = [this, question = ++question_](const QDBusMessage& answer) {
+  const auto take = [this, question = ++question_](const QDBusPendingReply<QString>& owner) {
     // Qt may deliver a later NameOwnerChanged first.
     if (question != question_) return;
-    if (answer.type() == QDBusMessage::ReplyMessage) {
-      settle(answer.arguments().value(0).toString());
+    if (owner.isValid()) {
+      settle(owner.value());
     } else if (activation_ == Activation::allowed) {
       start();
     } else {
       settle({});
     }
   };
-  bus_.call(Bus::method("GetNameOwner", {service_}), this, take);
+  whenFinished(bus_.asyncCall(Bus::method("GetNameOwner", {service_})), this, take);
 }
 
 void ServiceOwner::start() {
   constexpr uint kNoFlags = 0;
-  bus_.call(Bus::method("StartServiceByName", {service_, kNoFlags}), this,
-            [this](const QDBusMessage& answer) {
-              // A service that was started has been announced by NameOwnerChanged.
-              if (answer.type() != QDBusMessage::ReplyMessage && name_.isEmpty()) settle({});
-            });
+  whenFinished(bus_.asyncCall(Bus::method("StartServiceByName", {service_, kNoFlags})), this,
+               [this](const QDBusPendingCall& call) {
+                 // A service that was started has been announced by NameOwnerChanged.
+                 if (call.isError() && name_.isEmpty()) settle({});
+               });
 }
 
 void ServiceOwner::onNameOwnerChanged(const QString& /*service*/, const QString& /*before*/,

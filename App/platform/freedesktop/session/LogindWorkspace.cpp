@@ -1,8 +1,10 @@
 #include "platform/freedesktop/session/LogindWorkspace.h"
 
-#include <QDBusReply>
+#include <QDBusPendingReply>
 #include <QPointer>
 #include <utility>
+
+#include "platform/freedesktop/bus/WhenFinished.h"
 
 namespace tollbeam {
 
@@ -36,8 +38,8 @@ void LogindWorkspace::takeLock() {
   call << QStringLiteral("sleep") << QStringLiteral("Tollbeam")
        << QStringLiteral("The battery history is saved first") << QStringLiteral("delay");
   call.setAutoStartService(false);
-  bus_.call(call, this, [this, request = ++request_](const QDBusMessage& answer) {
-    const QDBusReply<QDBusUnixFileDescriptor> lock = answer;
+  using Lock = QDBusPendingReply<QDBusUnixFileDescriptor>;
+  whenFinished(bus_.asyncCall(call), this, [this, request = ++request_](const Lock& lock) {
     // A lock that comes during the preparation for sleep is released by dropping the answer.
     if (request == request_ && lock.isValid() && !preparing_) lock_ = lock.value();
   });

@@ -1,9 +1,11 @@
 #include "platform/freedesktop/session/SingleInstance.h"
 
 #include <QDBusMessage>
-#include <QDBusReply>
+#include <QDBusPendingReply>
 #include <QTimer>
 #include <utility>
+
+#include "platform/freedesktop/bus/WhenFinished.h"
 
 namespace tollbeam {
 
@@ -55,28 +57,28 @@ void SingleInstance::begin(std::function<void()> first, std::function<void()> ot
     auto activate =
         QDBusMessage::createMethodCall(kName, kPath, kInterface, QStringLiteral("Activate"));
     activate << QVariantMap();
-    const auto answered = [this, first, other](const QDBusMessage& answer) {
-      if (answer.type() == QDBusMessage::ReplyMessage) {
+    const auto answered = [this, first, other](const QDBusPendingCall& call) {
+      if (!call.isError()) {
         other();
       } else {
         // The owner ended before it could answer, or hangs: try to take its place.
         askForName(kDoNotQueue, first, other);
       }
     };
-    bus_.call(activate, this, answered, kPatienceMs);
+    whenFinished(bus_.asyncCall(activate, kPatienceMs), this, answered);
   });
 }
 
 void SingleInstance::askForName(uint flags, std::function<void()> granted,
                                 std::function<void()> taken) {
   const auto answered = [granted = std::move(granted),
-                         taken = std::move(taken)](const QDBusMessage& answer) {
-    const QDBusReply<uint> result = answer;
+                         taken = std::move(taken)](const QDBusPendingReply<uint>& result) {
     const bool isTaken =
         result.isValid() && result.value() != kPrimaryOwner && result.value() != kAlreadyOwner;
     (isTaken ? taken : granted)();
   };
-  bus_.call(Bus::method("RequestName", {kName, flags}), this, answered, kPatienceMs);
+  whenFinished(bus_.asyncCall(Bus::method("RequestName", {kName, flags}), kPatienceMs), this,
+               answered);
 }
 
 void SingleInstance::Activate(const QVariantMap&) {

@@ -18,6 +18,7 @@
 #include <string_view>
 #include <thread>
 
+#include "platform/freedesktop/bus/WhenFinished.h"
 #include "support/FakeProperties.h"
 #include "support/PrivateBus.h"
 
@@ -124,8 +125,8 @@ class BusTest : public testing::Test {
   std::optional<QString> call() const {
     QObject receiver;
     std::optional<QString> error;
-    ours.call(Bus::method("GetId"), &receiver,
-              [&error](const QDBusMessage& answer) { error = answer.errorName(); });
+    whenFinished(ours.asyncCall(Bus::method("GetId")), &receiver,
+                 [&error](const QDBusPendingCall& call) { error = call.reply().errorName(); });
     EXPECT_FALSE(error);
     waitFor([&] { return error.has_value(); });
     return error;
@@ -157,8 +158,8 @@ TEST_F(BusTest, CallsFailWhileThereIsNoBus) {
 TEST_F(BusTest, AnAnswerToADestroyedReceiverIsDropped) {
   bool called = false;
   auto receiver = std::make_unique<QObject>();
-  ours.call(Bus::method("GetId"), receiver.get(),
-            [&called](const QDBusMessage&) { called = true; });
+  whenFinished(ours.asyncCall(Bus::method("GetId")), receiver.get(),
+               [&called](const QDBusPendingCall&) { called = true; });
   receiver.reset();
   ASSERT_TRUE(test::passedOn(ours.connection()));
   EXPECT_FALSE(called);
