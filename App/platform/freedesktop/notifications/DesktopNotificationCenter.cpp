@@ -26,25 +26,6 @@ DesktopNotificationCenter::DesktopNotificationCenter(Bus& sessionBus, MainQueue&
   };
 }
 
-void DesktopNotificationCenter::setDelegate(std::weak_ptr<NotificationCenterDelegate> delegate) {
-  delegate_ = std::move(delegate);
-}
-
-void DesktopNotificationCenter::setNotificationCategories(
-    std::vector<NotificationCategory> categories) {
-  categories_ = std::move(categories);
-}
-
-void DesktopNotificationCenter::getAuthorizationStatus(
-    std::function<void(AuthorizationStatus)> completionHandler) {
-  permission_.askAgain(std::move(completionHandler));
-}
-
-void DesktopNotificationCenter::requestAuthorization(
-    std::function<void(bool granted)> completionHandler) {
-  permission_.request(std::move(completionHandler));
-}
-
 void DesktopNotificationCenter::add(const NotificationRequest& request) {
   NotificationRequest audible = request;
   // Two alerts of one refresh are one event to the user.

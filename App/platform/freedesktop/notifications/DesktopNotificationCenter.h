@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/MainQueue.h"
@@ -33,10 +34,18 @@ class DesktopNotificationCenter final : public NotificationCenter {
   /// `sessionBus` and `queue` outlive this object.
   DesktopNotificationCenter(Bus& sessionBus, MainQueue& queue, Options options);
 
-  void setDelegate(std::weak_ptr<NotificationCenterDelegate> delegate) override;
-  void setNotificationCategories(std::vector<NotificationCategory> categories) override;
-  void getAuthorizationStatus(std::function<void(AuthorizationStatus)> completionHandler) override;
-  void requestAuthorization(std::function<void(bool granted)> completionHandler) override;
+  void setDelegate(std::weak_ptr<NotificationCenterDelegate> delegate) override {
+    delegate_ = std::move(delegate);
+  }
+  void setNotificationCategories(std::vector<NotificationCategory> categories) override {
+    categories_ = std::move(categories);
+  }
+  void getAuthorizationStatus(std::function<void(AuthorizationStatus)> completionHandler) override {
+    permission_.askAgain(std::move(completionHandler));
+  }
+  void requestAuthorization(std::function<void(bool granted)> completionHandler) override {
+    permission_.request(std::move(completionHandler));
+  }
   void add(const NotificationRequest& request) override;
   void remove(const std::string& identifier) override;
 

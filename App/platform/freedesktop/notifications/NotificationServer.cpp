@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <limits>
 #include <utility>
-#include <vector>
 
 #include "platform/freedesktop/bus/WhenFinished.h"
 
@@ -37,7 +36,7 @@ NotificationServer::NotificationServer(Bus& bus, NotificationLook look)
   connect(&owner_, &ServiceOwner::changed, this, &NotificationServer::ownerChanged);
   // The bus starts some servers only when they are called.
   connect(&bus_, &Bus::restored, this, [this] {
-    if (isAnyWaiting()) ask();
+    if (isAnyWaiting()) requestCapabilities();
   });
   bus_.listen(kPath, kService, QStringLiteral("ActionInvoked"), {}, this,
               SLOT(actionInvoked(uint, QString, QDBusMessage)));
@@ -48,9 +47,8 @@ NotificationServer::NotificationServer(Bus& bus, NotificationLook look)
 NotificationServer::~NotificationServer() {
   if (slots_.empty() || !bus_.isConnected()) return;
   // Servers answer in order: after this answer every bubble's number is known.
-  const bool isAnyCalling = std::any_of(slots_.begin(), slots_.end(),
-                                        [](const auto& entry) { return entry.second.call; });
-  if (isAnyCalling) {
+  if (std::any_of(slots_.begin(), slots_.end(),
+                  [](const auto& entry) { return entry.second.call.has_value(); })) {
     auto question = method("GetCapabilities");
     question.setAutoStartService(false);
     bus_.connection().call(question, QDBus::Block, kLastCallTimeout);
@@ -71,10 +69,10 @@ NotificationServer::~NotificationServer() {
 void NotificationServer::show(const std::string& identifier, Bubble bubble) {
   Slot& slot = slots_[identifier];
   slot.waiting = Waiting{std::move(bubble)};
-  slot.withdrawn = false;
+  slot.isWithdrawn = false;
   // Also with no server: the call starts one where the desktop can.
-  if (presence_ == Presence::unknown || presence_ == Presence::absent) ask();
-  showNext(identifier);
+  if (presence_ == Presence::unknown || presence_ == Presence::absent) requestCapabilities();
+  showNext(identifier, slot);
 }
 
 void NotificationServer::withdraw(const std::string& identifier) {
@@ -83,14 +81,14 @@ void NotificationServer::withdraw(const std::string& identifier) {
   Slot& slot = found->second;
   slot.waiting.reset();
   if (slot.call) {
-    slot.withdrawn = true;
+    slot.isWithdrawn = true;
   } else {
     if (slot.id != 0) close(slot.id);
     slots_.erase(found);
   }
 }
 
-void NotificationServer::ask() {
+void NotificationServer::requestCapabilities() {
   presence_ = Presence::asking;
   whenFinished(bus_.asyncCall(method("GetCapabilities"), kCapabilitiesTimeout), this,
                [this, generation = generation_](const QDBusPendingReply<QStringList>& reply) {
@@ -106,16 +104,11 @@ void NotificationServer::takeCapabilities(const QDBusPendingReply<QStringList>& 
   presence_ = Presence::present;
   capabilities_ = reply.isError() ? ServerCapabilities{.actions = true}
                                   : ServerCapabilities::from(reply.value());
-  std::vector<std::string> identifiers;
-  for (const auto& [identifier, slot] : slots_) identifiers.push_back(identifier);
-  for (const auto& identifier : identifiers) showNext(identifier);
+  for (auto& [identifier, slot] : slots_) showNext(identifier, slot);
 }
 
-void NotificationServer::showNext(const std::string& identifier) {
-  const auto found = slots_.find(identifier);
-  if (found == slots_.end() || presence_ != Presence::present) return;
-  Slot& slot = found->second;
-  if (slot.call || !slot.waiting) return;
+void NotificationServer::showNext(const std::string& identifier, Slot& slot) {
+  if (presence_ != Presence::present || slot.call || !slot.waiting) return;
   const Waiting next = *std::exchange(slot.waiting, std::nullopt);
   QDBusMessage message = method("Notify");
   message.setArguments(notifyArguments(next.bubble, look_, capabilities_, slot.id));
@@ -123,12 +116,12 @@ void NotificationServer::showNext(const std::string& identifier) {
   whenFinished(
       *slot.call, this,
       [this, identifier, next, generation = generation_](const QDBusPendingReply<uint>& reply) {
-        shown(identifier, next, reply, generation);
+        answered(identifier, next, reply, generation);
       });
 }
 
-void NotificationServer::shown(const std::string& identifier, Waiting waited,
-                               const QDBusPendingReply<uint>& reply, int generation) {
+void NotificationServer::answered(const std::string& identifier, Waiting waited,
+                                  const QDBusPendingReply<uint>& reply, int generation) {
   const auto found = slots_.find(identifier);
   if (found == slots_.end()) return;
   Slot& slot = found->second;
@@ -139,25 +132,25 @@ void NotificationServer::shown(const std::string& identifier, Waiting waited,
     if (died || isServerMissing(reply.error())) {
       const bool diedTwice = died && waited.diedWithServer;
       waited.diedWithServer = waited.diedWithServer || died;
-      if (!slot.waiting && !slot.withdrawn && !diedTwice) slot.waiting = std::move(waited);
+      if (!slot.waiting && !slot.isWithdrawn && !diedTwice) slot.waiting = std::move(waited);
       if (sameServer) presence_ = Presence::absent;
     }
   } else if (sameServer) {
     slot.id = reply.value();
-    if (slot.withdrawn) {
+    if (slot.isWithdrawn) {
       close(std::exchange(slot.id, 0));
     } else if (waited.bubble.sound && !capabilities_.sound && onSilentServer) {
       onSilentServer(*waited.bubble.sound);
     }
   }
-  slot.withdrawn = false;
+  slot.isWithdrawn = false;
   if (slot.isIdle()) {
     slots_.erase(found);
     return;
   }
   // The next server may have come before the failure of this one was known.
-  if (presence_ == Presence::unknown) ask();
-  showNext(identifier);
+  if (presence_ == Presence::unknown) requestCapabilities();
+  showNext(identifier, slot);
 }
 
 bool NotificationServer::isAnyWaiting() const {
@@ -178,7 +171,7 @@ void NotificationServer::ownerChanged() {
   for (auto& [identifier, slot] : slots_) slot.id = 0;
   std::erase_if(slots_, [](const auto& entry) { return entry.second.isIdle(); });
   presence_ = owner_.name().isEmpty() ? Presence::absent : Presence::unknown;
-  if (presence_ == Presence::unknown && isAnyWaiting()) ask();
+  if (presence_ == Presence::unknown && isAnyWaiting()) requestCapabilities();
 }
 
 // The errors of a failed start are too many to list, but all leave the name without an owner.

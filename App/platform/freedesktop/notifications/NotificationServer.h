@@ -55,7 +55,7 @@ class NotificationServer : public QObject {
     /// The server's number of the bubble on show; 0 when there is none.
     uint id = 0;
     std::optional<QDBusPendingCall> call;
-    bool withdrawn = false;
+    bool isWithdrawn = false;
     std::optional<Waiting> waiting;
 
     [[nodiscard]] bool isIdle() const { return id == 0 && !call && !waiting; }
@@ -63,11 +63,11 @@ class NotificationServer : public QObject {
 
   enum class Presence { unknown, asking, absent, present };
 
-  void ask();
+  void requestCapabilities();
   void takeCapabilities(const QDBusPendingReply<QStringList>& reply);
-  void showNext(const std::string& identifier);
-  void shown(const std::string& identifier, Waiting waited, const QDBusPendingReply<uint>& reply,
-             int generation);
+  void showNext(const std::string& identifier, Slot& slot);
+  void answered(const std::string& identifier, Waiting waited, const QDBusPendingReply<uint>& reply,
+                int generation);
   [[nodiscard]] bool isAnyWaiting() const;
   void close(uint id);
   void ownerChanged();
