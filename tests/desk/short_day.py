@@ -15,7 +15,8 @@ import time
 
 sys.path.insert(0, os.path.dirname(os.path.realpath(__file__)))
 
-from laptop import Desk, DeskError, default_folder, fresh_folder, remove, wait_for
+from laptop import (Desk, DeskError, default_folder, exit_at_next_wait, exit_if_asked, fresh_folder, remove,
+                    wait_for)
 
 
 class Day:
@@ -128,7 +129,8 @@ def keep_logs(desk, folder):
 
 def main(bundle, folder, *options):
     # A runner that ends us means the laptop, too.
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    for sign in (signal.SIGINT, signal.SIGTERM):
+        signal.signal(sign, lambda number, _: exit_at_next_wait(128 + number))
     keep = '--keep' in options
     desk = Desk(default_folder() or fresh_folder())
     shutil.rmtree(folder, ignore_errors=True)
@@ -142,6 +144,7 @@ def main(bundle, folder, *options):
             failure = 'The day went wrong: %s\n%s' % (error, day.failed()) if desk.is_up() else \
                 'The simulated laptop did not come up: %s' % error
         keep_logs(desk, folder)
+        exit_if_asked()
     finally:
         # The laptop's processes have sessions of their own: no Ctrl-C reaches them.
         if not keep:
@@ -157,7 +160,5 @@ def main(bundle, folder, *options):
 
 try:
     main(*sys.argv[1:])
-except KeyboardInterrupt:
-    sys.exit(130)
 except DeskError as error:
     sys.exit('The simulated laptop cannot be made: %s' % error)

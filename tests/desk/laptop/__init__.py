@@ -2,6 +2,7 @@
 from .desk import Desk
 from .folders import default_folder, folder_for, fresh_folder, remove
 from .processes import DeskError
-from .waiting import wait_for
+from .waiting import exit_at_next_wait, exit_if_asked, wait_for
 
-__all__ = ['Desk', 'DeskError', 'default_folder', 'folder_for', 'fresh_folder', 'remove', 'wait_for']
+__all__ = ['Desk', 'DeskError', 'default_folder', 'folder_for', 'exit_at_next_wait', 'exit_if_asked',
+           'fresh_folder', 'remove', 'wait_for']

@@ -131,8 +131,10 @@ class Screen:
     def _registered_items(self):
         if not self._desk.session.owner(parts.WATCHER):
             return []
-        return self._desk.session.get(parts.WATCHER, '/StatusNotifierWatcher', parts.WATCHER,
-                                      'RegisteredStatusNotifierItems')
+        items = self._desk.session.get(parts.WATCHER, '/StatusNotifierWatcher', parts.WATCHER,
+                                       'RegisteredStatusNotifierItems')
+        # xfce's watcher never forgets an item that left the bus before it was looked at; none is drawn.
+        return [item for item in items if self._desk.session.owner(item.split('/')[0])]
 
     def _tray_lxqt(self):
         return self._drawn_in('lxqt-panel', ('push button', 'menu button')) + self._embedded('lxqt-panel')

@@ -1,5 +1,21 @@
 """Waiting for a condition, never for a fixed time."""
+import sys
 import time
+
+
+# The exit code that a signal asked for.
+_asked = []
+
+
+def exit_at_next_wait(code):
+    """For signal handlers. An exception that one raises is lost when the signal comes within a destructor."""
+    _asked.append(code)
+
+
+def exit_if_asked():
+    """Only once, so that what runs on the way out may wait, too."""
+    if _asked:
+        sys.exit(_asked.pop())
 
 
 # Catches what hangs, nothing else: on a busy machine everything may take many times as long.
@@ -13,6 +29,7 @@ def wait_for(condition, what='', seconds=PATIENCE, every=0.03):
     """
     end = time.monotonic() + seconds
     while True:
+        exit_if_asked()
         began = time.monotonic()
         value = condition()
         if value:
