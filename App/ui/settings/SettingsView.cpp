@@ -1,5 +1,6 @@
 #include "ui/settings/SettingsView.h"
 
+#include <QShowEvent>
 #include <QVBoxLayout>
 
 #include "ui/controls/ScrollPage.h"
